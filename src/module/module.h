@@ -1,0 +1,43 @@
+/* The module of a page: the generated C source file holding one activator
+ * function per bound form or anchor, the user's code between markers, and
+ * the aliases that let one function serve further forms and anchors. */
+#ifndef VELMORA_MODULE_MODULE_H
+#define VELMORA_MODULE_MODULE_H
+
+#include <time.h>
+#include "util/list.h"
+#include "html/document.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef struct VlAlias {
+    VlHtmlDoc *html; /* page of the aliased form or anchor; filled on resolve */
+    VlHtmlForm *form;
+    VlHtmlAnch *anchor;
+    char *name; /* the alias's full activator name, as in the file */
+} VlAlias;
+
+typedef struct VlFunction {
+    VlHtmlForm *form;   /* exactly one of form and anchor is set */
+    VlHtmlAnch *anchor;
+    char *initCode;
+    char *funcCode; /* the binding code */
+    char *finalCode;
+    SutList *aliases; /* of VlAlias */
+} VlFunction;
+
+typedef struct VlModule {
+    int saved; /* 1 while the record matches the file */
+    time_t modTime;
+    VlHtmlDoc *html; /* not owned */
+    char *userIncludes;
+    SutList *functions; /* of VlFunction, in file order */
+} VlModule;
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,30 @@
+/* Option lines ("name : value") and option lists: lookup, replacement,
+ * removal, and the readers that turn a file or a text into an option list. */
+#ifndef VELMORA_UTIL_OPTIONS_H
+#define VELMORA_UTIL_OPTIONS_H
+
+#include "util/list.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+char *VlGetOption(SutList *list, const char *name, int *indexOut);
+char *VlGetOptionValue(SutList *list, const char *name);
+char *VlGetStrippedOptionValue(SutList *list, const char *name);
+char *VlGetStrippedOptionValueByCat(SutList *list, const char *category, const char *name);
+int VlValidOptionName(const char *name);
+char *VlMakeOptionString(const char *name, const char *value);
+SutList *VlAppendOption(SutList *list, char *line); /* takes line when it stores it */
+SutList *VlAppendOptionNameValue(SutList *list, const char *name, const char *value);
+int VlDeleteOptions(SutList *list, const char *name); /* 1 when a line was removed */
+SutList *VlVaOptionsMerge(SutList *list, ...);          /* lines end with a null pointer */
+SutList *VlOptionGetFromFile(const char *path);
+SutList *VlOptionGetFromString(const char *text);
+SutList *VlOptionGetIntList(const char *text);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

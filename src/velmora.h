@@ -1,0 +1,45 @@
+/* The whole engine's interface. Generated programs and embedders include this
+ * one header and link the velmora library. */
+#ifndef VELMORA_VELMORA_H
+#define VELMORA_VELMORA_H
+
+/* Foundation */
+#include "util/list.h"
+#include "util/strings.h"
+#include "util/options.h"
+#include "util/files.h"
+#include "util/process.h"
+#include "util/ident.h"
+#include "driver/nogui.h"
+
+/* Project */
+#include "project/project.h"
+#include "project/options.h"
+#include "project/writer.h"
+#include "project/mainmodule.h"
+#include "project/makefile.h"
+#include "project/naming.h"
+
+/* Modules */
+#include "module/module.h"
+#include "module/writer.h"
+
+/* HTML documents */
+#include "html/document.h"
+#include "html/keywords.h"
+#include "html/scanner.h"
+#include "html/markup.h"
+#include "html/page.h"
+
+/* Binding maps and binding code */
+#include "maps/map.h"
+#include "maps/mapfile.h"
+#include "maps/parser.h"
+#include "maps/generator.h"
+#include "maps/upkeep.h"
+
+/* Runtime services of generated programs */
+#include "runtime/request.h"
+#include "runtime/registry.h"
+
+#endif
