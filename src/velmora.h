@@ -14,6 +14,8 @@
 
 /* Project */
 #include "project/project.h"
+#include "project/reader.h"
+#include "project/lookup.h"
 #include "project/options.h"
 #include "project/writer.h"
 #include "project/mainmodule.h"
@@ -22,6 +24,7 @@
 
 /* Modules */
 #include "module/module.h"
+#include "module/reader.h"
 #include "module/writer.h"
 
 /* HTML documents */
@@ -30,6 +33,7 @@
 #include "html/scanner.h"
 #include "html/markup.h"
 #include "html/page.h"
+#include "html/refresh.h"
 
 /* Binding maps and binding code */
 #include "maps/map.h"
