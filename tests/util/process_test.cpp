@@ -153,12 +153,6 @@ TEST(Process, FlagsOnBadDescriptorsReportToStandardError) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "fcntl F_GETFL errorfcntl F_GETFL error");
 }
 
-TEST(Process, OpenMaxIsAskedOnceAndCached) {
-    long n = open_max();
-    EXPECT_EQ(n, sysconf(_SC_OPEN_MAX));
-    EXPECT_EQ(open_max(), n);
-}
-
 TEST(Process, BackgroundLaunchAndTextAreaAreInertWithoutAToolkit) {
     // With no toolkit, the registration handle is 0 whatever happens.
     EXPECT_EQ(VlLaunch(nullptr), 0u);
