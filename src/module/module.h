@@ -20,7 +20,7 @@ typedef struct VlAlias {
 } VlAlias;
 
 typedef struct VlFunction {
-    VlHtmlForm *form;   /* exactly one of form and anchor is set */
+    VlHtmlForm *form; /* exactly one of form and anchor is set */
     VlHtmlAnch *anchor;
     char *initCode;
     char *funcCode; /* the binding code */
@@ -35,6 +35,19 @@ typedef struct VlModule {
     char *userIncludes;
     SutList *functions; /* of VlFunction, in file order */
 } VlModule;
+
+/* A new zeroed module record; VlModuleNew sets its page. */
+VlModule *VlModuleNewEmpty(void);
+VlModule *VlModuleNew(VlHtmlDoc *html);
+/* Frees the user includes, every function with its aliases, the function
+ * list and the record; a null module is ignored. */
+void VlModuleDelete(VlModule *module);
+VlHtmlDoc *VlModuleGetHtml(VlModule *module);
+void VlModuleSetHtml(VlModule *module, VlHtmlDoc *html);
+/* Frees a function's three code sections, its aliases, alias list and record. */
+void VlModuleDeleteFunc(VlFunction *function);
+/* Frees an alias's name and the record. */
+void VlModuleFreeAlias(VlAlias *alias);
 
 #ifdef __cplusplus
 }
