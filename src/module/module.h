@@ -49,6 +49,27 @@ void VlModuleDeleteFunc(VlFunction *function);
 /* Frees an alias's name and the record. */
 void VlModuleFreeAlias(VlAlias *alias);
 
+/* Gives every form and anchor the module serves, its own and its aliases',
+ * the URL; 0 for a null module, url or page, else 1. */
+int VlModuleSetURL(VlModule *module, const char *url);
+/* The module's C source file name: the page name cut at its last "." followed
+ * by the project's source suffix; a new string, null without a page name. */
+char *VlModuleGetCFileName(VlModule *module);
+/* 1 when the C source file's modification time differs from modTime. */
+int VlModuleChangedOnDisk(VlModule *module);
+/* Points every alias at its page, form and anchor of the current project,
+ * dropping (with a message) the aliases whose activator is gone. 0 for a null
+ * module, else 1. */
+int VlModuleResolveAliases(VlModule *module);
+/* Marks the module as changed (saved 0); 0 for a null module. */
+int VlModuleSetChanged(VlModule *module);
+/* 1 when the module has unsaved changes; 0 for a null module. */
+int VlModuleChanged(VlModule *module);
+
+/* Runs a distribution script with the file name as its one argument, quoted
+ * for the shell, and waits for it; the script's status is returned. */
+int VlRunFileScript(const char *script, const char *fileName);
+
 #ifdef __cplusplus
 }
 #endif
