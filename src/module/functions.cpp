@@ -11,14 +11,10 @@
 #include "project/lookup.h"
 #include "project/project.h"
 #include "util/ident.h"
+#include "util/heap.hpp"
 #include "util/strings.h"
 
 namespace {
-
-struct FreeDeleter {
-    void operator()(void *p) const { free(p); }
-};
-using CString = std::unique_ptr<char, FreeDeleter>;
 
 VlFunction *FunctionAt(const VlModule *module, int i) {
     return module ? static_cast<VlFunction *>(SutGetNList(module->functions, i)) : nullptr;
@@ -340,7 +336,7 @@ char *VlModuleGetActivatorByAlias(VlModule *module, VlHtmlDoc *page, const char 
     if (!VlModuleGetFuncAndAlias(module, page, shortName, type, &fn, &alias, &index))
         return nullptr;
     const bool isAnchor = type[0] == 'A';
-    CString name(isAnchor ? VlHtmlAnchGetName(fn->anchor) : VlHtmlFormGetName(fn->form));
+    VlCharPtr name(isAnchor ? VlHtmlAnchGetName(fn->anchor) : VlHtmlFormGetName(fn->form));
     return WbMakeFormIdString(VlHtmlGetName(module->html), name.get(),
                               WbGetActivatorType(isAnchor ? "A" : "F"));
 }
@@ -352,11 +348,11 @@ SutList *VlModuleFuncGetAliases(VlFunction *function) {
         const VlAlias *alias = AliasAt(function, i);
         char *id = nullptr;
         if (alias->form) {
-            CString name(VlHtmlFormGetName(alias->form));
+            VlCharPtr name(VlHtmlFormGetName(alias->form));
             id = WbMakeFormIdString(VlHtmlGetName(alias->html), name.get(),
                                     WbGetActivatorType("F"));
         } else if (alias->anchor) {
-            CString name(VlHtmlAnchGetName(alias->anchor));
+            VlCharPtr name(VlHtmlAnchGetName(alias->anchor));
             id = WbMakeFormIdString(VlHtmlGetName(alias->html), name.get(),
                                     WbGetActivatorType("A"));
         } else {

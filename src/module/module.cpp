@@ -16,14 +16,10 @@
 #include "project/options.h"
 #include "project/project.h"
 #include "util/process.h"
+#include "util/heap.hpp"
 #include "util/strings.h"
 
 namespace {
-
-struct FreeDeleter {
-    void operator()(void *p) const { free(p); }
-};
-using CString = std::unique_ptr<char, FreeDeleter>;
 
 VlFunction *FunctionAt(VlModule *module, int i) {
     return static_cast<VlFunction *>(SutGetNList(module->functions, i));
@@ -98,13 +94,13 @@ char *VlModuleGetCFileName(VlModule *module) {
     std::string name(page);
     // The last "." of the whole name, directory part included.
     if (size_t dot = name.rfind('.'); dot != std::string::npos) name.resize(dot);
-    CString suffix(VlProjGetOptionByCat("Makefile.", "$VL_SOURCE_SUFFIX"));
+    VlCharPtr suffix(VlProjGetOptionByCat("Makefile.", "$VL_SOURCE_SUFFIX"));
     if (suffix) name += suffix.get();
     return StrDup(name.c_str());
 }
 
 int VlModuleChangedOnDisk(VlModule *module) {
-    CString name(VlModuleGetCFileName(module));
+    VlCharPtr name(VlModuleGetCFileName(module));
     struct stat st;
     if (!name || stat(name.get(), &st) != 0) return 0;
     return st.st_mtime != module->modTime ? 1 : 0;
@@ -151,8 +147,8 @@ int VlModuleSetChanged(VlModule *module) {
 int VlModuleChanged(VlModule *module) { return module ? !module->saved : 0; }
 
 int VlRunFileScript(const char *script, const char *fileName) {
-    CString quoted(VlShellQuote(fileName));
-    CString command(VlStrMCat(script, quoted.get(), (const char *)nullptr));
+    VlCharPtr quoted(VlShellQuote(fileName));
+    VlCharPtr command(VlStrMCat(script, quoted.get(), (const char *)nullptr));
     fflush(stdout);
     fflush(stderr);
     return VlLaunchAndBlock(command.get());

@@ -20,14 +20,10 @@
 #include "project/naming.h"
 #include "project/project.h"
 #include "util/files.h"
+#include "util/heap.hpp"
 #include "util/strings.h"
 
 namespace {
-
-struct FreeDeleter {
-    void operator()(void *p) const { free(p); }
-};
-using CString = std::unique_ptr<char, FreeDeleter>;
 
 const char kVersionLine[] = "/* Velmora Module File V1.0B */\n";
 const char kUserIncludes[] = "/* Velmora Start Of user Includes */\n";
@@ -52,7 +48,7 @@ const char *OrNullHtml(const char *name) { return name ? name : "NULL HTML Name"
 int ReadFunction(VlModule *module, const char *pageName, const char **cursor,
                  VlFunction **function) {
     *function = nullptr;
-    CString name(VlParseSection(*cursor, kFunction, kFunctionEnd, cursor));
+    VlCharPtr name(VlParseSection(*cursor, kFunction, kFunctionEnd, cursor));
     if (!name || !*name) return 0;
 
     VlHtmlDoc *page = module->html;
@@ -101,10 +97,10 @@ int ReadFunction(VlModule *module, const char *pageName, const char **cursor,
     if (fn->funcCode) {
         const char *docName = VlHtmlGetName(page);
         if (form) {
-            CString widget(VlHtmlFormGetName(form));
+            VlCharPtr widget(VlHtmlFormGetName(form));
             SwdParseFormCode(docName, widget.get(), fn->funcCode);
         } else {
-            CString widget(VlHtmlAnchGetName(anchor));
+            VlCharPtr widget(VlHtmlAnchGetName(anchor));
             SwdParseAnchCode(docName, widget.get(), fn->funcCode);
         }
     }
@@ -116,9 +112,9 @@ int ReadFunction(VlModule *module, const char *pageName, const char **cursor,
  * function of this module that serves the named activator. */
 void ReadAliases(VlModule *module, const char **cursor) {
     for (;;) {
-        CString aliasName(VlParseSection(*cursor, kAlias, kAliasMid, cursor));
+        VlCharPtr aliasName(VlParseSection(*cursor, kAlias, kAliasMid, cursor));
         if (!aliasName) return;
-        CString activator(VlParseSection(*cursor, kAliasMid, kAliasEnd, cursor));
+        VlCharPtr activator(VlParseSection(*cursor, kAliasMid, kAliasEnd, cursor));
         if (!activator) return;
 
         VlFunction *fn = nullptr;
@@ -176,7 +172,7 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
     }
     if (VlProjCallReadWriteScripts()) VlRunFileScript("vlreadmodule.sh ", fileName);
 
-    CString text(VlReadFile(fileName));
+    VlCharPtr text(VlReadFile(fileName));
     if (!text) {
         VlPrintError(VlCatGets(10, 2, "Could not read file in VlModuleNewFromFile"));
         VlPrintError("<");
@@ -193,7 +189,7 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
     VlModule *module = VlModuleNewEmpty();
     const char *cursor = text.get();
     module->userIncludes = VlParseSection(cursor, kUserIncludes, kPageName, &cursor);
-    CString pageName(VlParseSection(cursor, kPageName, kPageNameEnd, &cursor));
+    VlCharPtr pageName(VlParseSection(cursor, kPageName, kPageNameEnd, &cursor));
     module->html = VlProjGetHtml(pageName.get());
     if (!module->html) {
         VlModuleDelete(module);
@@ -225,7 +221,7 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
 
 SutList *VlParseFileToFragments(const char *fileName, const char *separator) {
     if (!fileName || !separator) return nullptr;
-    CString text(VlReadFile(fileName));
+    VlCharPtr text(VlReadFile(fileName));
     if (!text) return nullptr;
     SutList *fragments = SutNewList();
     const char *cursor = text.get();

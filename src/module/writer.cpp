@@ -15,18 +15,14 @@
 #include "project/naming.h"
 #include "project/project.h"
 #include "util/files.h"
+#include "util/heap.hpp"
 
 namespace {
-
-struct FreeDeleter {
-    void operator()(void *p) const { free(p); }
-};
-using CString = std::unique_ptr<char, FreeDeleter>;
 
 /* Appends the text with DOS line ends made Unix ones; null appends nothing. */
 void AppendUnix(std::string &out, const char *text) {
     if (!text) return;
-    CString unix(VlDosToUnix(text));
+    VlCharPtr unix(VlDosToUnix(text));
     out += unix.get();
 }
 
