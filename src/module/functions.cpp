@@ -1,6 +1,7 @@
 /* Editing a module's activator functions and aliases. Operations given a page
  * work on that page's module of the current project. Every change clears the
  * module's saved flag, except a function's pointer change (see below). */
+#include "project/pending.h"
 #include "module/functions.h"
 
 #include <stdlib.h>
@@ -24,7 +25,9 @@ VlAlias *AliasAt(const VlFunction *fn, int i) {
     return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
 }
 
-char TypeLetter(const char *type) { return type ? type[0] : 0; }
+char TypeLetter(const char *type) {
+    return type ? type[0] : 0;
+}
 
 /* Replaces a text field by a copy of text, freeing the old one. */
 void ReplaceText(char **field, const char *text) {
@@ -258,12 +261,13 @@ int VlModuleRenameActivator(VlModule *module, const char *oldName, const char *n
             free(shortName);
         }
     }
-    for (char *p : {oldPage, oldShort, oldType, newPage, newShort, newType}) free(p);
+    for (char *p : {oldPage, oldShort, oldType, newPage, newShort, newType})
+        free(p);
     return 1;
 }
 
-int VlModuleAddAlias(VlHtmlDoc *page, const char *shortName, const char *type,
-                     VlHtmlDoc *aliasPage, const char *aliasShortName) {
+int VlModuleAddAlias(VlHtmlDoc *page, const char *shortName, const char *type, VlHtmlDoc *aliasPage,
+                     const char *aliasShortName) {
     VlModule *module = VlProjGetModule(page);
     if (!module) return 0;
     module->saved = 0; // cleared before it is known whether an alias is added
@@ -302,8 +306,7 @@ int VlModuleGetFuncAndAlias(VlModule *module, VlHtmlDoc *page, const char *short
 int VlModuleGetFuncAndAlias2(VlModule *module, VlHtmlDoc *page, VlHtmlForm *form,
                              VlHtmlAnch *anchor, const char *type, VlFunction **functionOut,
                              VlAlias **aliasOut, int *indexOut) {
-    if (!module || !type || !functionOut || !aliasOut || !indexOut || (!form && !anchor))
-        return 0;
+    if (!module || !type || !functionOut || !aliasOut || !indexOut || (!form && !anchor)) return 0;
     // The type letter says which of the two records the alias must point at.
     VlHtmlForm *wantForm = type[0] == 'F' ? form : nullptr;
     VlHtmlAnch *wantAnchor = type[0] == 'A' ? anchor : nullptr;
@@ -349,12 +352,12 @@ SutList *VlModuleFuncGetAliases(VlFunction *function) {
         char *id = nullptr;
         if (alias->form) {
             VlCharPtr name(VlHtmlFormGetName(alias->form));
-            id = WbMakeFormIdString(VlHtmlGetName(alias->html), name.get(),
-                                    WbGetActivatorType("F"));
+            id =
+                WbMakeFormIdString(VlHtmlGetName(alias->html), name.get(), WbGetActivatorType("F"));
         } else if (alias->anchor) {
             VlCharPtr name(VlHtmlAnchGetName(alias->anchor));
-            id = WbMakeFormIdString(VlHtmlGetName(alias->html), name.get(),
-                                    WbGetActivatorType("A"));
+            id =
+                WbMakeFormIdString(VlHtmlGetName(alias->html), name.get(), WbGetActivatorType("A"));
         } else {
             VlPrintError(VlCatGets(10, 12, "Could not resolve activator name\n"));
             continue;

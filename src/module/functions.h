@@ -32,22 +32,20 @@ int VlModuleChangeFormPtr(VlModule *module, VlHtmlDoc *page, VlHtmlForm *oldForm
                           VlHtmlForm *newForm);
 int VlModuleChangeAnchPtr(VlModule *module, VlHtmlDoc *page, VlHtmlAnch *oldAnchor,
                           VlHtmlAnch *newAnchor);
-int VlModuleIsActivator(VlModule *module, VlHtmlDoc *page, const char *shortName,
-                        const char *type);
+int VlModuleIsActivator(VlModule *module, VlHtmlDoc *page, const char *shortName, const char *type);
 int VlModuleRenameActivator(VlModule *module, const char *oldName, const char *newName);
 int VlwGetActIdParts(const char *formId, char **pageOut, char **shortNameOut, char **typeOut);
 
 /* Aliases. */
-int VlModuleAddAlias(VlHtmlDoc *page, const char *shortName, const char *type,
-                     VlHtmlDoc *aliasPage, const char *aliasShortName);
+int VlModuleAddAlias(VlHtmlDoc *page, const char *shortName, const char *type, VlHtmlDoc *aliasPage,
+                     const char *aliasShortName);
 int VlModuleGetFuncAndAlias(VlModule *module, VlHtmlDoc *page, const char *shortName,
                             const char *type, VlFunction **functionOut, VlAlias **aliasOut,
                             int *indexOut);
 int VlModuleGetFuncAndAlias2(VlModule *module, VlHtmlDoc *page, VlHtmlForm *form,
                              VlHtmlAnch *anchor, const char *type, VlFunction **functionOut,
                              VlAlias **aliasOut, int *indexOut);
-int VlModuleDeleteAlias(VlModule *module, VlHtmlDoc *page, const char *shortName,
-                        const char *type);
+int VlModuleDeleteAlias(VlModule *module, VlHtmlDoc *page, const char *shortName, const char *type);
 char *VlModuleGetActivatorByAlias(VlModule *module, VlHtmlDoc *page, const char *shortName,
                                   const char *type);
 SutList *VlModuleFuncGetAliases(VlFunction *function);

@@ -1,6 +1,7 @@
 /* The module record of a page: creation, release and the simple accessors.
  * A module owns its user includes and its functions; a function owns its
  * code sections and aliases; the page records are the project's. */
+#include "project/pending.h"
 #include "module/module.h"
 
 #include <stdio.h>
@@ -144,7 +145,9 @@ int VlModuleSetChanged(VlModule *module) {
     return 1;
 }
 
-int VlModuleChanged(VlModule *module) { return module ? !module->saved : 0; }
+int VlModuleChanged(VlModule *module) {
+    return module ? !module->saved : 0;
+}
 
 int VlRunFileScript(const char *script, const char *fileName) {
     VlCharPtr quoted(VlShellQuote(fileName));

@@ -1,6 +1,7 @@
 /* Lookups over the current project's modules and pages, the small project
  * queries, the form and anchor operations that reach every module, and the
  * entry through which regenerated binding code reaches an activator function. */
+#include "project/pending.h"
 #include "project/lookup.h"
 
 #include <string.h>
@@ -17,10 +18,18 @@
 
 namespace {
 
-int ModuleCount() { return theProj ? SutSizList(theProj->modules) : 0; }
-VlModule *ModuleAt(int i) { return static_cast<VlModule *>(SutGetNList(theProj->modules, i)); }
-int PageCount() { return theProj ? SutSizList(theProj->htmlDocs) : 0; }
-VlHtmlDoc *PageAt(int i) { return static_cast<VlHtmlDoc *>(SutGetNList(theProj->htmlDocs, i)); }
+int ModuleCount() {
+    return theProj ? SutSizList(theProj->modules) : 0;
+}
+VlModule *ModuleAt(int i) {
+    return static_cast<VlModule *>(SutGetNList(theProj->modules, i));
+}
+int PageCount() {
+    return theProj ? SutSizList(theProj->htmlDocs) : 0;
+}
+VlHtmlDoc *PageAt(int i) {
+    return static_cast<VlHtmlDoc *>(SutGetNList(theProj->htmlDocs, i));
+}
 
 /* Joins the names, each after one blank, leaving out missing files on request. */
 template <typename NameOf> char *BlankJoined(int count, int onlyExisting, NameOf nameOf) {
@@ -44,8 +53,8 @@ int AddActivatorCode(const char *pageName, const char *widget, const char *code,
     VlModule *module = VlProjGetModule(page);
     if (!code) {
         // Taking code away never creates a function.
-        VlFunction *fn = anchor ? VlModuleGetFuncByAnch(module, anch)
-                                : VlModuleGetFuncByForm(module, form);
+        VlFunction *fn =
+            anchor ? VlModuleGetFuncByAnch(module, anch) : VlModuleGetFuncByForm(module, form);
         return fn ? VlModuleAddFunc(module, form, anch, nullptr) : 1;
     }
     if (!module) {

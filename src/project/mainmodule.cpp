@@ -1,6 +1,7 @@
 /* The main module record and the reading of the three regions the user may
  * edit in the generated main C source file: includes and declarations,
  * initial code and final code, each between its two delimiter lines. */
+#include "project/pending.h"
 #include "project/mainmodule.h"
 
 #include <stdlib.h>
@@ -14,7 +15,9 @@
 
 namespace {
 
-VlMainModule *CurrentMain() { return theProj ? theProj->mainModule : nullptr; }
+VlMainModule *CurrentMain() {
+    return theProj ? theProj->mainModule : nullptr;
+}
 
 int SetText(char *VlMainModule::*field, const char *text) {
     VlMainModule *main = CurrentMain();
@@ -42,7 +45,9 @@ VlMainModule *VlMainModuleNewEmpty(void) {
     return static_cast<VlMainModule *>(calloc(1, sizeof(VlMainModule)));
 }
 
-VlMainModule *VlMainModuleNew(void) { return nullptr; }
+VlMainModule *VlMainModuleNew(void) {
+    return nullptr;
+}
 
 int VlMainModuleRead(const char *fileName) {
     VlCharPtr text(VlReadFile(fileName));
@@ -61,12 +66,10 @@ int VlMainModuleRead(const char *fileName) {
     // Each search goes on from where the previous region ended; a missing
     // region gives null and leaves the position where it was.
     const char *cursor = text.get();
-    Replace(main->declarations,
-            VlParseSection(cursor, "/* Velmora Start Of User Includes */\n",
-                           "/* Velmora End Of User Includes */\n", &cursor));
-    Replace(main->initialCode,
-            VlParseSection(cursor, "\t/* Velmora Start Of Initial Code */\n",
-                           "\t/* Velmora End Of Initial Code */\n", &cursor));
+    Replace(main->declarations, VlParseSection(cursor, "/* Velmora Start Of User Includes */\n",
+                                               "/* Velmora End Of User Includes */\n", &cursor));
+    Replace(main->initialCode, VlParseSection(cursor, "\t/* Velmora Start Of Initial Code */\n",
+                                              "\t/* Velmora End Of Initial Code */\n", &cursor));
     Replace(main->finalCode, VlParseSection(cursor, "\t/* Velmora Start Of Final Code */\n",
                                             "\t/* Velmora End Of Final Code */\n", &cursor));
     return 1;
@@ -75,10 +78,20 @@ int VlMainModuleRead(const char *fileName) {
 int VlProjMainSetDeclarations(const char *text) {
     return SetText(&VlMainModule::declarations, text);
 }
-int VlProjMainSetInitialCode(const char *text) { return SetText(&VlMainModule::initialCode, text); }
-int VlProjMainSetFinalCode(const char *text) { return SetText(&VlMainModule::finalCode, text); }
-char *VlProjMainGetDeclarations(void) { return GetText(&VlMainModule::declarations); }
-char *VlProjMainGetInitialCode(void) { return GetText(&VlMainModule::initialCode); }
-char *VlProjMainGetFinalCode(void) { return GetText(&VlMainModule::finalCode); }
+int VlProjMainSetInitialCode(const char *text) {
+    return SetText(&VlMainModule::initialCode, text);
+}
+int VlProjMainSetFinalCode(const char *text) {
+    return SetText(&VlMainModule::finalCode, text);
+}
+char *VlProjMainGetDeclarations(void) {
+    return GetText(&VlMainModule::declarations);
+}
+char *VlProjMainGetInitialCode(void) {
+    return GetText(&VlMainModule::initialCode);
+}
+char *VlProjMainGetFinalCode(void) {
+    return GetText(&VlMainModule::finalCode);
+}
 
 } // extern "C"

@@ -2,6 +2,7 @@
  * (module files, page files, option lines), then the pages, the modules with
  * their binding code, the aliases between them, the project's name and
  * directory and its main module. */
+#include "project/pending.h"
 #include "project/reader.h"
 
 #include <stdint.h>
@@ -83,8 +84,10 @@ int VlProjReadModules(SutList *names, SutList **statusOut) {
             continue;
         }
         VlModule *module = VlModuleNewFromFile(name);
-        if (module) SutAddList(theProj->modules, module);
-        else allRead = 0;
+        if (module)
+            SutAddList(theProj->modules, module);
+        else
+            allRead = 0;
         SutAddList(status, reinterpret_cast<void *>(static_cast<intptr_t>(module ? 1 : 0)));
     }
     if (!statusOut) SutDeleteList(status);
