@@ -17,11 +17,13 @@ int VlProjCallReadWriteScripts(void);
 int VlProjSetName(const char *path);
 int VlProjUpgradeOptions(SutList *list);
 struct VlProject *VlProjNewEmpty(void);
-void VlProjAddToMRU(void);
 VlHtmlDoc *VlHtmlNewFromFile(const char *name);
 time_t VlGetFileModTime(const char *name);
 int SwdParseFormCode(const char *interface, const char *widget, const char *body);
 int SwdParseAnchCode(const char *interface, const char *widget, const char *body);
+struct SpmSPBind;
+struct SpmCallbackBind;
+char *getCallbackCode(struct SpmSPBind *bind, struct SpmCallbackBind *callBind, int flag);
 
 #ifdef __cplusplus
 }
