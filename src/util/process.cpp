@@ -1,0 +1,235 @@
+// Child processes: blocking runs through the shell with the output caught in
+// a temporary file, background runs whose output arrives through a pipe, the
+// capture streams' own process table, and the quoting that keeps any file
+// name or value from running as a command.
+#include "util/process.h"
+
+#include "driver/nogui.h"
+#include "util/files.h"
+#include "util/heap.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+void *errorTextWidget = nullptr;
+std::vector<FILE *> unreadStreams;
+
+// Child process ids of the capture streams, indexed by the stream's
+// descriptor; 0 marks a free entry.
+std::vector<pid_t> &childTable() {
+    static std::vector<pid_t> table;
+    if (table.empty()) {
+        long n = open_max();
+        // Descriptors above this bound enlarge the table when they turn up.
+        table.resize(n > 0 && n < 65536 ? static_cast<size_t>(n) : 65536);
+    }
+    return table;
+}
+
+void flushOutput() {
+    std::fflush(stdout);
+    std::fflush(stderr);
+}
+
+bool safeShellChar(char c) {
+    if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) return true;
+    return std::strchr("._-/+,:@%=", c) != nullptr && c != '\0';
+}
+
+} // namespace
+
+extern "C" {
+
+int VlLaunchAndBlock(const char *command) {
+    if (!command) return 0;
+    const char *dir = std::getenv("TMPDIR");
+    std::string name = std::string(dir && *dir ? dir : "/tmp") + "/vlnoguiXXXXXX";
+    int fd = mkstemp(name.data());
+    if (fd < 0) return -1;
+    close(fd);
+    VlCharPtr quotedName(VlShellQuote(name.c_str()));
+    // The braces send the output of every part of a compound command to the
+    // file, so nothing the command prints reaches our standard output.
+    std::string line = "{ ";
+    line += command;
+    line += "\n} 1> ";
+    line += quotedName.get();
+    line += " 2>&1";
+    flushOutput();
+    int status = std::system(line.c_str());
+    VlCharPtr text(VlReadFile(name.c_str()));
+    VlAppendToText(errorTextWidget, text.get());
+    unlink(name.c_str());
+    return status;
+}
+
+unsigned long VlLaunch(const char *command) {
+    if (!command) return 0;
+    FILE *stream = VlExecCaptureOutAndErr(command);
+    if (!stream) return 0;
+    unsigned long id = XtAppAddInput(XtWidgetToApplicationContext(errorTextWidget), fileno(stream),
+                                     nullptr, ReadFromStdIn, stream);
+    // Without an event loop nobody reads the pipe; the stream is kept so the
+    // child is not cut off, and stays reachable until the process ends.
+    if (id == 0) unreadStreams.push_back(stream);
+    return id;
+}
+
+FILE *VlExecCaptureOutAndErr(const char *command) {
+    if (!command) return nullptr;
+    std::vector<pid_t> &table = childTable();
+    int fds[2];
+    if (pipe(fds) != 0) return nullptr;
+    flushOutput();
+    pid_t pid = fork();
+    if (pid < 0) {
+        close(fds[0]);
+        close(fds[1]);
+        return nullptr;
+    }
+    if (pid == 0) {
+        close(fds[0]);
+        dup2(fds[1], 1);
+        dup2(fds[1], 2);
+        if (fds[1] != 1 && fds[1] != 2) close(fds[1]);
+        // Earlier capture streams belong to the parent only.
+        for (size_t i = 0; i < table.size(); i++)
+            if (table[i] > 0) close(static_cast<int>(i));
+        execl("/bin/sh", "sh", "-c", command, static_cast<char *>(nullptr));
+        _exit(127);
+    }
+    close(fds[1]);
+    FILE *stream = fdopen(fds[0], "r");
+    if (!stream) {
+        close(fds[0]);
+        while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        return nullptr;
+    }
+    size_t slot = static_cast<size_t>(fds[0]);
+    if (slot >= table.size()) table.resize(slot + 1);
+    table[slot] = pid;
+    return stream;
+}
+
+int Vlpclose(FILE *stream) {
+    if (!stream) return -1;
+    std::vector<pid_t> &table = childTable();
+    int fd = fileno(stream);
+    if (fd < 0 || static_cast<size_t>(fd) >= table.size() || table[fd] == 0) return -1;
+    pid_t pid = table[fd];
+    table[fd] = 0;
+    if (std::fclose(stream) == EOF) return -1;
+    int status = 0;
+    while (waitpid(pid, &status, 0) < 0)
+        if (errno != EINTR) return -1;
+    return status;
+}
+
+long open_max(void) {
+    static long cached = 0;
+    static bool asked = false;
+    if (!asked) {
+        asked = true;
+        errno = 0;
+        cached = sysconf(_SC_OPEN_MAX);
+        if (cached < 0) {
+            if (errno != 0)
+                std::fputs("sysconf error for _SC_OPEN_MAX", stderr);
+            else
+                cached = 256; // no limit given: a reasonable guess
+        }
+    }
+    return cached;
+}
+
+void set_fl(int fd, int flags) {
+    int now = fcntl(fd, F_GETFL, 0);
+    if (now < 0) {
+        std::fputs("fcntl F_GETFL error", stderr);
+        return;
+    }
+    if (fcntl(fd, F_SETFL, now | flags) < 0) std::fputs("fcntl F_SETFL error", stderr);
+}
+
+void clr_fl(int fd, int flags) {
+    int now = fcntl(fd, F_GETFL, 0);
+    if (now < 0) {
+        std::fputs("fcntl F_GETFL error", stderr);
+        return;
+    }
+    if (fcntl(fd, F_SETFL, now & ~flags) < 0) std::fputs("fcntl F_SETFL error", stderr);
+}
+
+void ReadFromStdIn(void *stream, int *fdPtr, unsigned long *inputIdPtr) {
+    if (!stream || !fdPtr) return;
+    int fd = *fdPtr;
+    set_fl(fd, O_NONBLOCK);
+    char buffer[256];
+    for (;;) {
+        ssize_t n = read(fd, buffer, 255);
+        if (n > 0) {
+            buffer[n] = '\0';
+            VlAppendToText(errorTextWidget, buffer);
+            continue;
+        }
+        if (n == 0) {
+            Vlpclose(static_cast<FILE *>(stream));
+            if (inputIdPtr) XtRemoveInput(*inputIdPtr);
+            return;
+        }
+        if (errno == EINTR) continue;
+        if (errno != EAGAIN && errno != EWOULDBLOCK)
+            std::fputs("Unknown errnoo in VlLaunch.ReadFromStdIn", stderr);
+        return;
+    }
+}
+
+void VlSetErrorTextWidget(void *widget) {
+    if (!errorTextWidget) errorTextWidget = widget;
+}
+
+void VlAppendToText(void *widget, const char *text) {
+    if (!widget || !text) return;
+    XmTextInsert(widget, XmTextGetLastPosition(widget), text);
+    XmTextShowPosition(widget, XmTextGetLastPosition(widget));
+}
+
+char *VlShellQuote(const char *text) {
+    std::string_view t(text ? text : "");
+    bool plain = !t.empty();
+    for (char c : t)
+        plain = plain && safeShellChar(c);
+    if (plain) return VlHeapCopy(t);
+    std::string out = "'";
+    for (char c : t) {
+        if (c == '\'')
+            out += "'\\''";
+        else
+            out += c;
+    }
+    out += '\'';
+    return VlHeapCopy(out);
+}
+
+char *VlShellEscapeInDoubleQuotes(const char *text) {
+    std::string out;
+    for (const char *p = text ? text : ""; *p; ++p) {
+        if (*p == '$' || *p == '`' || *p == '"' || *p == '\\') out += '\\';
+        out += *p;
+    }
+    return VlHeapCopy(out);
+}
+
+} // extern "C"
