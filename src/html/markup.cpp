@@ -14,7 +14,6 @@
 #include "html/textscan.hpp"
 #include "util/list.h"
 
-extern "C" int VlAnyKeys(void);
 
 using namespace vlscan;
 

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "html/keywords.h"
 #include "html/markup.h"
 #include "html/scanner.h"
 #include "project/naming.h"
@@ -17,7 +18,6 @@
 #include "util/heap.hpp"
 #include "util/process.h"
 
-extern "C" int VlAnyKeys(void);
 
 namespace {
 

@@ -16,7 +16,6 @@
 #include "util/list.h"
 #include "util/strings.h"
 
-extern "C" int VlAnyKeys(void);
 
 using namespace vlscan;
 
