@@ -12,6 +12,7 @@
 
 #include "html/page.h"
 #include "util/list.h"
+#include "util/heap.hpp"
 #include "util/strings.h"
 
 namespace {
@@ -21,8 +22,6 @@ namespace {
 constexpr const char *kDefaultProjUrl = "http://localhost/cgi-bin/";
 
 char *theProjUrl = nullptr;
-
-char *CopyOut(const std::string &s) { return StrDup(s.c_str()); }
 
 bool IsEmpty(const char *s) { return s == nullptr || *s == '\0'; }
 
@@ -44,7 +43,7 @@ char *MakeFullName(const VlHtmlDoc *doc, const char *shortName, char letter) {
     s += "__";
     s += letter;
     s += doc->modName ? doc->modName : "";
-    return CopyOut(s);
+    return VlHeapCopy(s);
 }
 
 // The part of a full name before its first "__F" or "__A", or null.
@@ -61,13 +60,13 @@ char *FuncName(const char *fullName, const char *mark, char letter) {
     std::string s(1, letter);
     s += shortName;
     free(shortName);
-    return CopyOut(s);
+    return VlHeapCopy(s);
 }
 
 char *NextGeneratedName(const char *kind, int *counter) {
     std::string s = kind;
     s += std::to_string((*counter)++);
-    return CopyOut(s);
+    return VlHeapCopy(s);
 }
 
 template <class Record> Record *NewRecord() {
@@ -238,7 +237,7 @@ SutList *VlHtmlGetForms(VlHtmlDoc *doc) {
             char *shortName = ShortName(f->fullName, "__F");
             SutAddList(out, shortName ? shortName : StrDup(f->fullName));
         } else {
-            SutAddList(out, CopyOut(std::string(" ACTION=") + (f->action ? f->action : "")));
+            SutAddList(out, VlHeapCopy(std::string(" ACTION=") + (f->action ? f->action : "")));
         }
     }
     return out;
@@ -258,7 +257,7 @@ SutList *VlHtmlGetAnchs(VlHtmlDoc *doc) {
             s += a->urlAttr ? a->urlAttr : "HREF";
             s += "=";
             s += a->url ? a->url : "";
-            SutAddList(out, CopyOut(s));
+            SutAddList(out, VlHeapCopy(s));
         }
     }
     return out;
@@ -440,7 +439,7 @@ int VlHtmlSetName(VlHtmlDoc *doc, const char *path) {
     for (char &c : mod)
         if (!isalnum(static_cast<unsigned char>(c)) || static_cast<unsigned char>(c) > 127)
             c = '_';
-    SetFieldOwned(&doc->modName, CopyOut(mod));
+    SetFieldOwned(&doc->modName, VlHeapCopy(mod));
     return 1;
 }
 

@@ -11,6 +11,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "util/heap.hpp"
 #include "util/strings.h"
 
 namespace {
@@ -481,7 +482,7 @@ char *WbeGetUniqueSPName(const char *base) {
     }
     for (unsigned long n = 1;; n++) {
         std::string candidate = stem + std::to_string(n);
-        if (!taken.count(candidate)) return strdup(candidate.c_str());
+        if (!taken.count(candidate)) return VlHeapCopy(candidate);
     }
 }
 

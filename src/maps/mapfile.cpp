@@ -15,6 +15,7 @@
 
 #include "driver/nogui.h"
 #include "maps/map.h"
+#include "util/heap.hpp"
 #include "util/process.h"
 
 namespace {
@@ -137,12 +138,12 @@ bool parseEnum(string_view v, char **field, std::initializer_list<const char *> 
 
 void setString(char **field, string_view v) {
     free(*field);
-    *field = strndup(v.data(), v.size());
+    *field = VlHeapCopy(v);
 }
 
 void appendOption(SutList **list, string_view v) {
     if (!*list) *list = SutNewList();
-    SutAddList(*list, strndup(v.data(), v.size()));
+    SutAddList(*list, VlHeapCopy(v));
 }
 
 struct MapReader {

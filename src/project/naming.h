@@ -6,6 +6,13 @@
 extern "C" {
 #endif
 
+/* 1 when "Project.Call Read/Write Scripts" is absent or "True": the project's
+ * read and write scripts run around every file the engine reads or writes. */
+int VlProjCallReadWriteScripts(void);
+/* 1 when "Project.Relocatable Project" is "True": CGI URLs are resolved when
+ * the application runs instead of being written into pages and modules. */
+int VlProjRelocatable(void);
+
 #ifdef __cplusplus
 }
 #endif
