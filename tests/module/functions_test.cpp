@@ -10,7 +10,9 @@ namespace {
 VlFunction *functionAt(VlModule *module, int i) {
     return static_cast<VlFunction *>(SutGetNList(module->functions, i));
 }
-VlAlias *aliasAt(VlFunction *fn, int i) { return static_cast<VlAlias *>(SutGetNList(fn->aliases, i)); }
+VlAlias *aliasAt(VlFunction *fn, int i) {
+    return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
+}
 
 std::vector<std::string> strings(SutList *list) {
     std::vector<std::string> out;
@@ -140,7 +142,8 @@ TEST(ModuleFunctions, DeleteRemovesTheFunctionAndOnlyTheFirstAlias) {
     EXPECT_EQ(otherModule->saved, 0);
     // The second alias stays and is still written while its form exists.
     EXPECT_EQ(VlModuleWrite(otherModule, "other.c", 1), 1);
-    EXPECT_NE(ws.read("other.c").find("\tVlRegisterHtmlAlias(\"order__Fshop_html\",\"x__Fother_html\");\n"),
+    EXPECT_NE(ws.read("other.c").find(
+                  "\tVlRegisterHtmlAlias(\"order__Fshop_html\",\"x__Fother_html\");\n"),
               std::string::npos);
 
     // Anchors the same way; a module serving nothing of the page stays saved.
@@ -202,10 +205,9 @@ TEST(ModuleFunctions, AddAliasClearsSavedFirst) {
     EXPECT_EQ(VlModuleAddAlias(s.shop, "home", "A", s.cart, "pay"), 0); // no function for home
     EXPECT_EQ(s.module->saved, 0);
     s.module->saved = 1;
-    EXPECT_EQ(printed([&] {
-                  EXPECT_EQ(VlModuleAddAlias(s.shop, "order", "F", s.cart, "nothing"), 0);
-              }),
-              "Internal error in VlModuleAddAlias\n");
+    EXPECT_EQ(
+        printed([&] { EXPECT_EQ(VlModuleAddAlias(s.shop, "order", "F", s.cart, "nothing"), 0); }),
+        "Internal error in VlModuleAddAlias\n");
     EXPECT_EQ(s.module->saved, 0);
     EXPECT_EQ(SutSizList(functionAt(s.module, 0)->aliases), 0);
 
@@ -239,9 +241,8 @@ TEST(ModuleFunctions, FindingListingAndRemovingAliases) {
     EXPECT_EQ(VlModuleGetFuncAndAlias(s.module, s.cart, "back", "F", &fn, &alias, &index), 0);
     EXPECT_EQ(VlModuleGetFuncAndAlias(s.module, s.shop, "order", "F", &fn, &alias, &index), 0);
     EXPECT_EQ(VlModuleGetFuncAndAlias(s.module, s.cart, "pay", nullptr, &fn, &alias, &index), 0);
-    EXPECT_EQ(VlModuleGetFuncAndAlias2(s.module, s.cart, nullptr, nullptr, "F", &fn, &alias,
-                                       &index),
-              0);
+    EXPECT_EQ(
+        VlModuleGetFuncAndAlias2(s.module, s.cart, nullptr, nullptr, "F", &fn, &alias, &index), 0);
 
     EXPECT_EQ(owned(VlModuleGetActivatorByAlias(s.module, s.cart, "pay", "F")),
               "shop.html<FORM>order");

@@ -27,43 +27,46 @@ std::vector<std::string> strings(SutList *list) {
 
 // A module of shop.html in the canonical layout: user includes, a form
 // function, an anchor function, and an alias of the form on cart.html.
-const std::string kShopModule = "/* Velmora Module File V1.0B */\n"
-                                "/* Velmora Start Of Tool Includes */\n"
-                                "#include \"VlRnHtml.h\"\n"
-                                "/* Velmora Start Of user Includes */\n"
-                                "#include <stdio.h>\n"
-                                "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
-                                "/*Velmora Start of Function */\n"
-                                "static void Forder ()\n"
-                                "/* start of initial code */\n"
-                                "{\n"
-                                "\tint n = 0;\n"
-                                "/* start of func Code */\n"
-                                "\tn++;\n"
-                                "/* end of func code */\n"
-                                "/* start of final code */\n"
-                                "\treturn;\n"
-                                "}/* end of final code */\n"
-                                "/*Velmora Start of Function */\n"
-                                "static void Ahome ()\n"
-                                "/* start of initial code */\n"
-                                "{\n"
-                                "/* start of func Code */\n"
-                                "/* end of func code */\n"
-                                "/* start of final code */\n"
-                                "}/* end of final code */\n"
-                                "void R_shop_html()\n"
-                                "{\n"
-                                "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
-                                "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
-                                "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
-                                "\n"
-                                "}/* Velmora End of Module */\n";
+const std::string kShopModule =
+    "/* Velmora Module File V1.0B */\n"
+    "/* Velmora Start Of Tool Includes */\n"
+    "#include \"VlRnHtml.h\"\n"
+    "/* Velmora Start Of user Includes */\n"
+    "#include <stdio.h>\n"
+    "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
+    "/*Velmora Start of Function */\n"
+    "static void Forder ()\n"
+    "/* start of initial code */\n"
+    "{\n"
+    "\tint n = 0;\n"
+    "/* start of func Code */\n"
+    "\tn++;\n"
+    "/* end of func code */\n"
+    "/* start of final code */\n"
+    "\treturn;\n"
+    "}/* end of final code */\n"
+    "/*Velmora Start of Function */\n"
+    "static void Ahome ()\n"
+    "/* start of initial code */\n"
+    "{\n"
+    "/* start of func Code */\n"
+    "/* end of func code */\n"
+    "/* start of final code */\n"
+    "}/* end of final code */\n"
+    "void R_shop_html()\n"
+    "{\n"
+    "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
+    "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
+    "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
+    "\n"
+    "}/* Velmora End of Module */\n";
 
 VlFunction *functionAt(VlModule *module, int i) {
     return static_cast<VlFunction *>(SutGetNList(module->functions, i));
 }
-VlAlias *aliasAt(VlFunction *fn, int i) { return static_cast<VlAlias *>(SutGetNList(fn->aliases, i)); }
+VlAlias *aliasAt(VlFunction *fn, int i) {
+    return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
+}
 
 } // namespace
 
@@ -119,7 +122,8 @@ TEST(Fragments, CutAtEverySeparatorAndWrittenBack) {
     EXPECT_EQ(ws.read("out"), "a----b");
     EXPECT_EQ(printed([&] { EXPECT_EQ(VlWriteFragmentsToFile(parts, "no/such/dir", "--"), 0); }),
               "Could not write file in VlWriteFragmentsToFile no/such/dir\n");
-    EXPECT_EQ(VlWriteFragmentsToFile(parts, "out", nullptr), 0);
+    EXPECT_EQ(printed([&] { EXPECT_EQ(VlWriteFragmentsToFile(parts, "out", nullptr), 0); }),
+              "Could not write file in VlWriteFragmentsToFile out\n");
     SutDestroyList(parts);
 }
 
