@@ -1,4 +1,5 @@
-/* Project naming, relocation, the configuration file and the scripted runs (test, install, release). */
+/* Project naming, relocation, the configuration file and the scripted runs (test, install,
+ * release). */
 #ifndef VELMORA_PROJECT_NAMING_H
 #define VELMORA_PROJECT_NAMING_H
 
