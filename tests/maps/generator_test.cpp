@@ -91,10 +91,10 @@ std::string middle() {
            "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"o : 1\",\n\t\tVULL);\n"
            "\tSgeSetColBind(pSgeWCD, \"Page1|Entry\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n\t\t"
            "(XtPointer)0x0);\n"
-           "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 3,\n\t\t\"char\",\n\t\t\"name\");\n"
+           "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 1,\n\t\t\"char\",\n\t\t\"name\");\n"
            "\tSgeSetColBind(pSgeWCD, (XtPointer)0x0, 2, 1, 4,\n\t\t(XtPointer)popIt,\n\t\t"
            "(XtPointer)\"a;b\");\n"
-           "\tSgeSetColDetail(pSgeWCD, 7, 1, 2, 5,\n\t\t\"int\",\n\t\t\"qty\");\n"
+           "\tSgeSetColDetail(pSgeWCD, 7, 1, 2, 2,\n\t\t\"int\",\n\t\t\"qty\");\n"
            "\tVlVaSetColOptions(pSgeWCD, 2,\n\t\t\"w : 3\",\n\t\tVULL);\n"
            "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"id\"));\n"
            "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_ISQL);\n\n";
