@@ -23,7 +23,9 @@ constexpr const char *kDefaultProjUrl = "http://localhost/cgi-bin/";
 
 char *theProjUrl = nullptr;
 
-bool IsEmpty(const char *s) { return s == nullptr || *s == '\0'; }
+bool IsEmpty(const char *s) {
+    return s == nullptr || *s == '\0';
+}
 
 // Replaces an owned string field with a copy of value (null stays null).
 void SetField(char **field, const char *value) {
@@ -74,15 +76,15 @@ template <class Record> Record *NewRecord() {
 }
 
 template <class Record, class Deleter> void DeleteRecords(SutList *list, Deleter del) {
-    for (int i = 0; i < SutSizList(list); i++) del(static_cast<Record *>(SutGetNList(list, i)));
+    for (int i = 0; i < SutSizList(list); i++)
+        del(static_cast<Record *>(SutGetNList(list, i)));
     SutDeleteList(list);
 }
 
 // Shared by the form and anchor lookups: the first record whose full name
 // equals the built one, or, while unnamed, whose URL equals the short name.
 template <class Record, class UrlOf>
-Record *FindByName(VlHtmlDoc *doc, SutList *list, const char *shortName, char letter,
-                   UrlOf urlOf) {
+Record *FindByName(VlHtmlDoc *doc, SutList *list, const char *shortName, char letter, UrlOf urlOf) {
     if (!doc || IsEmpty(shortName)) return nullptr;
     char *full = MakeFullName(doc, shortName, letter);
     Record *found = nullptr;
@@ -109,7 +111,9 @@ int VlHtmlSetProjName(const char *url) {
     return 1;
 }
 
-const char *VlHtmlGetProjName(void) { return theProjUrl; }
+const char *VlHtmlGetProjName(void) {
+    return theProjUrl;
+}
 
 void VlHtmlResetProjName(void) {
     free(theProjUrl);
@@ -121,10 +125,18 @@ VlHtmlDoc *VlHtmlNew(void) {
     return NewRecord<VlHtmlDoc>();
 }
 
-VlHtmlForm *VlHtmlFormNew(void) { return NewRecord<VlHtmlForm>(); }
-VlHtmlAnch *VlHtmlAnchNew(void) { return NewRecord<VlHtmlAnch>(); }
-VlHtmlSite *VlHtmlSiteNew(void) { return NewRecord<VlHtmlSite>(); }
-VlHtmlFormElement *VlHtmlFormElementNew(void) { return NewRecord<VlHtmlFormElement>(); }
+VlHtmlForm *VlHtmlFormNew(void) {
+    return NewRecord<VlHtmlForm>();
+}
+VlHtmlAnch *VlHtmlAnchNew(void) {
+    return NewRecord<VlHtmlAnch>();
+}
+VlHtmlSite *VlHtmlSiteNew(void) {
+    return NewRecord<VlHtmlSite>();
+}
+VlHtmlFormElement *VlHtmlFormElementNew(void) {
+    return NewRecord<VlHtmlFormElement>();
+}
 
 void VlHtmlFormElementDelete(VlHtmlFormElement *element) {
     if (!element) return;
@@ -175,8 +187,12 @@ void VlHtmlDelete(VlHtmlDoc *doc) {
     free(doc);
 }
 
-char *VlHtmlGetName(VlHtmlDoc *doc) { return doc ? doc->name : nullptr; }
-char *VlHtmlGetModName(VlHtmlDoc *doc) { return doc ? doc->modName : nullptr; }
+char *VlHtmlGetName(VlHtmlDoc *doc) {
+    return doc ? doc->name : nullptr;
+}
+char *VlHtmlGetModName(VlHtmlDoc *doc) {
+    return doc ? doc->modName : nullptr;
+}
 
 char *VlHtmlFormGetName(VlHtmlForm *form) {
     return form ? ShortName(form->fullName, "__F") : nullptr;
@@ -437,8 +453,7 @@ int VlHtmlSetName(VlHtmlDoc *doc, const char *path) {
     std::string mod = base ? base : "";
     free(base);
     for (char &c : mod)
-        if (!isalnum(static_cast<unsigned char>(c)) || static_cast<unsigned char>(c) > 127)
-            c = '_';
+        if (!isalnum(static_cast<unsigned char>(c)) || static_cast<unsigned char>(c) > 127) c = '_';
     SetFieldOwned(&doc->modName, VlHeapCopy(mod));
     return 1;
 }

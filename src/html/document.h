@@ -34,8 +34,8 @@ typedef struct VlHtmlAnch {
     char *url;
     char *origFullName;
     char *origUrl;
-    int isKeyword;  /* found through a keyword attribute, not an A tag */
-    char *urlAttr;  /* attribute carrying the URL when it is not HREF */
+    int isKeyword; /* found through a keyword attribute, not an A tag */
+    char *urlAttr; /* attribute carrying the URL when it is not HREF */
 } VlHtmlAnch;
 
 typedef struct VlHtmlSite {
@@ -82,14 +82,14 @@ void VlHtmlSiteDelete(VlHtmlSite *site);
 void VlHtmlFormElementDelete(VlHtmlFormElement *element);
 
 /* Accessors. Names marked "field" are the stored strings, the others new ones. */
-char *VlHtmlGetName(VlHtmlDoc *doc);                /* field */
-char *VlHtmlGetModName(VlHtmlDoc *doc);             /* field */
-char *VlHtmlFormGetName(VlHtmlForm *form);          /* short name */
-char *VlHtmlAnchGetName(VlHtmlAnch *anchor);        /* short name */
-char *VlHtmlFormGetFuncName(VlHtmlForm *form);      /* "F" + short name */
-char *VlHtmlAnchGetFuncName(VlHtmlAnch *anchor);    /* "A" + short name */
-char *VlHtmlFormGetFullName(VlHtmlForm *form);      /* field; null when empty */
-char *VlHtmlAnchGetFullName(VlHtmlAnch *anchor);    /* field; null when empty */
+char *VlHtmlGetName(VlHtmlDoc *doc);             /* field */
+char *VlHtmlGetModName(VlHtmlDoc *doc);          /* field */
+char *VlHtmlFormGetName(VlHtmlForm *form);       /* short name */
+char *VlHtmlAnchGetName(VlHtmlAnch *anchor);     /* short name */
+char *VlHtmlFormGetFuncName(VlHtmlForm *form);   /* "F" + short name */
+char *VlHtmlAnchGetFuncName(VlHtmlAnch *anchor); /* "A" + short name */
+char *VlHtmlFormGetFullName(VlHtmlForm *form);   /* field; null when empty */
+char *VlHtmlAnchGetFullName(VlHtmlAnch *anchor); /* field; null when empty */
 
 /* Splits "<short>__<type><rest>" at the first "__"; 1 on success, 0 when an
  * argument is null or there is no "__". */
@@ -101,9 +101,9 @@ VlHtmlForm *VlHtmlGetFormByName(VlHtmlDoc *doc, const char *shortName);
 VlHtmlAnch *VlHtmlGetAnchByName(VlHtmlDoc *doc, const char *shortName);
 int VlHtmlIsUniqueFormName(VlHtmlDoc *doc, const char *shortName);
 int VlHtmlIsUniqueAnchName(VlHtmlDoc *doc, const char *shortName);
-SutList *VlHtmlGetForms(VlHtmlDoc *doc);                          /* new strings */
-SutList *VlHtmlGetAnchs(VlHtmlDoc *doc);                          /* new strings */
-SutList *VlHtmlGetSites(VlHtmlDoc *doc);                          /* the names themselves */
+SutList *VlHtmlGetForms(VlHtmlDoc *doc);                           /* new strings */
+SutList *VlHtmlGetAnchs(VlHtmlDoc *doc);                           /* new strings */
+SutList *VlHtmlGetSites(VlHtmlDoc *doc);                           /* the names themselves */
 SutList *VlHtmlGetFormElems(VlHtmlDoc *doc, const char *formName); /* the names themselves */
 
 /* Naming. Each returns 1 and does nothing for a null argument or empty name. */

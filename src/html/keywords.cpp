@@ -91,7 +91,9 @@ bool HasUpper(const char *s) {
     return false;
 }
 
-bool SameIgnoringCase(const char *a, const char *b) { return IPrefix(a, b) && strlen(a) == strlen(b); }
+bool SameIgnoringCase(const char *a, const char *b) {
+    return IPrefix(a, b) && strlen(a) == strlen(b);
+}
 
 } // namespace
 
@@ -160,7 +162,8 @@ char *VlIsValidUrlKey(const char *text) {
 
 char *VlSkipWhite(const char *text) {
     if (!text) return nullptr;
-    while (*text && IsWhite(*text)) ++text;
+    while (*text && IsWhite(*text))
+        ++text;
     return *text ? const_cast<char *>(text) : nullptr;
 }
 
@@ -179,7 +182,8 @@ int VlIsNiceUrlName(const char *text) {
 
 char *VlToLower(const char *text) {
     char *copy = VlCopyString(text);
-    for (char *p = copy; *p; ++p) *p = static_cast<char>(tolower(static_cast<unsigned char>(*p)));
+    for (char *p = copy; *p; ++p)
+        *p = static_cast<char>(tolower(static_cast<unsigned char>(*p)));
     return copy;
 }
 

@@ -14,7 +14,6 @@
 #include "html/textscan.hpp"
 #include "util/list.h"
 
-
 using namespace vlscan;
 
 namespace {
@@ -22,7 +21,9 @@ namespace {
 constexpr const char kHiddenInput[] = "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"";
 constexpr size_t kHiddenLen = sizeof(kHiddenInput) - 1;
 
-const char *Str(const char *s) { return s ? s : ""; }
+const char *Str(const char *s) {
+    return s ? s : "";
+}
 
 // The output of one pass: copied runs of the text and the rewrites between them.
 class Writer {
@@ -58,7 +59,8 @@ const char *QuotedValueEnd(const char *afterWord, const char *end, QuoteFinder &
 }
 
 const char *SkipBlanks(const char *p, const char *end) {
-    while (p < end && *p == ' ') ++p;
+    while (p < end && *p == ' ')
+        ++p;
     return p;
 }
 
@@ -79,7 +81,8 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, FILE *out) {
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);
         if (keywords)
-            while (record && record->isKeyword) record = RecordAt<VlHtmlAnch>(doc->anchors, ++index);
+            while (record && record->isKeyword)
+                record = RecordAt<VlHtmlAnch>(doc->anchors, ++index);
         if (!record) continue; // no record left: the tag stays as it is
         index++;
         if (!record->fullName) continue;
@@ -132,7 +135,8 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, FILE *out) {
         VlHtmlAnchDelete(temp);
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);
-        while (record && !record->isKeyword) record = RecordAt<VlHtmlAnch>(doc->anchors, ++index);
+        while (record && !record->isKeyword)
+            record = RecordAt<VlHtmlAnch>(doc->anchors, ++index);
         if (!record) continue;
         index++;
         if (!record->fullName || !record->urlAttr) continue;

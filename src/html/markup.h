@@ -1,4 +1,5 @@
-/* Design-time markup: writes a page back with its forms, anchors and keyword attributes tied to their activator names. */
+/* Design-time markup: writes a page back with its forms, anchors and keyword attributes tied to
+ * their activator names. */
 #ifndef VELMORA_HTML_MARKUP_H
 #define VELMORA_HTML_MARKUP_H
 

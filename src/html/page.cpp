@@ -18,7 +18,6 @@
 #include "util/heap.hpp"
 #include "util/process.h"
 
-
 namespace {
 
 constexpr const char *kBackupDir = "in_use";
@@ -32,7 +31,9 @@ void RunPageScript(const char *script, const char *page) {
     VlLaunchAndBlock(command.c_str());
 }
 
-bool HasName(const VlHtmlDoc *doc) { return doc && doc->name && *doc->name; }
+bool HasName(const VlHtmlDoc *doc) {
+    return doc && doc->name && *doc->name;
+}
 
 // One markup pass from text into the named file; false when it cannot be opened.
 bool RunPass(VlHtmlDoc *doc, const char *text, const char *file, int pass) {

@@ -16,7 +16,6 @@
 #include "util/list.h"
 #include "util/strings.h"
 
-
 using namespace vlscan;
 
 namespace {
@@ -70,8 +69,8 @@ char *QuotedAfterEqual(const char *afterWord) {
 
 // Reads a SELECT or TEXTAREA element whose text runs to its closing tag, and
 // answers where the scan goes on (null when the closing tag is missing).
-const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *open,
-                             const char *close, const char *type) {
+const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *open, const char *close,
+                             const char *type) {
     const char *end = VlStrIStr(tag + 1, close, open);
     if (!end) return nullptr;
     char *inner = Copy(tag + strlen(open), end);
@@ -114,18 +113,24 @@ int VlReadInput(VlHtmlFormElement *element, const char *tagText) {
             char *value = QuotedAfterEqual(p + 4);
             if (!value) continue;
             if (strcasecmp(value, "VlFormName") == 0) formNameInput = true;
-            if (element) Replace(&element->name, value);
-            else free(value);
+            if (element)
+                Replace(&element->name, value);
+            else
+                free(value);
         } else if (IPrefix(p, "TYPE")) {
             char *value = LibValue(VlSkipWhiteAndEqual(p + 4), finders);
             if (!value) continue;
             if (strcasecmp(value, "hidden") == 0) hidden = true;
-            if (element) Replace(&element->type, value);
-            else free(value);
+            if (element)
+                Replace(&element->type, value);
+            else
+                free(value);
         } else if (hidden && formNameInput && IPrefix(p, "VALUE")) {
             char *value = QuotedAfterEqual(p + 5);
-            if (element && value) Replace(&element->formName, value);
-            else free(value);
+            if (element && value)
+                Replace(&element->formName, value);
+            else
+                free(value);
         }
     }
     return 0;
@@ -139,12 +144,16 @@ int VlProcessForm(VlHtmlForm *form, const char *formText) {
             // ACTION and METHOD count wherever they stand in the form: the last wins.
             if (IPrefix(p, "ACTION")) {
                 char *value = QuotedAfterEqual(p + 6);
-                if (value && form) Replace(&form->action, value);
-                else free(value);
+                if (value && form)
+                    Replace(&form->action, value);
+                else
+                    free(value);
             } else if (IPrefix(p, "METHOD")) {
                 char *value = QuotedAfterEqual(p + 6);
-                if (value && form) Replace(&form->method, value);
-                else free(value);
+                if (value && form)
+                    Replace(&form->method, value);
+                else
+                    free(value);
             }
         } else if (IPrefix(p, "<INPUT")) {
             const char *gt = tagEnd.Next(p + 1);
@@ -164,8 +173,7 @@ int VlProcessForm(VlHtmlForm *form, const char *formText) {
             if (const char *end = ReadBlockElement(form, p, "<SELECT", "/SELECT>", "SELECT"))
                 p = end;
         } else if (IPrefix(p, "<TEXTAREA")) {
-            if (const char *end =
-                    ReadBlockElement(form, p, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
+            if (const char *end = ReadBlockElement(form, p, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
                 p = end;
         }
     }
@@ -190,11 +198,13 @@ int VlProcessAnch(VlHtmlAnch *anchor, const char *anchText) {
         if (!IPrefix(p, "HREF")) continue;
         sawHref = true;
         const char *q = p + 4;
-        while (*q && IsWhite(*q)) ++q;
+        while (*q && IsWhite(*q))
+            ++q;
         if (!*q) return 1;
         if (*q != '=') continue;
         ++q;
-        while (*q && IsWhite(*q)) ++q;
+        while (*q && IsWhite(*q))
+            ++q;
         if (!*q) return 1;
         if (*q != '"') continue;
         VlCharPtr value(VlProcessNameValue(q));
@@ -266,8 +276,10 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             if (AnchOpen(p)) {
                 VlHtmlAnch *anchor = VlHtmlAnchNew();
                 VlReadAnch(anchor, p);
-                if (anchor->fullName || anchor->url) Append(&doc->anchors, anchor);
-                else VlHtmlAnchDelete(anchor);
+                if (anchor->fullName || anchor->url)
+                    Append(&doc->anchors, anchor);
+                else
+                    VlHtmlAnchDelete(anchor);
             }
         } else if (keywords && IsWhite(c) && IsAlnum(p[1])) {
             if (VlHtmlAnch *anchor = ProcessKeyWordsAt(scan, p)) Append(&doc->anchors, anchor);

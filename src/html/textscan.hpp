@@ -12,9 +12,15 @@
 
 namespace vlscan {
 
-inline bool IsWhite(char c) { return isspace(static_cast<unsigned char>(c)) != 0; }
-inline bool IsAlnum(char c) { return isalnum(static_cast<unsigned char>(c)) != 0; }
-inline char Upper(char c) { return static_cast<char>(toupper(static_cast<unsigned char>(c))); }
+inline bool IsWhite(char c) {
+    return isspace(static_cast<unsigned char>(c)) != 0;
+}
+inline bool IsAlnum(char c) {
+    return isalnum(static_cast<unsigned char>(c)) != 0;
+}
+inline char Upper(char c) {
+    return static_cast<char>(toupper(static_cast<unsigned char>(c)));
+}
 
 // s begins with pat, ignoring case; never reads past the end of s.
 inline bool IPrefix(const char *s, const char *pat) {
@@ -25,12 +31,19 @@ inline bool IPrefix(const char *s, const char *pat) {
 
 // "<A" followed by a blank, a tab or a line end, in either case.
 inline bool AnchOpen(const char *s) {
-    return s[0] == '<' && (s[1] == 'A' || s[1] == 'a') && (s[2] == ' ' || s[2] == '\t' || s[2] == '\n');
+    return s[0] == '<' && (s[1] == 'A' || s[1] == 'a') &&
+           (s[2] == ' ' || s[2] == '\t' || s[2] == '\n');
 }
 
-inline bool AnchClose(const char *s) { return IPrefix(s, "/A>"); }
-inline bool FormOpen(const char *s) { return IPrefix(s, "<FORM"); }
-inline bool FormClose(const char *s) { return IPrefix(s, "/FORM>"); }
+inline bool AnchClose(const char *s) {
+    return IPrefix(s, "/A>");
+}
+inline bool FormOpen(const char *s) {
+    return IPrefix(s, "<FORM");
+}
+inline bool FormClose(const char *s) {
+    return IPrefix(s, "/FORM>");
+}
 
 // The first place at or after a start where Pred holds. Asked with starts that
 // never go backwards, every character is tested at most once overall: the

@@ -132,15 +132,19 @@ int VlCmdLineSetOption(const char *fullName, const char *value) {
     auto &table = CmdLineTable();
     for (auto it = table.begin(); it != table.end(); ++it) {
         if (it->first != fullName) continue;
-        if (value) it->second = value;
-        else table.erase(it);
+        if (value)
+            it->second = value;
+        else
+            table.erase(it);
         return 1;
     }
     if (value) table.emplace_back(fullName, value);
     return 1;
 }
 
-void VlCmdLineClearOptions(void) { CmdLineTable().clear(); }
+void VlCmdLineClearOptions(void) {
+    CmdLineTable().clear();
+}
 
 void VlProjResetOptionFiles(void) {
     SutDestroyList(theUserOptions);

@@ -1,4 +1,5 @@
-/* Project options: lookup across command line, project, user and global option files; upgrade of old names. */
+/* Project options: lookup across command line, project, user and global option files; upgrade of
+ * old names. */
 #ifndef VELMORA_PROJECT_OPTIONS_H
 #define VELMORA_PROJECT_OPTIONS_H
 

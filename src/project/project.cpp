@@ -54,16 +54,24 @@ void VlProjDelete(void) {
     SwdResetTheMap();
 }
 
-VlProject *VlProjGetDefault(void) { return theProj; }
-void VlProjSetDefault(VlProject *project) { theProj = project; }
+VlProject *VlProjGetDefault(void) {
+    return theProj;
+}
+void VlProjSetDefault(VlProject *project) {
+    theProj = project;
+}
 
-SutList *VlProjGetOptions(void) { return theProj ? theProj->options : nullptr; }
+SutList *VlProjGetOptions(void) {
+    return theProj ? theProj->options : nullptr;
+}
 
 void VlProjSetOptions(SutList *list) {
     if (theProj) theProj->options = list;
 }
 
-char *VlProjGetName(void) { return theProj ? theProj->name : nullptr; }
+char *VlProjGetName(void) {
+    return theProj ? theProj->name : nullptr;
+}
 
 char *VlGetEnv(const char *name) {
     const char *value = name && *name ? getenv(name) : nullptr;
@@ -82,7 +90,9 @@ char *VlGetDistDir(void) {
     return theDistDir;
 }
 
-char *GetVelmoraDir(void) { return StrDup(VlGetDistDir()); }
+char *GetVelmoraDir(void) {
+    return StrDup(VlGetDistDir());
+}
 
 void VlResetDistDir(void) {
     free(theDistDir);

@@ -11,12 +11,12 @@
 
 static int failures = 0;
 
-#define CHECK(cond)                                                                    \
-    do {                                                                               \
-        if (!(cond)) {                                                                 \
-            fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__, #cond);   \
-            failures++;                                                                \
-        }                                                                              \
+#define CHECK(cond)                                                                                \
+    do {                                                                                           \
+        if (!(cond)) {                                                                             \
+            fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__, #cond);               \
+            failures++;                                                                            \
+        }                                                                                          \
     } while (0)
 
 /* Compares an owned result with the expected text and releases it. */
