@@ -308,3 +308,28 @@ TEST(ModuleRead, ReadScriptGetsTheQuotedFileName) {
     printed([] { VlModuleNewFromFile("fetch.c"); });
     EXPECT_EQ(ws.scripts(), "vlreadmodule.sh 1|fetch.c\n");
 }
+
+TEST(ModuleRead, EveryTruncationOfAModuleReadsWithoutHarm) {
+    Workspace ws;
+    theProj->options = SutNewList();
+    SutAddList(theProj->options, strdup("Project.Call Read/Write Scripts : False"));
+    addPage("shop.html", {"order"}, {"home"});
+    addPage("cart.html", {"pay"});
+    size_t read = 0;
+    printed([&] {
+        for (size_t n = 0; n <= kShopModule.size(); n++) {
+            ws.write("cut.c", kShopModule.substr(0, n));
+            VlModule *module = VlModuleNewFromFile("cut.c");
+            if (module) read++;
+            VlModuleResolveAliases(module);
+            if (module) VlModuleWrite(module, "out.c", 1);
+            VlModuleDelete(module);
+        }
+    });
+    // Read are the prefixes that end right after the page name or hold its
+    // whole line; a name cut short, or followed by only part of its line end,
+    // names no page.
+    const size_t named = kShopModule.find("shop.html\";") + 9;
+    EXPECT_EQ(read, kShopModule.size() + 1 - named - 2);
+    EXPECT_EQ(ws.scripts(), "");
+}
