@@ -363,6 +363,15 @@ TEST_F(MapFile, ReaderEdgeCases) {
     EXPECT_EQ(arg->dataSize, 3);
     SpmDestroyMap(&map);
 
+    // The last character of an interface or bind name goes even when the
+    // file ends without a newline.
+    ASSERT_EQ(readText("*spmap.numberMaps : 1\n*spiface.numInterfaces : 1\n"
+                       "*spiface.interfaceName : Pagex",
+                       &map, &err),
+              0);
+    EXPECT_STREQ(static_cast<char *>(SutGetNList(map->interfaces, 0)), "Page");
+    SpmDestroyMap(&map);
+
     // Missing and empty paths, and a file that is not there.
     testing::internal::CaptureStderr();
     EXPECT_EQ(SpmReadMapFile(&map, nullptr), -1);
