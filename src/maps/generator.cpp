@@ -151,7 +151,8 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
         out.append("\tSgeSetColDetail(pSgeWCD, ").append(std::to_string(col->dataTypeId));
         out.append(", ").append(std::to_string(col->computeId));
         out.append(", ").append(std::to_string(col->computeColumn));
-        out.append(", ").append(std::to_string(col->columnId));
+        // The fourth number is not read back: the column's position.
+        out.append(", ").append(std::to_string(i + 1));
         out.append(",\n\t\t\"").append(orEmpty(col->dataType));
         out.append("\",\n\t\t\"").append(orEmpty(col->columnName)).append("\");\n");
         if (hasItems(col->options)) {
