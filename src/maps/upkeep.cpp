@@ -2,7 +2,6 @@
 // step. Changed binds have their callbacks' code regenerated and installed in
 // the module functions; deleted page elements are followed through the map;
 // and the map is reset when a project is closed.
-#include "project/pending.h"
 #include "maps/upkeep.h"
 
 #include <stdio.h>
@@ -13,8 +12,10 @@
 #include <unordered_set>
 
 #include "driver/nogui.h"
+#include "maps/generator.h"
 #include "maps/mapfile.h"
 #include "project/lookup.h"
+#include "project/project.h"
 #include "util/heap.hpp"
 #include "util/strings.h"
 

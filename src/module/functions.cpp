@@ -1,7 +1,6 @@
 /* Editing a module's activator functions and aliases. Operations given a page
  * work on that page's module of the current project. Every change clears the
  * module's saved flag, except a function's pointer change (see below). */
-#include "project/pending.h"
 #include "module/functions.h"
 
 #include <stdlib.h>

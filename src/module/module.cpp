@@ -1,7 +1,6 @@
 /* The module record of a page: creation, release and the simple accessors.
  * A module owns its user includes and its functions; a function owns its
  * code sections and aliases; the page records are the project's. */
-#include "project/pending.h"
 #include "module/module.h"
 
 #include <stdio.h>

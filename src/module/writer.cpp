@@ -2,7 +2,6 @@
  * code sections of each function go between fixed markers that the reader
  * finds again; the function headers and the registration function R_<module>
  * are generated from the page's current form and anchor names. */
-#include "project/pending.h"
 #include "module/writer.h"
 
 #include <stdio.h>

@@ -1,7 +1,6 @@
 /* Lookups over the current project's modules and pages, the small project
  * queries, the form and anchor operations that reach every module, and the
  * entry through which regenerated binding code reaches an activator function. */
-#include "project/pending.h"
 #include "project/lookup.h"
 
 #include <string.h>

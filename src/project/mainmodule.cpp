@@ -1,7 +1,6 @@
 /* The main module record and the reading of the three regions the user may
  * edit in the generated main C source file: includes and declarations,
  * initial code and final code, each between its two delimiter lines. */
-#include "project/pending.h"
 #include "project/mainmodule.h"
 
 #include <stdlib.h>

@@ -1,8 +1,8 @@
 /* The project's makefile: the executable suffix that names the built program
  * (also part of the program's URL). */
-#include "project/pending.h"
 #include "project/makefile.h"
 
+#include "project/options.h"
 #include "util/strings.h"
 
 extern "C" {

@@ -2,7 +2,6 @@
  * (module files, page files, option lines), then the pages, the modules with
  * their binding code, the aliases between them, the project's name and
  * directory and its main module. */
-#include "project/pending.h"
 #include "project/reader.h"
 
 #include <stdint.h>
@@ -11,6 +10,7 @@
 #include <string>
 
 #include "driver/nogui.h"
+#include "project/options.h"
 #include "html/page.h"
 #include "module/module.h"
 #include "module/reader.h"
