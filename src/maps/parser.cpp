@@ -395,6 +395,8 @@ void extractFromBody(SutList *result, const char *interface, const char *widget,
             }
             break;
         case 4: {
+            // Every recognised text starts with a tab, a slash or "D".
+            if (t[i] != '\t' && t[i] != '/' && t[i] != 'D') break;
             size_t pos = i;
             if (startsAt(t, i, "/* Brennix Bind Name :")) {
                 parseBindName(bind, t, pos);
