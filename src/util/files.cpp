@@ -123,9 +123,19 @@ SutList *VlParseFileString(const char *text, const char *delimiters, const char 
     // Only the first character of each argument counts; NUL never matches.
     const char delim = delimiters ? delimiters[0] : '\0';
     const char quote = quotes ? quotes[0] : '\0';
+    // Runs of ordinary characters are copied whole; only the delimiter, the
+    // quote character and newlines need a decision.
+    char specials[4] = {'\n', '\0', '\0', '\0'};
+    int nspecial = 1;
+    if (delim && delim != '\n') specials[nspecial++] = delim;
+    if (quote && quote != '\n' && quote != delim) specials[nspecial++] = quote;
     std::string field;
     bool inQuotes = false;
     for (const char *p = text; *p; ++p) {
+        size_t run = std::strcspn(p, specials);
+        field.append(p, run);
+        p += run;
+        if (!*p) break;
         char c = *p;
         if (quote && c == quote) {
             if (!inQuotes) {

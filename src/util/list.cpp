@@ -44,7 +44,7 @@ SutList *SutNewListSize(int n) {
 
 SutList *SutNewListFromValues(void **array, int n) {
     if (n < 0) return nullptr;
-    if (n >= 4) {
+    if (n >= 4 && array) {
         // The caller's heap array becomes the list's own, full to the brim.
         SutList *list = static_cast<SutList *>(std::calloc(1, sizeof(SutList)));
         list->items = array;
@@ -52,8 +52,9 @@ SutList *SutNewListFromValues(void **array, int n) {
         list->capacity = n;
         return list;
     }
+    // Fewer than four values, or no array to take (then nothing is stored).
     SutList *list = newWithCapacity(4);
-    if (n > 0 && array) {
+    if (n > 0 && n < 4 && array) {
         std::memcpy(list->items, array, sizeof(void *) * n);
         list->count = n;
         std::free(array);

@@ -42,12 +42,18 @@ int findOption(const SutList *list, const char *name, const char **valueOut) {
     return -1;
 }
 
-// Keeps only the lines that hold a colon, walking from the last to the first.
+// Keeps only the lines that hold a colon, in their order. The lines are
+// closed up in one pass, so a file of many non-option lines stays linear.
 SutList *dropNonOptionLines(SutList *lines) {
-    for (int i = SutSizList(lines) - 1; i >= 0; i--) {
-        const char *line = static_cast<const char *>(SutGetNList(lines, i));
-        if (!line || !*line || !std::strchr(line, ':')) std::free(SutRemoveNList(lines, i));
+    int kept = 0;
+    for (int i = 0; i < lines->count; i++) {
+        char *line = static_cast<char *>(lines->items[i]);
+        if (!line || !*line || !std::strchr(line, ':'))
+            std::free(line);
+        else
+            lines->items[kept++] = line;
     }
+    lines->count = kept;
     return lines;
 }
 

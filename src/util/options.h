@@ -18,7 +18,7 @@ char *VlMakeOptionString(const char *name, const char *value);
 SutList *VlAppendOption(SutList *list, char *line); /* takes line when it stores it */
 SutList *VlAppendOptionNameValue(SutList *list, const char *name, const char *value);
 int VlDeleteOptions(SutList *list, const char *name); /* 1 when a line was removed */
-SutList *VlVaOptionsMerge(SutList *list, ...);          /* lines end with a null pointer */
+SutList *VlVaOptionsMerge(SutList *list, ...);        /* lines end with a null pointer */
 SutList *VlOptionGetFromFile(const char *path);
 SutList *VlOptionGetFromString(const char *text);
 SutList *VlOptionGetIntList(const char *text);

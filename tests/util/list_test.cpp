@@ -77,6 +77,12 @@ TEST(List, FromValuesTakesOverLargeArraysAndCopiesSmallOnes) {
     EXPECT_EQ(l->count, 0);
     SutDeleteList(l);
     free(none);
+
+    // No array at all: an empty list, whatever the count claims.
+    l = SutNewListFromValues(nullptr, 6);
+    EXPECT_EQ(SutSizList(l), 0);
+    EXPECT_EQ(SutGetNList(l, 0), nullptr);
+    SutDeleteList(l);
 }
 
 TEST(List, AddAtEndMayLeaveTheListFullAndTheNextAddGrowsFirst) {
