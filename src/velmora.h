@@ -21,6 +21,8 @@
 #include "project/mainmodule.h"
 #include "project/makefile.h"
 #include "project/naming.h"
+#include "project/configfile.h"
+#include "project/scripts.h"
 
 /* Modules */
 #include "module/module.h"

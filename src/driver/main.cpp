@@ -1,9 +1,17 @@
 // vlnogui: the command-line project engine. This is the program entry: it
 // reads the two paths from the command line, checks the project file and the
-// environment, and hands the project to the engine library.
+// environment, merges the configuration file into the project's options and
+// has the project written back and installed.
 #include "driver/nogui.h"
 #include "html/keywords.h"
+#include "project/naming.h"
+#include "project/project.h"
+#include "project/reader.h"
+#include "project/scripts.h"
+#include "project/writer.h"
 #include "util/files.h"
+#include "util/list.h"
+#include "util/options.h"
 #include "util/strings.h"
 
 #include <cstdio>
@@ -71,10 +79,45 @@ int main(int argc, char **argv) {
         std::exit(1);
     }
 
-    // Reading, merging, writing and installing the project come with the
-    // project reader and writer.
-    std::fflush(stdout);
-    std::fprintf(stderr, "vlnogui: project processing is not built yet\n");
+    VlProjNew(projectPath, 0);
+    SutList *options = VlProjGetOptions();
+    if (!options) {
+        std::printf("Internal Error. could not read project options\n");
+        std::free(config);
+        return 1;
+    }
+
+    // A missing configuration file (also the empty default) is only a warning.
+    SutList *lines = nullptr;
+    if (!VlFileExists(config)) {
+        std::printf("Warning : Could not open configuration file %s\n", config);
+        lines = SutNewList();
+    } else {
+        lines = VlOptionGetFromFile(config);
+    }
+    if (!lines) {
+        std::printf("Could not open configuration file %s\n", config);
+        std::free(config);
+        return 1;
+    }
+    // Each line replaces the project's option of the same name where it
+    // stands, or is added after all others.
+    for (int i = 0; i < SutSizList(lines); i++) {
+        char *copy = VlCopyString(static_cast<const char *>(SutGetNList(lines, i)));
+        options = VlAppendOption(options, copy);
+        // A line without a colon is not taken; nothing keeps the copy then.
+        if (SutGetPosFromItem(options, copy) < 0) std::free(copy);
+    }
+    SutDestroyList(lines);
+
+    // Failures of the steps below are reported by the steps themselves; the
+    // run still ends normally.
+    VlProjSetName(projectPath);
+    std::printf("%s\n", "Done Reading Project.");
+    VlProjWrite(1);
+    std::printf("Done Writing Project\n");
+    VlProjRunInstall();
+    std::printf("Finished\n");
     std::free(config);
-    return 1;
+    return 0;
 }

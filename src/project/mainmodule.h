@@ -1,6 +1,6 @@
 /* The main module: the C source file with the CGI program's entry, generated
- * from main.tem. Here its record, reading the user's three regions back, and
- * the setters and getters of those regions. */
+ * from main.tem. Here its record, its generation, reading the user's three
+ * regions back, and the setters and getters of those regions. */
 #ifndef VELMORA_PROJECT_MAINMODULE_H
 #define VELMORA_PROJECT_MAINMODULE_H
 
@@ -18,6 +18,11 @@ VlMainModule *VlMainModuleNew(void);
  * into the current project's main module; 1 on success, 0 (with a message
  * when the file cannot be read) on failure. */
 int VlMainModuleRead(const char *fileName);
+/* Generates the main C source file from the distribution's main.tem: the
+ * template's text outside its regions, the user's three texts, a declaration
+ * and a registration call per page module and the runtime setup calls taken
+ * from the options. 1 on success, 0 (with a message) on failure. */
+int VlMainModuleWrite(const char *fileName);
 
 /* Store a copy of the text and mark the project changed; 0 without a project
  * or main module. The previous text is not released: callers may still hold

@@ -10,6 +10,12 @@ extern "C" {
  * a new string. */
 char *VlProjGetExeSuffix(void);
 
+/* Writes <name>.mak from the distribution's config/Makefile.tem, its twelve
+ * "$VL_" tokens filled from the "Makefile." options, the project name and the
+ * module list. 1 when written; 0 without a named project or on failure (with
+ * a message, the previous makefile left as it was). */
+int VlProjWriteMakefile(void);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,262 @@
+/* The runs that hand the project to the distribution's scripts: installing
+ * and testing (waited for), releasing, building, editing and previewing
+ * (started and left running); and the checks on a project's name and
+ * directory. Every file name and option value goes into a command line quoted
+ * for the shell, so no name can run a command. */
+#include "project/scripts.h"
+
+#include <dirent.h>
+#include <strings.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "driver/nogui.h"
+#include "project/configfile.h"
+#include "project/lookup.h"
+#include "project/makefile.h"
+#include "project/naming.h"
+#include "project/options.h"
+#include "project/project.h"
+#include "project/reader.h"
+#include "project/writer.h"
+#include "util/files.h"
+#include "util/heap.hpp"
+#include "util/process.h"
+#include "util/strings.h"
+
+namespace {
+
+// A command line joined from pieces that ends before the first missing one,
+// as the scripts' argument lists always have: a project that lacks a setting
+// gives a shorter command line, and the scripts cope with fewer arguments.
+class CommandLine {
+  public:
+    explicit CommandLine(const char *script) : text_(script) {}
+    // Text of the command line's own making, as it stands.
+    CommandLine &raw(const char *piece) {
+        if (!piece) ended_ = true;
+        if (!ended_) text_ += piece;
+        return *this;
+    }
+    // A file name or option value, quoted for the shell where it needs it.
+    CommandLine &word(const char *piece) {
+        if (!piece) ended_ = true;
+        if (ended_) return *this;
+        VlCharPtr quoted(VlShellQuote(piece));
+        text_ += quoted.get();
+        return *this;
+    }
+    // A value that stands inside the double quotes of the command line.
+    CommandLine &inQuotes(const char *piece) {
+        if (!piece) ended_ = true;
+        if (ended_) return *this;
+        VlCharPtr escaped(VlShellEscapeInDoubleQuotes(piece));
+        text_ += escaped.get();
+        return *this;
+    }
+    const char *c_str() const { return text_.c_str(); }
+
+  private:
+    std::string text_;
+    bool ended_ = false;
+};
+
+VlCharPtr Option(const char *category, const char *name) {
+    return VlCharPtr(VlProjGetOptionByCat(category, name));
+}
+
+bool IsTrue(const char *value) {
+    return value && std::strcmp(value, "True") == 0;
+}
+
+// The text before the last "." (all of it when there is none).
+std::string CutAtLastDot(const char *text) {
+    std::string s = text ? text : "";
+    const size_t dot = s.rfind('.');
+    return dot == std::string::npos ? s : s.substr(0, dot);
+}
+
+bool EqualsIgnoringCase(const std::string &a, const std::string &b) {
+    return a.size() == b.size() && strcasecmp(a.c_str(), b.c_str()) == 0;
+}
+
+int Start(const CommandLine &command) {
+    VlLaunch(command.c_str());
+    return 1;
+}
+
+} // namespace
+
+extern "C" {
+
+char *VlProjInDir(const char *directory) {
+    if (!directory) return nullptr;
+    DIR *dir = opendir(directory);
+    if (!dir) return nullptr;
+    char *found = nullptr;
+    while (const dirent *entry = readdir(dir)) {
+        if (std::strstr(entry->d_name, ".pj")) {
+            found = StrDup(entry->d_name);
+            break;
+        }
+    }
+    closedir(dir);
+    return found;
+}
+
+int VlProjNameClash(const char *path) {
+    VlCharPtr file(VlGetFileFromFullPath(path));
+    if (!file || !theProj) return 0;
+    const std::string base = CutAtLastDot(file.get());
+    if (theProj->name && EqualsIgnoringCase(base, theProj->name)) return 1;
+    for (int i = 0; i < SutSizList(theProj->htmlDocs); i++) {
+        const char *page =
+            VlHtmlGetName(static_cast<VlHtmlDoc *>(SutGetNList(theProj->htmlDocs, i)));
+        if (page && EqualsIgnoringCase(base, CutAtLastDot(page))) return 1;
+    }
+    return 0;
+}
+
+int VlProjRunTestLL(int install) {
+    if (!theProj || SutSizList(theProj->htmlDocs) == 0 || SutSizList(theProj->modules) == 0) {
+        VlGUIError("You must have at least one binding before testing.");
+        return 0;
+    }
+    theProj->releaseMode = 0;
+    VlProjCheckForSave();
+
+    VlCharPtr htmlPath = Option("Test.", "HTML Path");
+    VlCharPtr cgiPath = Option("Test.", "CGI Path");
+    const std::string makefile = std::string(theProj->name ? theProj->name : "") + ".mak";
+    VlCharPtr pages(VlProjGetHtmlNamesString(0));
+    VlCharPtr suffix(VlProjGetExeSuffix());
+    VlCharPtr target = Option("Makefile.", "$VL_DEPLOYMENT_TARGET");
+    if (!target) target.reset(VlCopyString("CGI"));
+
+    VlCharPtr start, url;
+    if (VlProjRelocatable()) {
+        start.reset(VlStrMCat(theProj->name ? theProj->name : "", suffix.get(), (char *)nullptr));
+        url.reset(VlProjGetCGIURL("Test."));
+    } else {
+        url = Option("Test.", "HTML URL");
+        start = Option("Project.", "HTML Startup Document");
+        if (!start || !*start) {
+            VlHtmlDoc *first = static_cast<VlHtmlDoc *>(SutGetNList(theProj->htmlDocs, 0));
+            start.reset(StrDup(VlHtmlGetName(first)));
+        }
+    }
+
+    CommandLine command(install ? "vlinst.sh " : "vltest.sh ");
+    command.word(theProj->name).word(suffix.get()).raw(" ").word(start.get()).raw(" ");
+    command.word(cgiPath.get()).raw(" ").word(url.get()).raw(" ").word(htmlPath.get()).raw(" ");
+    command.word(makefile.c_str()).raw(" \"").inQuotes(target.get()).raw("\"");
+    command.raw(" \"").inQuotes(pages.get()).raw("\"");
+    std::fflush(stdout);
+    std::fflush(stderr);
+    // The script's status is its own business: it reports what it did.
+    int status = std::system(command.c_str());
+    (void)status;
+    return 1;
+}
+
+int VlProjRunTest(void) {
+    return VlProjRunTestLL(0);
+}
+
+int VlProjRunInstall(void) {
+    return VlProjRunTestLL(1);
+}
+
+int VlProjRunRelease(void) {
+    if (!theProj || SutSizList(theProj->htmlDocs) == 0) {
+        VlGUIError("There is no project to release.");
+        return 0;
+    }
+    VlProjCheckForSave();
+    theProj->releaseMode = 1;
+    VlCharPtr sourceSuffix = Option("Makefile.", "$VL_SOURCE_SUFFIX");
+    Start(CommandLine("vlrel1.sh ").word(sourceSuffix.get()));
+
+    // The project moves into release/, where everything is written with the
+    // "Release." settings.
+    VlCharPtr startDir(VlGetCurrentDir());
+    const std::string name = theProj->name ? theProj->name : "";
+    const std::string releasePath = "release/" + name;
+    if (!VlProjSaveAs(releasePath.c_str())) return 0;
+
+    const std::string makefile = name + ".mak";
+    VlCharPtr pages(VlProjGetHtmlNamesString(1));
+    VlCharPtr exeSuffix = Option("Makefile.", "exeSuffix");
+    VlCharPtr modules(VlProjGetModuleNames(1));
+    VlCharPtr mainFile(VlProjGetMainCFileName());
+    VlCharPtr configName(VlCopyString("NoConfigFile"));
+    if (IsTrue(Option("Project.", "Allow Config File").get())) {
+        VlCharPtr configured = Option("Project.", "Config File Name");
+        configName.reset(VlGetFileFromFullPath(configured.get()));
+    }
+
+    CommandLine second("vlrel2.sh ");
+    second.word(name.c_str()).raw(" ").word(exeSuffix.get()).raw(" ").word(makefile.c_str());
+    second.raw(" ").word(configName.get()).raw(" \"").inQuotes(pages.get()).raw("\" \"");
+    second.inQuotes(modules.get()).raw(" ").inQuotes(mainFile.get()).raw("\" ");
+
+    FILE *readme = std::fopen("README", "w");
+    if (!readme) {
+        // The release stays in release mode and in the release directory.
+        VlPrintError("Could open file for write ");
+        VlPrintError("README\n");
+        return 0;
+    }
+    std::fputs("This file contains important information about your project\n", readme);
+    std::fputs("\n", readme);
+    std::fputs("These files should be copied to a directory that is known to your HTTP server.\n",
+               readme);
+    std::fprintf(readme, "CGI Name : %s%s\n", name.c_str(), exeSuffix ? exeSuffix.get() : "");
+    std::fprintf(readme, "Config File URL : %s\n", configName ? configName.get() : "");
+    std::fprintf(readme, "HTML file(s) : %s\n", pages ? pages.get() : "");
+    std::fputs("\n", readme);
+    std::fputs("These options are hard coded in the CGI program:\n", readme);
+    std::fputs(VlProjRelocatable() ? "This is a relocatable project.\n"
+                                   : "This is NOT a relocatable project.\n",
+               readme);
+    VlProjBuildConfigOptions();
+    VlProjWriteConfigFileLL(readme, "Release.");
+    std::fputs("\nNote that you can override these values if you use a config file.\n", readme);
+    std::fclose(readme);
+
+    Start(second);
+    theProj->releaseMode = 0;
+    // Back to the project in the starting directory.
+    if (chdir(startDir.get()) != 0) VlGUIError("Change directory failed.");
+    VlProjDelete();
+    VlProjNew((name + ".pj").c_str(), 0);
+    return 1;
+}
+
+int VlProjBuild(void) {
+    if (!theProj || !theProj->name) return 0;
+    return Start(CommandLine("vlmake.sh ").word(theProj->name).raw(".mak"));
+}
+
+int VlProjRebuild(void) {
+    if (!theProj || !theProj->name) return 0;
+    return Start(CommandLine("vlmake.sh ").word(theProj->name).raw(".mak -rebuild"));
+}
+
+int VlProjLaunchEditor(const char *htmlName) {
+    if (!htmlName) return 0;
+    return Start(CommandLine("vledithtml.sh ").word(htmlName));
+}
+
+int VlProjPreviewHtml(const char *htmlName) {
+    if (!htmlName) return 0;
+    VlCharPtr dir(VlGetCurrentDir());
+    const std::string path = std::string(dir.get()) + "/" + htmlName;
+    return Start(CommandLine("vlbrowser.sh -openFile ").word(path.c_str()));
+}
+
+} // extern "C"
