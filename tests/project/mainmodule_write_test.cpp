@@ -1,0 +1,210 @@
+// Generating the main module from main.tem: the template's text between the
+// regions, the user's three texts, one declaration and one registration call
+// per page module, and the runtime setup calls with their defaults.
+#include "project_support.hpp"
+#include "run_support.hpp"
+#include "util/tempdir.hpp"
+
+#include <string>
+
+namespace {
+
+const char IS[] = "/* Velmora Start Of User Includes */\n";
+const char IE[] = "/* Velmora End Of User Includes */\n";
+const char DS[] = "/* Velmora Start Of Callback Declarations */\n";
+const char DE[] = "/* Velmora End Of Callback Declarations */\n";
+const char InS[] = "\t/* Velmora Start Of Initial Code */\n";
+const char InE[] = "\t/* Velmora End Of Initial Code */\n";
+const char RS[] = "\t/* Velmora Start Of Callback Registration */\n";
+const char RE[] = "\t/* Velmora End Of Callback Registration */\n";
+const char FS[] = "\t/* Velmora Start Of Final Code */\n";
+const char FE[] = "\t/* Velmora End Of Final Code */\n";
+
+// The ten delimiter lines with nothing around or between them.
+std::string bare() {
+    return std::string(IS) + IE + DS + DE + InS + InE + RS + RE + FS + FE;
+}
+
+// The generated file for the bare template.
+std::string generated(const std::string &decls, const std::string &regs,
+                      const std::string &includes = "", const std::string &initial = "",
+                      const std::string &final = "") {
+    return IS + includes + IE + DS + decls + DE + InS + initial + InE + RS + regs + RE + FS +
+           final + FE;
+}
+
+const char kDefaults[] = "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSetApiMaxNum(2);\n"
+                         "\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
+                         "\tVlSetSessTimeOut(1200);\n\tVlProcessLogin(0);\n"
+                         "\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
+
+TEST(MainModuleWrite, TemplateTextIsKeptAndItsRegionsReplaced) {
+    Workspace ws;
+    VlProjSetName("shop");
+    writeTemplate("main.tem", std::string("head\n") + IS + "template includes\n" + IE + "mid1\n" +
+                                  DS + "extern void R_old ();\n" + DE + "mid2\n" + InS +
+                                  "\tx();\n" + InE + "mid3\n" + RS + "\tR_old ();\n" + RE +
+                                  "mid4\n" + FS + "\ty();\n" + FE + "tail\n");
+    // No options but the source suffix, no modules, no user text.
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    EXPECT_EQ(ws.read("shop.c"), std::string("head\n") + IS + IE + "mid1\n" + DS + DE + "mid2\n" +
+                                     InS + InE + "mid3\n" + RS + kDefaults + RE + "mid4\n" + FS +
+                                     FE + "tail\n");
+
+    // A template without any delimiter line is copied whole, and all ten
+    // lines still follow it.
+    writeTemplate("main.tem", "int main() { return 0; }\n");
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    EXPECT_EQ(ws.read("shop.c"), "int main() { return 0; }\n" + generated("", kDefaults));
+}
+
+TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
+    Workspace ws;
+    EnvVar login("LOGNAME", "ann");
+    writeTemplate("main.tem", bare());
+    VlProjSetName("shop");
+    addModule(addPage("a.html", {"order"}));
+    addModule(nullptr); // a module without a page is left out
+    addModule(addPage("b-c.html", {}));
+    setOptions({"Project.Relocatable Project : True",
+                "Test.Database Server : tsrv",
+                "Test.Database Name : tdb",
+                "Release.Database Server : rsrv",
+                "Release.Database Name : rdb",
+                "Project.HTML Startup Document : start.html",
+                "Test.HTML URL : http://t/#proj",
+                "Release.HTML URL : /r",
+                "App Server.Max Requests : 7",
+                "App Server.Allow Shutdown : False",
+                "App Server.Cached Connections : 3",
+                "App Server.Timeout : 60",
+                "Test.GIF URL : /gif",
+                "Test.Database Vendor : SYBASE",
+                "Test.ORB_HOST : orb",
+                "Test.ORB_SEED : 42",
+                "Test.Database User Name : #user",
+                "Test.Database User Password : secret",
+                "Project.Allow SQL in HTML : True",
+                "Project.Allow Config File : true",
+                "Project.Config File Name : #proj.cfg",
+                "Test.HTML Path : C:/www/shop",
+                "Project.Print Form Args : True",
+                "Project.Print Environment : no",
+                "Project.Secure Login : True",
+                "Project.Use Common Login : True",
+                "Project.Use Native OS Login : True",
+                "Test.STATE_HOST : state"});
+    const std::string decls = "extern void R_a_html ();\nextern void R_b_c_html ();\n";
+    const std::string calls = "\tR_a_html ();\n\tR_b_c_html ();\n";
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    EXPECT_EQ(ws.read("shop.c"), generated(decls, calls + "\tVlInitHeaders();\n"
+                                                          "\tVlRelocatableProject(1);\n"
+                                                          "\tVlSetDefaults(\"tsrv\",\"tdb\");\n"
+                                                          "\tVlSetStartupHtml(\"start.html\");\n"
+                                                          "\tVlSetHtmlURL(\"http://t/shop\");\n"
+                                                          "\tVlSetApiMaxNum(7);\n"
+                                                          "\tVlAllowShutDown(0);\n"
+                                                          "\tVlSetCacheNumConn(3);\n"
+                                                          "\tVlSetSessTimeOut(60);\n"
+                                                          "\tVlSetGifURL(\"/gif\");\n"
+                                                          "\tVlSetDefaultVendor(SGESYBASE);\n"
+                                                          "\tVlSetOrbHost(\"orb\");\n"
+                                                          "\tVlSetOrbSeed(42);\n"
+                                                          "\tVlSetDefaultUser(\"ann\");\n"
+                                                          "\tVlSetDefaultPass(\"secret\");\n"
+                                                          "\tVlAllowSQL(1);\n"
+                                                          "\tVlAllowConfigFile(0);\n"
+                                                          "\tVlSetConfigFile(\"shop.cfg\");\n"
+                                                          "\tVlSetHtmlDir(\"/www/shop\");\n"
+                                                          "\tVlSetPrintArgs(1);\n"
+                                                          "\tVlSetPrintEnv(0);\n"
+                                                          "\tVlProcessLogin(1);\n"
+                                                          "\tVlSetDoCommonLog(1);\n"
+                                                          "\tVlSetUseAppLogin(1);\n"
+                                                          "\tVlSetStateHost(\"state\");\n"));
+
+    // In release mode the mode settings come from "Release." only; those it
+    // lacks are not written. Defaults need both server and name.
+    theProj->releaseMode = 1;
+    SutRemoveNList(theProj->options, 4); // Release.Database Name
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    EXPECT_EQ(ws.read("shop.c"), generated(decls, calls + "\tVlInitHeaders();\n"
+                                                          "\tVlRelocatableProject(1);\n"
+                                                          "\tVlSetStartupHtml(\"start.html\");\n"
+                                                          "\tVlSetHtmlURL(\"/r\");\n"
+                                                          "\tVlSetApiMaxNum(7);\n"
+                                                          "\tVlAllowShutDown(0);\n"
+                                                          "\tVlSetCacheNumConn(3);\n"
+                                                          "\tVlSetSessTimeOut(60);\n"
+                                                          "\tVlAllowSQL(1);\n"
+                                                          "\tVlAllowConfigFile(0);\n"
+                                                          "\tVlSetConfigFile(\"shop.cfg\");\n"
+                                                          "\tVlSetPrintArgs(1);\n"
+                                                          "\tVlSetPrintEnv(0);\n"
+                                                          "\tVlProcessLogin(1);\n"
+                                                          "\tVlSetDoCommonLog(1);\n"
+                                                          "\tVlSetUseAppLogin(1);\n"));
+
+    // An empty seed is not written; a path without a colon is written whole.
+    theProj->releaseMode = 0;
+    setOptions({"Test.ORB_SEED : ", "Test.HTML Path : /www/x", "App Server.Allow Shutdown : True"});
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    EXPECT_EQ(ws.read("shop.c"),
+              generated(decls, calls + "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n"
+                                       "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n"
+                                       "\tVlSetCacheNumConn(2);\n\tVlSetSessTimeOut(1200);\n"
+                                       "\tVlSetHtmlDir(\"/www/x\");\n"
+                                       "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n"
+                                       "\tVlSetUseAppLogin(0);\n"));
+}
+
+TEST(MainModuleWrite, UserTextsSurviveWritingReadingAndWritingAgain) {
+    Workspace ws;
+    writeTemplate("main.tem", std::string("/* top */\n") + bare() + "/* end */\n");
+    VlProjSetName("shop");
+    VlProjMainSetDeclarations("#include <x.h>\r\nint g;\r\n");
+    VlProjMainSetInitialCode("\tinit();\n");
+    VlProjMainSetFinalCode("\tdone();\r\n\r\n");
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    const std::string first = ws.read("shop.c");
+    EXPECT_EQ(first, "/* top */\n" +
+                         generated("", kDefaults, "#include <x.h>\nint g;\n", "\tinit();\n",
+                                   "\tdone();\n\n") +
+                         "/* end */\n");
+
+    EXPECT_EQ(VlMainModuleRead("shop.c"), 1);
+    EXPECT_STREQ(VlProjMainGetDeclarations(), "#include <x.h>\nint g;\n");
+    EXPECT_STREQ(VlProjMainGetInitialCode(), "\tinit();\n");
+    EXPECT_STREQ(VlProjMainGetFinalCode(), "\tdone();\n\n");
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
+    EXPECT_EQ(ws.read("shop.c"), first);
+}
+
+TEST(MainModuleWrite, FailuresPrintTheirPiecesAndWriteNothing) {
+    Workspace ws;
+    writeTemplate("main.tem", bare());
+    VlProjSetName("shop");
+    std::string out = printed([] { EXPECT_EQ(VlMainModuleWrite("nodir/shop.c"), 0); });
+    EXPECT_EQ(out, "Could not write file in VlMainModuleWrite :nodir/shop.c\n");
+
+    {
+        TempDir elsewhere;
+        EnvVar velmora("VELMORA", (elsewhere.path() + "/").c_str());
+        VlResetDistDir();
+        out = printed([] { EXPECT_EQ(VlMainModuleWrite("shop.c"), 0); });
+        EXPECT_EQ(out, "Could find main template in VlMainModuleWrite:" + elsewhere.path() +
+                           "/config/main.tem\n");
+        velmora.set(nullptr);
+        VlResetDistDir();
+        out = printed([] { EXPECT_EQ(VlMainModuleWrite("shop.c"), 0); });
+        EXPECT_EQ(out, "VELMORAenvironment variable is not set \n");
+    }
+    VlResetDistDir();
+    EXPECT_FALSE(fs::exists("shop.c"));
+
+    VlProjDelete();
+    EXPECT_EQ(VlMainModuleWrite("shop.c"), 0);
+    EXPECT_FALSE(fs::exists("shop.c"));
+}
+
+} // namespace

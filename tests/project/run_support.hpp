@@ -1,0 +1,57 @@
+// Helpers of the tests of writing and running a project: the templates of the
+// test distribution, option lists, and the scripts that the scripted runs
+// call, which log each call on one line with every argument in brackets (so a
+// name with a blank shows as one argument).
+#ifndef VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
+#define VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
+
+#include "module/workspace.hpp"
+
+#include <chrono>
+#include <initializer_list>
+#include <string>
+#include <thread>
+
+// Installs the logging scripts of the scripted runs (once per test program).
+inline void installRunScripts() {
+    static const bool done = [] {
+        for (const char *script : {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh", "vlmake.sh",
+                                   "vledithtml.sh", "vlbrowser.sh"}) {
+            std::string path = testDistribution() + "/bin/" + script;
+            writeText(path, "#!/bin/sh\n{ printf '%s:' \"$(basename \"$0\")\"; "
+                            "for a in \"$@\"; do printf ' [%s]' \"$a\"; done; echo; } "
+                            ">> \"$VL_SCRIPT_LOG\"\n");
+            fs::permissions(path, fs::perms::owner_all);
+        }
+        return true;
+    }();
+    (void)done;
+}
+
+inline void writeTemplate(const char *name, const std::string &text) {
+    writeText(testDistribution() + "/config/" + name, text);
+}
+
+// Replaces the current project's options by copies of lines.
+inline void setOptions(std::initializer_list<const char *> lines) {
+    SutDestroyList(theProj->options);
+    theProj->options = SutNewList();
+    for (const char *line : lines)
+        SutAddList(theProj->options, VlCopyString(line));
+}
+
+// Waits (up to five seconds) until the script log holds count lines, for
+// scripts started without waiting, and returns the log.
+inline std::string waitForLog(const Workspace &ws, int count) {
+    for (int i = 0; i < 500; i++) {
+        std::string log = ws.read(".scripts");
+        int lines = 0;
+        for (char c : log)
+            lines += c == '\n';
+        if (lines >= count) return ws.scripts();
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return ws.scripts();
+}
+
+#endif
