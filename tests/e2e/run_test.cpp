@@ -1,0 +1,292 @@
+// vlnogui run end to end on small projects with a test distribution: the
+// exact standard output and status, every file left in the project
+// directory, and every script call with its arguments. The expected texts
+// follow from the rules for each file, written out here by hand.
+#include "e2e/harness.hpp"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+const char kBanner[] = "No GUI Velmora Version 3.0\n";
+const char kHead[] = "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\n"
+                     "Source files:\n";
+const char IS[] = "/* Velmora Start Of User Includes */\n";
+const char IE[] = "/* Velmora End Of User Includes */\n";
+const char DS[] = "/* Velmora Start Of Callback Declarations */\n";
+const char DE[] = "/* Velmora End Of Callback Declarations */\n";
+const char InS[] = "\t/* Velmora Start Of Initial Code */\n";
+const char InE[] = "\t/* Velmora End Of Initial Code */\n";
+const char RS[] = "\t/* Velmora Start Of Callback Registration */\n";
+const char RE[] = "\t/* Velmora End Of Callback Registration */\n";
+const char FS[] = "\t/* Velmora Start Of Final Code */\n";
+const char FE[] = "\t/* Velmora End Of Final Code */\n";
+
+// The test distribution: its global options give the test deployment.
+void distribution(const E2eWorld &w) {
+    w.write("dist/config/Velmora.cfg", "Makefile.$VL_SOURCE_SUFFIX : .c\n"
+                                       "Makefile.exeSuffix : .cgi\n"
+                                       "Test.CGI URL : http://h/cgi-bin\n"
+                                       "Test.CGI Path : /cgi\n"
+                                       "Test.HTML URL : http://h/#proj\n"
+                                       "Test.HTML Path : /www/#proj\n");
+    w.write("dist/config/main.tem", std::string("/* main */\n") + IS + "junk\n" + IE + DS + DE +
+                                        "int main()\n{\n" + InS + InE + RS + RE + FS + FE + "}\n");
+    w.write("dist/config/Makefile.tem",
+            "PROGRAM = $VL_EXECUTABLE\nOBJS = $VL_MAIN \\\n$VL_MODULES");
+}
+
+std::string mainFile(const std::string &decls, const std::string &regs,
+                     const std::string &user = "") {
+    return std::string("/* main */\n") + IS + user + IE + DS + decls + DE + "int main()\n{\n" +
+           InS + InE + RS + regs + RE + FS + FE + "}\n";
+}
+
+// The setup calls that the distribution's options give project name.
+std::string setupCalls(const std::string &name, int relocatable = 0,
+                       const std::string &afterTimeout = "") {
+    return "\tVlInitHeaders();\n\tVlRelocatableProject(" + std::to_string(relocatable) +
+           ");\n\tVlSetHtmlURL(\"http://h/" + name +
+           "\");\n\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
+           "\tVlSetSessTimeOut(1200);\n" +
+           afterTimeout + "\tVlSetHtmlDir(\"/www/" + name +
+           "\");\n\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
+}
+
+std::string progress(const std::string &project, const std::string &config,
+                     const std::string &beforeDone, const std::string &install) {
+    return std::string(kBanner) + "Applying Changes to " + project + " from " + config + "\n" +
+           beforeDone + "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
+}
+
+const char kNoBinding[] = "You must have at least one binding before testing.\n";
+
+TEST(EndToEnd, ProjectWithoutModulesMergesTheConfigurationInPlace) {
+    E2eWorld w;
+    distribution(w);
+    w.write("proj/store.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+                                                  "Project.Call Read/Write Scripts : True\n"
+                                                  "Test.HTML URL : http://old/#proj\n"
+                                                  "Makefile.$VL_USER_CFLAGS : -g\n");
+    // Replaces one option in place, adds two (one with "#user"), and a line
+    // without a colon is no option.
+    w.write("site.cfg", "Test.HTML URL : http://new/#proj\nTest.Database User Name : #user\n"
+                        "no colon here\nTest.Database Server : db\n");
+    const std::string project = w.path("proj/store.pj"), config = w.path("site.cfg");
+    ProgramRun r = w.run({"-p", project, "-c", config}, "ann");
+    EXPECT_EQ(r.out, progress(project, config, "Could not read file in VlMainModuleRead:store.c\n",
+                              kNoBinding));
+    EXPECT_EQ(r.err, "");
+    EXPECT_EQ(r.status, 0);
+    const std::string regs =
+        "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSetHtmlURL(\"http://new/store\");\n"
+        "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
+        "\tVlSetSessTimeOut(1200);\n\tVlSetDefaultUser(\"ann\");\n\tVlSetHtmlDir(\"/www/store\");\n"
+        "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
+    EXPECT_EQ(w.project(),
+              (Files{{"store.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+                                                       "Project.Call Read/Write Scripts : True\n"
+                                                       "Test.HTML URL : http://new/#proj\n"
+                                                       "Makefile.$VL_USER_CFLAGS : -g\n"
+                                                       "Test.Database User Name : #user\n"
+                                                       "Test.Database Server : db\n"},
+                     {"store.c", mainFile("", regs)},
+                     {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n"},
+                     {"velmoraBackstore", "<dir>"}}));
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\nvlwriteprj.sh: [store.pj]\n");
+}
+
+const char kPage[] = "<html><body>\n"
+                     "<FORM ACTION=\"old.cgi\" METHOD=\"post\">\n"
+                     "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
+                     "<INPUT TYPE=\"text\" NAME=\"item\">\n"
+                     "</FORM>\n"
+                     "<A HREF=\"old.cgi?FNC=home__Ashop_html\">Home</A>\n"
+                     "</body></html>\n";
+
+const char kModuleHead[] = "/* Velmora Module File V1.0B */\n"
+                           "/* Velmora Start Of Tool Includes */\n"
+                           "#include \"VlRnHtml.h\"\n"
+                           "/* Velmora Start Of user Includes */\n"
+                           "#include <stdio.h>\n"
+                           "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+const char kOrder[] = "/*Velmora Start of Function */\nstatic void Forder ()\n"
+                      "/* start of initial code */\n{\n\tint n = 0;\n"
+                      "/* start of func Code */\n/* end of func code */\n"
+                      "/* start of final code */\n\tn++;\n}/* end of final code */\n";
+const char kHome[] = "/*Velmora Start of Function */\nstatic void Ahome ()\n"
+                     "/* start of initial code */\n{\n"
+                     "/* start of func Code */\n/* end of func code */\n"
+                     "/* start of final code */\n}/* end of final code */\n";
+const char kRegistration[] = "void R_shop_html()\n{\n"
+                             "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
+                             "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
+                             "\n}/* Velmora End of Module */\n";
+
+void pageProject(const E2eWorld &w, const std::string &options) {
+    w.write("proj/store.pj", std::string(kHead) +
+                                 "shop.c\nHTML Files :\nshop.html\n"
+                                 "Project Options :\n" +
+                                 options);
+    w.write("proj/shop.html", kPage);
+    // Text between functions and extra lines in R_ are regenerated away.
+    w.write("proj/shop.c", std::string(kModuleHead) + kOrder + "/* stray text */\n" + kHome +
+                               "void R_shop_html()\n{\n\tVlRegisterHtmlActivator(\"x\",Fx);\n"
+                               "\n}/* Velmora End of Module */\n");
+}
+
+TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
+    E2eWorld w;
+    distribution(w);
+    pageProject(w, "Project.Name : store\n");
+    const std::string project = w.path("proj/store.pj");
+    ProgramRun r = w.run({"-p", project, "-c", w.path("none.cfg")});
+    EXPECT_EQ(r.out, progress(project, w.path("none.cfg"),
+                              "Could not read file in VlMainModuleRead:store.c\n"
+                              "Warning : Could not open configuration file " +
+                                  w.path("none.cfg") + "\n",
+                              ""));
+    EXPECT_EQ(r.err, "");
+    EXPECT_EQ(r.status, 0);
+
+    // The program's URL went into the form and the anchor of the page.
+    const std::string page =
+        "<html><body>\n"
+        "<FORM ACTION=\"http://h/cgi-bin/store.cgi\" METHOD=\"post\" >\n"
+        "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
+        "<INPUT TYPE=\"text\" NAME=\"item\">\n"
+        "</FORM>\n"
+        "<A HREF=\"http://h/cgi-bin/store.cgi?FNC=home__Ashop_html\" >Home</A>\n"
+        "</body></html>\n";
+    const std::string module = std::string(kModuleHead) + kOrder + kHome + kRegistration;
+    const std::string projectFile = std::string(kHead) +
+                                    "shop.c\nHTML Files :\nshop.html\n"
+                                    "Project Options :\nProject.Name : store\n";
+    const std::string main =
+        mainFile("extern void R_shop_html ();\n", "\tR_shop_html ();\n" + setupCalls("store"));
+    const Files written = {{"store.pj", projectFile},
+                           {"shop.c", module},
+                           {"shop.html", page},
+                           {"in_use", "<dir>"},
+                           {"in_use/shop.html.vlm", page},
+                           {"store.c", main},
+                           {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n\tshop.c\n"},
+                           {"velmoraBackstore", "<dir>"}};
+    EXPECT_EQ(w.project(), written);
+    const std::string install = "vlinst.sh: [store.cgi] [shop.html] [/cgi] [http://h/store] "
+                                "[/www/store] [store.mak] [CGI] [ shop.html]\n";
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project +
+                               "]\n"
+                               "vlreadhtml.sh: [shop.html]\n"
+                               "vlreadmodule.sh: [shop.c]\n"
+                               "vlwritemodule.sh: [shop.c]\n"
+                               "vlwritehtml.sh: [shop.html]\n"
+                               "vlwriteprj.sh: [store.pj]\n" +
+                               install);
+
+    // The engine's own output is a fixed point: only the backup changes.
+    r = w.run({"-p", project, "-c", w.path("none.cfg")});
+    EXPECT_EQ(r.out,
+              progress(project, w.path("none.cfg"),
+                       "Warning : Could not open configuration file " + w.path("none.cfg") + "\n",
+                       ""));
+    EXPECT_EQ(r.status, 0);
+    Files outsideBackup = written;
+    outsideBackup.erase("velmoraBackstore");
+    EXPECT_EQ(w.project({"velmoraBack"}), outsideBackup);
+    EXPECT_EQ(w.project({"in_use", "shop", "store"}),
+              (Files{{"velmoraBackstore", "<dir>"},
+                     {"velmoraBackstore/store.pj", projectFile},
+                     {"velmoraBackstore/shop.c", module},
+                     {"velmoraBackstore/shop.html", page},
+                     {"velmoraBackstore/store.c", main}}));
+    EXPECT_EQ(w.scripts().substr(0, 13), "vlreadprj.sh:");
+}
+
+TEST(EndToEnd, RelocatableProjectLeavesTheUrlToRunTime) {
+    E2eWorld w;
+    distribution(w);
+    pageProject(w, "Project.Relocatable Project : True\nProject.Call Read/Write Scripts : False\n");
+    const std::string project = w.path("proj/store.pj");
+    ProgramRun r = w.run({"-pc", project, w.path("none.cfg")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.read("proj/shop.html"),
+              "<html><body>\n"
+              "<FORM ACTION=\"$$VL_CGI_URL\" METHOD=\"post\" >\n"
+              "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
+              "<INPUT TYPE=\"text\" NAME=\"item\">\n"
+              "</FORM>\n"
+              "<A HREF=\"$$VL_CGI_URL?FNC=home__Ashop_html\" >Home</A>\n"
+              "</body></html>\n");
+    EXPECT_EQ(w.read("proj/store.c"), mainFile("extern void R_shop_html ();\n",
+                                               "\tR_shop_html ();\n" + setupCalls("store", 1)));
+    // Started with the program itself, under the CGI URL; the project's read
+    // script still ran (no project was current to say otherwise).
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project +
+                               "]\n"
+                               "vlinst.sh: [store.cgi] [store.cgi] [/cgi] [http://h/cgi-bin] "
+                               "[/www/store] [store.mak] [CGI] [ shop.html]\n");
+}
+
+TEST(EndToEnd, OptionNamesOfAnOldVersionAreUpgradedInPlace) {
+    E2eWorld w;
+    distribution(w);
+    w.write("proj/old.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+                                                "Project.Call Read/Write Scripts : False\n"
+                                                "HTML test URL : http://old/x\n"
+                                                "Makefile.exeSuffix : .exe\n");
+    ProgramRun r = w.run({"-p", "old.pj"});
+    EXPECT_EQ(r.out, progress("old.pj", "",
+                              "Upgraded Project Options from an old version of Velmora\n"
+                              "Could not read file in VlMainModuleRead:old.c\n"
+                              "Warning : Could not open configuration file \n",
+                              kNoBinding));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.read("proj/old.pj"), std::string(kHead) +
+                                         "HTML Files :\nProject Options :\n"
+                                         "Project.Call Read/Write Scripts : False\n"
+                                         "Test.HTML URL : http://old/x\n"
+                                         "Makefile.exeSuffix : .exe\n");
+    EXPECT_NE(w.read("proj/old.c").find("\tVlSetHtmlURL(\"http://old/x\");\n"), std::string::npos);
+    EXPECT_EQ(w.read("proj/old.mak"), "PROGRAM = old.exe\nOBJS = old.c \\\n");
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [old.pj]\n");
+}
+
+TEST(EndToEnd, InvalidProjectFileIsLeftAloneAndTheRunFails) {
+    E2eWorld w;
+    distribution(w);
+    w.write("proj/store.pj", "Velmora Project File V2\nshop.c\n");
+    w.write("site.cfg", "Test.CGI Path : /x\n");
+    ProgramRun r = w.run({"-p", "store.pj", "-c", w.path("site.cfg")});
+    EXPECT_EQ(r.out, std::string(kBanner) + "Applying Changes to store.pj from " +
+                         w.path("site.cfg") +
+                         "\nstore.pj is not a valid project file.\n"
+                         "Internal Error. could not read project options\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(w.project(), (Files{{"store.pj", "Velmora Project File V2\nshop.c\n"}}));
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [store.pj]\n");
+}
+
+TEST(EndToEnd, NamesThatNeedQuotingArriveAsOneArgument) {
+    E2eWorld w;
+    distribution(w);
+    w.write("proj/my shop.pj", std::string(kHead) + "HTML Files :\nProject Options :\n");
+    ProgramRun r = w.run({"-p", "my shop.pj"});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_TRUE(fs::exists(w.path("proj/my shop.c")));
+    EXPECT_EQ(w.read("proj/my shop.mak"), "PROGRAM = my shop.cgi\nOBJS = my shop.c \\\n");
+    EXPECT_TRUE(fs::is_directory(w.path("proj/velmoraBackmy shop")));
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [my shop.pj]\nvlwriteprj.sh: [my shop.pj]\n");
+
+    // The second run backs the files up under their names.
+    r = w.run({"-p", "my shop.pj"});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.read("proj/velmoraBackmy shop/my shop.pj"), w.read("proj/my shop.pj"));
+}
+
+} // namespace
