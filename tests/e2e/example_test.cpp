@@ -1,0 +1,45 @@
+// The example project with the bundled distribution: vlnogui exits 0, leaves
+// every file of the example as it was (the example is the engine's own
+// output), installs its pages, and a second run over the first run's output
+// changes nothing outside the backup directory.
+#include "e2e/harness.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+TEST(Example, TheShopIsAFixedPointOfTheEngine) {
+    const std::string source = std::string(VELMORA_SOURCE_DIR) + "/examples/shop";
+    const std::string dist = std::string(VELMORA_SOURCE_DIR) + "/dist";
+    TempDir root;
+    fs::create_directories(root.file("home"));
+    fs::copy(source, root.file("shop"), fs::copy_options::recursive);
+    const auto original = snapshot(source);
+
+    const std::vector<std::string> env = {"PATH=" + dist + "/bin:/usr/bin:/bin",
+                                          "HOME=" + root.file("home"), "VELMORA=" + dist};
+    for (const char *config : {"test.cfg", "release.cfg"}) {
+        SCOPED_TRACE(config);
+        const std::string project = root.file("shop/shop.pj");
+        ProgramRun r = runProgram(VLNOGUI_PATH, {"-p", project, "-c", root.file("shop/") + config},
+                                  env, root.path());
+        EXPECT_EQ(r.status, 0);
+        const std::string start = "No GUI Velmora Version 3.0\nApplying Changes to " + project +
+                                  " from " + root.file("shop/") + config +
+                                  "\nDone Reading Project.\nDone Writing Project\n";
+        EXPECT_EQ(r.out.substr(0, start.size()), start);
+        EXPECT_NE(r.out.find("vlinst.sh: pages installed in ../www/shop\n"), std::string::npos);
+        EXPECT_EQ(r.out.substr(r.out.size() - 9), "Finished\n");
+        EXPECT_EQ(snapshot(root.file("shop"), {"in_use", "velmoraBack"}), original);
+    }
+    // The second run backed up the first run's output, which is the example.
+    for (const char *name : {"shop.pj", "shop.c", "catalog.c", "order.c", "catalog.html"})
+        EXPECT_EQ(root.read(std::string("shop/velmoraBackshop/") + name), original.at(name));
+    EXPECT_EQ(root.read("www/shop/catalog.html"), original.at("catalog.html"));
+    EXPECT_EQ(root.read("www/shop/order.html"), original.at("order.html"));
+    EXPECT_EQ(root.read("shop/in_use/order.html.vlm"), original.at("order.html"));
+}
+
+} // namespace
