@@ -16,10 +16,11 @@
 # so any number of trailing arguments may be missing: the steps that need
 # them are skipped with a message.
 #
-# It copies the pages to HTML-PATH and, when a C compiler, make, the makefile
-# and the Velmora runtime (VELMORA/include/VlRnHtml.h) are all present, builds
-# the program and copies it to CGI-PATH. The status is 0 when every step that
-# could run succeeded.
+# It copies the pages to HTML-PATH and, when a C compiler, make and the
+# makefile's inputs (the makefile, the sources it names and the Velmora
+# runtime, VELMORA/include/VlRnHtml.h) are all present, builds the program and
+# copies it to CGI-PATH. A step whose inputs are missing is skipped with a
+# message. The status is 0 when every step that could run succeeded.
 set -u
 set -f
 program=${1:-}
@@ -60,6 +61,9 @@ elif ! command -v make >/dev/null 2>&1 || ! command -v "${CC:-cc}" >/dev/null 2>
     say "no C compiler or make: program not built"
 elif [ ! -f "$runtime" ]; then
     say "no Velmora runtime in ${VELMORA:-(VELMORA not set)}: program not built"
+elif ! make -n -f "$makefile" VELMORA="$VELMORA" >/dev/null 2>&1; then
+    say "sources named in $makefile are missing: program not built"
+    status=1
 else
     if make -f "$makefile" VELMORA="$VELMORA"; then
         if [ -n "$cgipath" ]; then
