@@ -126,7 +126,7 @@ TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
     // In release mode the mode settings come from "Release." only; those it
     // lacks are not written. Defaults need both server and name.
     theProj->releaseMode = 1;
-    SutRemoveNList(theProj->options, 4); // Release.Database Name
+    free(SutRemoveNList(theProj->options, 4)); // Release.Database Name
     EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
     EXPECT_EQ(ws.read("shop.c"), generated(decls, calls + "\tVlInitHeaders();\n"
                                                           "\tVlRelocatableProject(1);\n"
