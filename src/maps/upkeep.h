@@ -6,6 +6,10 @@
 extern "C" {
 #endif
 
+/* Hands every bind's editor back, destroys the map context and leaves the
+ * process without a map. Returns 0. */
+int SwdResetTheMap(void);
+
 #ifdef __cplusplus
 }
 #endif

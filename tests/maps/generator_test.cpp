@@ -1,0 +1,157 @@
+// The binding-code generator: the exact text of one request's code, with and
+// without the user's code, and the escaping of quoted list items.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "maps/generator.h"
+#include "maps/map.h"
+#include "maps/upkeep.h"
+
+namespace {
+
+void set(char **field, const char *value) {
+    free(*field);
+    *field = value ? strdup(value) : nullptr;
+}
+
+SutList *listOf(std::initializer_list<const char *> items) {
+    SutList *l = SutNewList();
+    for (const char *s : items)
+        SutAddList(l, strdup(s));
+    return l;
+}
+
+struct Sample {
+    SpmSPBind *bind = SpmCreateListsForSpmBind(2, 1, 1);
+    SpmCallbackBind *call = static_cast<SpmCallbackBind *>(SutGetNList(bind->callBinds, 0));
+    SpmColBind *col = static_cast<SpmColBind *>(SutGetNList(bind->colBinds, 0));
+    SpmColBind *col2 = static_cast<SpmColBind *>(SutGetNList(bind->colBinds, 1));
+    SpmArgBind *arg = static_cast<SpmArgBind *>(SutGetNList(bind->argBinds, 0));
+
+    Sample() {
+        set(&bind->servername, "srv");
+        set(&bind->dbname, "db");
+        set(&bind->name, "orders");
+        set(&bind->altName, "bind3");
+        set(&bind->indexKey, "ik");
+        bind->dbVendor = 2;
+        bind->sqlFrags = listOf({"select \"x\"\nfrom t\r"});
+        call->maxRows = 25;
+        set(&call->useDialog, "USE_IT");
+        set(&call->initCode, "a = 1;");
+        set(&call->finalCode, "b = 2;");
+        call->options = listOf({"o : 1"});
+        set(&col->swidget, "Entry");
+        set(&col->interface, "Page1");
+        col->dataSize = 10;
+        col->dataTypeId = 12;
+        col->columnId = 3;
+        set(&col->dataType, "char");
+        set(&col->columnName, "name");
+        set(&col2->popCallbackName, "popIt");
+        set(&col2->clientData, "(XtPointer)\"a;b\"");
+        col2->group = 2;
+        col2->order = 1;
+        col2->dataSize = 4;
+        col2->dataTypeId = 7;
+        col2->computeId = 1;
+        col2->computeColumn = 2;
+        col2->columnId = 5;
+        set(&col2->dataType, "int");
+        set(&col2->columnName, "qty");
+        col2->options = listOf({"w : 3"});
+        arg->dataTypeId = 56;
+        arg->dataSize = 4;
+        set(&arg->argName, "p_id");
+        set(&arg->dataType, "int");
+        set(&arg->initCode, "VlGetInputValue(\"id\")");
+    }
+    ~Sample() { SpmDestroySPBind(&bind); }
+};
+
+const char *const initBanner = "\t/********************************************************/\n"
+                               "\t/********* users initial code is inserted here **********/\n"
+                               "\t/********************************************************/\n";
+const char *const finalBanner = "\t/*******************************************************/\n"
+                                "\t/********** users final code is inserted here **********/\n"
+                                "\t/*******************************************************/\n";
+const char *const endBanner =
+    "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
+
+std::string middle() {
+    return "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t25,\n\t\t\"srv\",\n\t\t\"db\",\n\t\t"
+           "\"orders\", USE_IT);\n\n"
+           "\n\t/* Brennix Bind Name : bind3 */\n"
+           "\tSgeSetCallDetail(pSgeWCD, NO_CACHE,\n\t\t(XtPointer)0x0,\n\t\tROW_INDEX, "
+           "(XtPointer)0x0,\n\t\t(XtPointer)ik,\n\t\tNO_QUEUE_FILE);\n"
+           "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"select \\\"x\\\" \\\nfrom t\",\n\t\tVULL);\n"
+           "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"o : 1\",\n\t\tVULL);\n"
+           "\tSgeSetColBind(pSgeWCD, \"Page1|Entry\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n\t\t"
+           "(XtPointer)0x0);\n"
+           "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 1,\n\t\t\"char\",\n\t\t\"name\");\n"
+           "\tSgeSetColBind(pSgeWCD, (XtPointer)0x0, 2, 1, 4,\n\t\t(XtPointer)popIt,\n\t\t"
+           "(XtPointer)\"a;b\");\n"
+           "\tSgeSetColDetail(pSgeWCD, 7, 1, 2, 2,\n\t\t\"int\",\n\t\t\"qty\");\n"
+           "\tVlVaSetColOptions(pSgeWCD, 2,\n\t\t\"w : 3\",\n\t\tVULL);\n"
+           "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"id\"));\n"
+           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_ISQL);\n\n";
+}
+
+TEST(Generator, WritesTheRequestWithTheUsersCodeWhenAsked) {
+    Sample s;
+    char *code = getCallbackCode(s.bind, s.call, 1);
+    std::string expected = std::string("{\n\tpSgeWorkCallData pSgeWCD;\n\n") + initBanner +
+                           "a = 1;\n" + middle() + finalBanner + "b = 2;\n" + endBanner;
+    EXPECT_EQ(std::string(code), expected);
+    free(code);
+
+    code = getCallbackCode(s.bind, s.call, 0);
+    expected = std::string("{\n\tpSgeWorkCallData pSgeWCD;\n\n") + initBanner + middle() +
+               finalBanner + endBanner;
+    EXPECT_EQ(std::string(code), expected);
+    free(code);
+    EXPECT_EQ(getCallbackCode(nullptr, s.call, 1), nullptr);
+    EXPECT_EQ(getCallbackCode(s.bind, nullptr, 1), nullptr);
+}
+
+std::string generate(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
+    char *code = getCallbackCode(bind, call, flag);
+    std::string text = code ? code : "";
+    free(code);
+    return text;
+}
+
+TEST(Generator, KindWordsAndDynamicSqlAndEmptyLists) {
+    Sample s;
+    SutDestroyList(s.bind->sqlFrags);
+    s.bind->sqlFrags = nullptr;
+    SutDestroyList(s.call->options);
+    s.call->options = SutNewList(); // empty: no list written
+    s.bind->id = 1003;
+    s.bind->dbVendor = 0;
+    set(&s.bind->cacheFlag, "FROM_CACHE");
+    set(&s.bind->cacheKey, "key");
+    set(&s.call->indexValue, "5");
+    set(&s.call->indexFlag, "LAST_INDEX");
+    set(&s.call->queueFile, "QUEUE_TO_FILE");
+    std::string code = generate(s.bind, s.call, 0);
+    EXPECT_NE(code.find("\t\t\"orders\", READ_EXEC);\n\n"), std::string::npos);
+    EXPECT_NE(code.find("\tSgeSetCallDetail(pSgeWCD, FROM_CACHE,\n\t\t(XtPointer)key,\n\t\t"
+                        "LAST_INDEX, (XtPointer)5,\n\t\t(XtPointer)ik,\n\t\tQUEUE_TO_FILE);\n"
+                        "\tSgeSetColBind("),
+              std::string::npos);
+    EXPECT_NE(code.find("\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);\n\n"), std::string::npos);
+
+    // A dynamic SQL request without fragments still says so.
+    s.bind->id = 1;
+    std::string dyn = generate(s.bind, s.call, 0);
+    EXPECT_NE(dyn.find("\t\t\"orders\", USE_IT);\n\n"), std::string::npos);
+    EXPECT_NE(dyn.find("(XtPointer)ik,\n\t\tQUEUE_TO_FILE);\n"
+                       "\tSgeVaSetFrags(pSgeWCD,\n\t\tVULL);\n\tSgeSetColBind("),
+              std::string::npos);
+}
+
+} // namespace
