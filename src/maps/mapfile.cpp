@@ -89,6 +89,10 @@ string_view lessNewline(string_view v) {
     return v;
 }
 
+string_view lessLast(string_view v) {
+    return v.substr(0, v.empty() ? 0 : v.size() - 1);
+}
+
 // Reads a decimal number the way "%d" would: leading white space skipped, an
 // optional sign, at least one digit. Out-of-range numbers do not parse.
 bool parseNumber(string_view v, long &out, long lo, long hi) {
@@ -236,7 +240,9 @@ bool MapReader::ifaceLine(string_view rest) {
     }
     if (key == "interfaceName ") {
         if (++seenIfaces > declaredIfaces) return false;
-        std::string name(lessNewline(skipOneBlank(value)));
+        // The last character is the newline (or, on a cut piece, whatever
+        // stands there: it goes all the same).
+        std::string name(lessLast(skipOneBlank(value)));
         SpmAddIface(map, name.c_str());
         return true;
     }
@@ -261,7 +267,7 @@ bool MapReader::bindHeader(string_view rest) {
     string_view value = skipOneBlank(rest.substr(colon + 1));
     value = value.substr(0, value.find(':'));
     if (value.empty() || value.front() == '\n') return false;
-    value = lessNewline(value);
+    value = lessLast(value);
     setString(&bind->name, value);
     prefix = "*";
     prefix.append(value);

@@ -79,4 +79,38 @@ class KeywordsLoaded {
     std::optional<std::string> old_;
 };
 
+// Sets an environment variable (null: unsets it) and restores it at the end.
+class ScopedEnv {
+  public:
+    ScopedEnv(const char *name, const char *value) : name_(name) {
+        if (const char *old = getenv(name)) old_ = old;
+        if (value)
+            setenv(name, value, 1);
+        else
+            unsetenv(name);
+    }
+    ~ScopedEnv() {
+        if (old_)
+            setenv(name_.c_str(), old_->c_str(), 1);
+        else
+            unsetenv(name_.c_str());
+    }
+
+  private:
+    std::string name_;
+    std::optional<std::string> old_;
+};
+
+// Makes dir the working directory and returns to the old one at the end.
+class ScopedCwd {
+  public:
+    explicit ScopedCwd(const std::string &dir) : old_(std::filesystem::current_path()) {
+        std::filesystem::current_path(dir);
+    }
+    ~ScopedCwd() { std::filesystem::current_path(old_); }
+
+  private:
+    std::filesystem::path old_;
+};
+
 #endif

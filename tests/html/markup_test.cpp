@@ -124,6 +124,20 @@ TEST_F(Markup, AnchorHrefRewritten) {
     EXPECT_EQ(mark(reread.get(), once, 1).text, once);
 }
 
+TEST_F(Markup, AnchorWithoutEndIsReadAsNothingAndCopied) {
+    // The temporary anchor of a tag without "/A>" gets neither name nor URL, so
+    // the tag is passed over before its end is looked for again.
+    const std::string text = " <A HREF=\"a\">1</A> <A HREF=\"b\">no end";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->anchors), 1);
+    SutAddList(doc->anchors, VlHtmlAnchNew());
+    VlHtmlGenAnchNames(doc.get());
+    Marked m = mark(doc.get(), text, 1);
+    EXPECT_EQ(m.result, 0);
+    EXPECT_EQ(m.text, " <A HREF=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" >1</A>"
+                      " <A HREF=\"b\">no end");
+}
+
 TEST_F(Markup, AnchorPassSkipsKeywordRecordsAndStopsWhenRecordsRunOut) {
     KeywordsLoaded keys("SRC\n");
     const std::string text = " <IMG SRC=\"i\"> <A HREF=\"a\">1</A> <A HREF=\"b\">2</A>";

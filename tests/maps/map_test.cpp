@@ -8,6 +8,7 @@
 
 #include "maps/map.h"
 #include "maps/upkeep.h"
+#include "maps/bind_text.hpp"
 
 namespace {
 
@@ -294,35 +295,29 @@ TEST_F(MapModel, SpmCopyRemovesOnlyEveryOtherSurplusCallbackBind) {
 // A bind with every field set, for the copying tests.
 SpmSPBind *fullBind() {
     SpmSPBind *b = SpmCreateListsForSpmBind(1, 1, 1);
-    free(b->servername);
-    b->servername = strdup("srv");
-    free(b->dbname);
-    b->dbname = strdup("db");
-    b->name = strdup("orders");
-    b->altName = strdup("orders2");
-    free(b->cacheFlag);
-    b->cacheFlag = strdup("TO_CACHE");
-    b->cacheKey = strdup("ck");
-    b->indexKey = strdup("ik");
-    b->sqlFrags = SutNewList();
-    SutAddList(b->sqlFrags, strdup("select"));
-    b->options = SutNewList();
-    SutAddList(b->options, strdup("a : b"));
+    set(&b->servername, "srv");
+    set(&b->dbname, "db");
+    set(&b->name, "orders");
+    set(&b->altName, "orders2");
+    set(&b->cacheFlag, "TO_CACHE");
+    set(&b->cacheKey, "ck");
+    set(&b->indexKey, "ik");
+    add(&b->sqlFrags, "select");
+    add(&b->options, "a : b");
     b->dbVendor = 3;
     b->serverid = 4;
     b->dbid = 5;
     b->id = 1;
     b->editor = reinterpret_cast<void *>(0x1234);
-    b->isChanged = 0;
-    b->beenApplied = 0;
-    auto *col = static_cast<SpmColBind *>(SutGetNList(b->colBinds, 0));
-    col->swidget = strdup("Entry");
-    col->interface = strdup("Page1");
-    col->tableName = strdup("t");
-    col->columnName = strdup("c");
-    col->dataType = strdup("int");
-    col->popCallbackName = strdup("pop");
-    col->clientData = strdup("cd");
+    auto *col = nth<SpmColBind>(b->colBinds, 0);
+    set(&col->swidget, "Entry");
+    set(&col->interface, "Page1");
+    set(&col->tableName, "t");
+    set(&col->columnName, "c");
+    set(&col->dataType, "int");
+    set(&col->popCallbackName, "pop");
+    set(&col->clientData, "cd");
+    add(&col->options, "co");
     col->order = 2;
     col->tableId = 3;
     col->columnId = 4;
@@ -333,38 +328,32 @@ SpmSPBind *fullBind() {
     col->group = 8;
     col->computeId = 9;
     col->computeColumn = 10;
-    col->options = SutNewList();
-    SutAddList(col->options, strdup("co"));
     SpmCallbackBind *k = call0(b);
-    k->swidget = strdup("Form1");
-    k->interface = strdup("Page1");
-    k->callbackName = strdup("F");
+    set(&k->swidget, "Form1");
+    set(&k->interface, "Page1");
+    set(&k->callbackName, "F");
+    set(&k->initCode, "init();");
+    set(&k->finalCode, "final();");
+    set(&k->useDialog, "USE_IT");
+    set(&k->indexFlag, "NEXT_INDEX");
+    set(&k->indexValue, "iv");
+    set(&k->queueFile, "QUEUE_TO_FILE");
+    add(&k->options, "ko");
     k->isWritten = 1;
-    k->initCode = strdup("init();");
-    k->finalCode = strdup("final();");
-    free(k->useDialog);
-    k->useDialog = strdup("USE_IT");
     k->maxRows = 50;
     k->isChanged = 1;
     k->transientC = 2;
     k->callOrder = 3;
-    free(k->indexFlag);
-    k->indexFlag = strdup("NEXT_INDEX");
-    k->indexValue = strdup("iv");
-    free(k->queueFile);
-    k->queueFile = strdup("QUEUE_TO_FILE");
-    auto *arg = static_cast<SpmArgBind *>(SutGetNList(b->argBinds, 0));
-    arg->argName = strdup("p_id");
+    auto *arg = nth<SpmArgBind>(b->argBinds, 0);
+    set(&arg->argName, "p_id");
+    set(&arg->dataType, "int");
+    set(&arg->initCode, "VlGetInputValue(\"id\")");
+    add(&arg->options, "ao");
     arg->argId = 1;
-    arg->dataType = strdup("int");
     arg->dataTypeId = 56;
     arg->dataSize = 4;
-    free(arg->initCode);
-    arg->initCode = strdup("VlGetInputValue(\"id\")");
     arg->isChanged = 1;
     arg->spare = 9;
-    arg->options = SutNewList();
-    SutAddList(arg->options, strdup("ao"));
     return b;
 }
 
@@ -372,76 +361,23 @@ TEST_F(MapModel, SpmDupCopiesEveryFieldButTheWidgets) {
     SpmSPBind *src = fullBind();
     SpmSPBind *copy = SpmDup(src);
     ASSERT_NE(copy, nullptr);
-    EXPECT_STREQ(copy->servername, "srv");
-    EXPECT_STREQ(copy->dbname, "db");
-    EXPECT_STREQ(copy->name, "orders");
-    EXPECT_STREQ(copy->altName, "orders2");
-    EXPECT_STREQ(copy->cacheFlag, "TO_CACHE");
-    EXPECT_STREQ(copy->cacheKey, "ck");
-    EXPECT_STREQ(copy->indexKey, "ik");
+    EXPECT_EQ(unstored(copy), unstored(src));
     EXPECT_NE(copy->sqlFrags, src->sqlFrags);
-    EXPECT_STREQ(static_cast<char *>(SutGetNList(copy->sqlFrags, 0)), "select");
-    EXPECT_STREQ(static_cast<char *>(SutGetNList(copy->options, 0)), "a : b");
-    EXPECT_NE(SutGetNList(copy->options, 0), SutGetNList(src->options, 0));
-    EXPECT_EQ(copy->dbVendor, 3);
-    EXPECT_EQ(copy->serverid, 4);
-    EXPECT_EQ(copy->dbid, 5);
-    EXPECT_EQ(copy->id, 1);
-    EXPECT_EQ(copy->editor, src->editor);
-
-    auto *col = static_cast<SpmColBind *>(SutGetNList(copy->colBinds, 0));
-    EXPECT_EQ(col->swidget, nullptr);
-    EXPECT_STREQ(col->interface, "Page1");
-    EXPECT_STREQ(col->tableName, "t");
-    EXPECT_STREQ(col->columnName, "c");
-    EXPECT_STREQ(col->dataType, "int");
-    EXPECT_STREQ(col->popCallbackName, "pop");
-    EXPECT_STREQ(col->clientData, "cd");
-    EXPECT_EQ(col->order, 2);
-    EXPECT_EQ(col->tableId, 3);
-    EXPECT_EQ(col->columnId, 4);
-    EXPECT_EQ(col->dataTypeId, 5);
-    EXPECT_EQ(col->dataSize, 6);
-    EXPECT_EQ(col->isChanged, 1);
-    EXPECT_EQ(col->spare, 7);
-    EXPECT_EQ(col->group, 8);
-    EXPECT_EQ(col->computeId, 9);
-    EXPECT_EQ(col->computeColumn, 10);
-    EXPECT_STREQ(static_cast<char *>(SutGetNList(col->options, 0)), "co");
-
-    SpmCallbackBind *k = call0(copy);
-    EXPECT_EQ(k->swidget, nullptr);
-    EXPECT_STREQ(k->interface, "Page1");
-    EXPECT_STREQ(k->callbackName, "F");
-    EXPECT_EQ(k->isWritten, 1);
-    EXPECT_STREQ(k->initCode, "init();");
-    EXPECT_STREQ(k->finalCode, "final();");
-    EXPECT_STREQ(k->useDialog, "USE_IT");
-    EXPECT_EQ(k->maxRows, 50);
-    EXPECT_EQ(k->isChanged, 1);
-    EXPECT_EQ(k->transientC, 2);
-    EXPECT_EQ(k->callOrder, 3);
-    EXPECT_STREQ(k->indexFlag, "NEXT_INDEX");
-    EXPECT_STREQ(k->indexValue, "iv");
-    EXPECT_STREQ(k->queueFile, "QUEUE_TO_FILE");
-
-    auto *arg = static_cast<SpmArgBind *>(SutGetNList(copy->argBinds, 0));
-    EXPECT_STREQ(arg->argName, "p_id");
-    EXPECT_EQ(arg->argId, 1);
-    EXPECT_STREQ(arg->dataType, "int");
-    EXPECT_EQ(arg->dataTypeId, 56);
-    EXPECT_EQ(arg->dataSize, 4);
-    EXPECT_STREQ(arg->initCode, "VlGetInputValue(\"id\")");
-    EXPECT_EQ(arg->isChanged, 1);
-    EXPECT_EQ(arg->spare, 9);
-    EXPECT_STREQ(static_cast<char *>(SutGetNList(arg->options, 0)), "ao");
+    EXPECT_NE(item(copy->options, 0), item(src->options, 0));
+    EXPECT_NE(nth<SpmArgBind>(copy->argBinds, 0)->initCode,
+              nth<SpmArgBind>(src->argBinds, 0)->initCode);
+    // The copy is bound to no widget: apart from that it equals the source.
+    EXPECT_EQ(nth<SpmColBind>(copy->colBinds, 0)->swidget, nullptr);
+    EXPECT_EQ(call0(copy)->swidget, nullptr);
+    set(&nth<SpmColBind>(copy->colBinds, 0)->swidget, "Entry");
+    set(&call0(copy)->swidget, "Form1");
+    EXPECT_EQ(stored(copy), stored(src));
 
     // Absent strings and lists stay absent in the copy.
     SpmSPBind *bare = SpmCreateListsForSpmBind(1, 0, 0);
     SpmSPBind *bareCopy = SpmDup(bare);
+    EXPECT_EQ(stored(bareCopy), stored(bare));
     EXPECT_EQ(bareCopy->name, nullptr);
-    EXPECT_EQ(bareCopy->sqlFrags, nullptr);
-    EXPECT_EQ(static_cast<SpmColBind *>(SutGetNList(bareCopy->colBinds, 0))->options, nullptr);
     EXPECT_EQ(SpmDup(nullptr), nullptr);
     SpmDestroySPBind(&bare);
     SpmDestroySPBind(&bareCopy);

@@ -15,6 +15,7 @@
 #include "maps/mapfile.h"
 #include "maps/parser.h"
 #include "maps/upkeep.h"
+#include "maps/bind_text.hpp"
 
 namespace {
 
@@ -39,11 +40,6 @@ struct Random {
 };
 
 const char *const ident = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
-
-void set(char **field, const std::string &value) {
-    free(*field);
-    *field = strdup(value.c_str());
-}
 
 const char *const cacheFlags[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
 const char *const indexFlags[] = {"ROW_INDEX",    "WIDGET_INDEX", "NEXT_INDEX", "PREV_INDEX",
@@ -157,10 +153,6 @@ SpmSPBind *randomBind(Random &r) {
     return b;
 }
 
-std::string show(const char *s) {
-    return s ? "\"" + std::string(s) + "\"" : "null";
-}
-
 std::string withoutCR(const char *s) {
     std::string out;
     for (; *s; s++)
@@ -168,9 +160,9 @@ std::string withoutCR(const char *s) {
     return out;
 }
 
-// A list as text; an empty list reads back as none. Carriage returns go when
-// the items passed through generated code.
-std::string showList(const SutList *l, bool dropCR = false) {
+// A list as text (an empty list reads back as none); carriage returns go
+// when the items passed through generated code.
+std::string showCarried(const SutList *l, bool dropCR) {
     if (SutSizList(l) <= 0) return "none";
     std::string s = "[";
     for (int i = 0; i < SutSizList(l); i++) {
@@ -178,10 +170,6 @@ std::string showList(const SutList *l, bool dropCR = false) {
         s += (dropCR ? show(withoutCR(item).c_str()) : show(item)) + ",";
     }
     return s + "]";
-}
-
-template <typename T> T *nth(const SutList *l, int i) {
-    return static_cast<T *>(SutGetNList(l, i));
 }
 
 std::string nonEmpty(const char *s) {
@@ -198,12 +186,13 @@ std::string carried(const SpmSPBind *b, const SpmCallbackBind *call, int callOrd
     s += " cache=" + show(b->cacheFlag) + "/" + show(b->cacheKey) + " ikey=" + show(b->indexKey);
     s += " vendor=" + std::to_string(b->dbVendor) +
          " applied=" + std::to_string(original ? 1 : b->beenApplied);
-    s += " frags=" + showList(b->sqlFrags, original) + " opts=" + showList(b->options, original);
+    s += " frags=" + showCarried(b->sqlFrags, original) +
+         " opts=" + showCarried(b->options, original);
     bool kind = b->id >= 1002;
     s += "\ncall rows=" + std::to_string(call->maxRows);
     s += " dialog=" + (original && kind ? show("NO_WP") : show(call->useDialog));
     s += " index=" + show(call->indexFlag) + "/" + show(call->indexValue);
-    s += " queue=" + show(call->queueFile) + " opts=" + showList(call->options, original);
+    s += " queue=" + show(call->queueFile) + " opts=" + showCarried(call->options, original);
     s += " init=" + nonEmpty(call->initCode) + " final=" + nonEmpty(call->finalCode);
     s += " order=" + std::to_string(original ? callOrder : call->callOrder);
     s += " at=" + (original ? std::string("\"Page\"/\"Form\"/\"F\"")
@@ -229,54 +218,14 @@ std::string carried(const SpmSPBind *b, const SpmCallbackBind *call, int callOrd
         s += " type=" + std::to_string(col->dataTypeId) + "/" + show(col->dataType);
         s +=
             " compute=" + std::to_string(col->computeId) + "/" + std::to_string(col->computeColumn);
-        s += " column=" + show(col->columnName) + " opts=" + showList(col->options, original);
+        s += " column=" + show(col->columnName) + " opts=" + showCarried(col->options, original);
     }
     for (int i = 0; i < SutSizList(b->argBinds); i++) {
         auto *arg = nth<SpmArgBind>(b->argBinds, i);
         s += "\narg id=" + std::to_string(original ? i + 1 : arg->argId);
         s += " name=" + show(arg->argName) + " type=" + std::to_string(arg->dataTypeId) + "/" +
              show(arg->dataType) + " size=" + std::to_string(arg->dataSize);
-        s += " init=" + show(arg->initCode) + " opts=" + showList(arg->options, original);
-    }
-    return s;
-}
-
-// Every field the map file stores.
-std::string stored(const SpmSPBind *b) {
-    std::string s;
-    s += "server=" + show(b->servername) + "/" + std::to_string(b->serverid);
-    s += " db=" + show(b->dbname) + "/" + std::to_string(b->dbid) + " name=" + show(b->name);
-    s += " id=" + std::to_string(b->id) + " alt=" + show(b->altName);
-    s += " applied=" + std::to_string(b->beenApplied) + " cache=" + show(b->cacheFlag) + "/" +
-         show(b->cacheKey) + " ikey=" + show(b->indexKey);
-    s += " frags=" + showList(b->sqlFrags) + " vendor=" + std::to_string(b->dbVendor) +
-         " opts=" + showList(b->options);
-    for (int i = 0; i < SutSizList(b->colBinds); i++) {
-        auto *c = nth<SpmColBind>(b->colBinds, i);
-        s +=
-            "\ncol " + show(c->swidget) + " " + show(c->interface) + " " + std::to_string(c->order);
-        s +=
-            " " + show(c->tableName) + " " + std::to_string(c->tableId) + " " + show(c->columnName);
-        s += " " + std::to_string(c->columnId) + " " + show(c->dataType) + " " +
-             std::to_string(c->dataTypeId) + " " + std::to_string(c->dataSize);
-        s += " " + show(c->popCallbackName) + " " + show(c->clientData) + " " +
-             std::to_string(c->group) + " " + std::to_string(c->computeId) + " " +
-             std::to_string(c->computeColumn) + " " + showList(c->options);
-    }
-    for (int i = 0; i < SutSizList(b->callBinds); i++) {
-        auto *k = nth<SpmCallbackBind>(b->callBinds, i);
-        s += "\ncall " + show(k->swidget) + " " + show(k->interface) + " " + show(k->callbackName);
-        s +=
-            " " + std::to_string(k->isWritten) + " " + show(k->initCode) + " " + show(k->finalCode);
-        s += " " + show(k->useDialog) + " " + std::to_string(k->maxRows) + " " +
-             std::to_string(k->callOrder) + " " + show(k->indexFlag) + " " + show(k->indexValue);
-        s += " " + show(k->queueFile) + " " + showList(k->options);
-    }
-    for (int i = 0; i < SutSizList(b->argBinds); i++) {
-        auto *a = nth<SpmArgBind>(b->argBinds, i);
-        s += "\narg " + show(a->argName) + " " + std::to_string(a->argId) + " " + show(a->dataType);
-        s += " " + std::to_string(a->dataTypeId) + " " + std::to_string(a->dataSize) + " " +
-             show(a->initCode) + " " + showList(a->options);
+        s += " init=" + show(arg->initCode) + " opts=" + showCarried(arg->options, original);
     }
     return s;
 }
@@ -359,45 +308,34 @@ TEST(RoundTrip, WrittenMapFilesReadBackWithEveryStoredField) {
             set(&b->dbname, r.from("abc _,;.:", 0, 8));
             b->beenApplied = r.chance(85);
             b->id = r.between(-100, 2000);
-            for (SutList *l : {b->sqlFrags, b->options})
+            auto refill = [&r](SutList *l, const char *alphabet, const char *end) {
                 for (int k = 0; k < SutSizList(l); k++) {
-                    std::string v = r.from("ab .:;\n", 0, 12) + "x";
-                    if (l == b->options) v = r.from("ab .:*", 0, 12);
                     free(l->items[k]);
-                    l->items[k] = strdup(v.c_str());
+                    l->items[k] = strdup((r.from(alphabet, 0, 12) + end).c_str());
                 }
+            };
+            const char *multi = "ab .:;\n", *single = "ab .:*";
+            refill(b->sqlFrags, multi, "x");
+            refill(b->options, single, "");
             for (int k = 0; k < SutSizList(b->colBinds); k++) {
                 auto *c = nth<SpmColBind>(b->colBinds, k);
-                if (c->clientData) set(&c->clientData, r.from("ab .:;\n", 0, 12) + "x");
-                for (int m = 0; m < SutSizList(c->options); m++) {
-                    free(c->options->items[m]);
-                    c->options->items[m] = strdup(r.from("ab .:*", 0, 12).c_str());
-                }
+                if (c->clientData) set(&c->clientData, r.from(multi, 0, 12) + "x");
+                refill(c->options, single, "");
             }
             for (int k = 0; k < SutSizList(b->callBinds); k++) {
                 auto *c = nth<SpmCallbackBind>(b->callBinds, k);
-                if (c->initCode) set(&c->initCode, r.from("ab .:;\n", 0, 12) + ";");
-                if (c->finalCode) set(&c->finalCode, r.from("ab .:;\n", 0, 12) + ";");
-                for (int m = 0; m < SutSizList(c->options); m++) {
-                    free(c->options->items[m]);
-                    c->options->items[m] = strdup(r.from("ab .:*", 0, 12).c_str());
-                }
+                if (c->initCode) set(&c->initCode, r.from(multi, 0, 12) + ";");
+                if (c->finalCode) set(&c->finalCode, r.from(multi, 0, 12) + ";");
+                refill(c->options, single, "");
             }
-            for (int k = 0; k < SutSizList(b->argBinds); k++) {
-                auto *a = nth<SpmArgBind>(b->argBinds, k);
-                for (int m = 0; m < SutSizList(a->options); m++) {
-                    free(a->options->items[m]);
-                    a->options->items[m] = strdup(r.from("ab .:*", 0, 12).c_str());
-                }
-            }
+            for (int k = 0; k < SutSizList(b->argBinds); k++)
+                refill(nth<SpmArgBind>(b->argBinds, k)->options, single, "");
             SutAddList(map->spBinds, b);
         }
         ASSERT_EQ(SpmWriteMapFile(map, path.c_str()), 0);
         SpmMap *back = nullptr;
         ASSERT_EQ(SpmReadMapFile(&back, path.c_str()), 0);
-        EXPECT_EQ(SutSizList(back->interfaces), SutSizList(map->interfaces));
-        for (int i = 0; i < SutSizList(map->interfaces); i++)
-            EXPECT_STREQ(nth<char>(back->interfaces, i), nth<char>(map->interfaces, i));
+        EXPECT_EQ(showList(back->interfaces), showList(map->interfaces));
         int j = 0;
         for (int i = 0; i < SutSizList(map->spBinds); i++) {
             SpmSPBind *o = nth<SpmSPBind>(map->spBinds, i);
