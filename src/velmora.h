@@ -26,6 +26,7 @@
 #include "module/module.h"
 #include "module/reader.h"
 #include "module/writer.h"
+#include "module/functions.h"
 
 /* HTML documents */
 #include "html/document.h"

@@ -34,8 +34,8 @@ typedef struct VlHtmlAnch {
     char *url;
     char *origFullName;
     char *origUrl;
-    int isKeyword;  /* found through a keyword attribute, not an A tag */
-    char *urlAttr;  /* attribute carrying the URL when it is not HREF */
+    int isKeyword; /* found through a keyword attribute, not an A tag */
+    char *urlAttr; /* attribute carrying the URL when it is not HREF */
 } VlHtmlAnch;
 
 typedef struct VlHtmlSite {
@@ -59,6 +59,74 @@ typedef struct VlHtmlDoc {
     int nextAnchNumber;
     char *path;
 } VlHtmlDoc;
+
+/* The project URL: written into the ACTION of every form and the HREF of every
+ * anchor that is given a name. Null or empty urls are ignored. */
+int VlHtmlSetProjName(const char *url);
+/* The stored project URL (not a copy); null until set or until a document is made. */
+const char *VlHtmlGetProjName(void);
+/* Forgets the project URL so the next VlHtmlNew installs the built-in default
+ * again. Exists for tests and embedders that run several projects. */
+void VlHtmlResetProjName(void);
+
+/* Records: zeroed on creation; the deleters free every owned string and list. */
+VlHtmlDoc *VlHtmlNew(void);
+VlHtmlForm *VlHtmlFormNew(void);
+VlHtmlAnch *VlHtmlAnchNew(void);
+VlHtmlSite *VlHtmlSiteNew(void);
+VlHtmlFormElement *VlHtmlFormElementNew(void);
+void VlHtmlDelete(VlHtmlDoc *doc);
+void VlHtmlFormDelete(VlHtmlForm *form);
+void VlHtmlAnchDelete(VlHtmlAnch *anchor);
+void VlHtmlSiteDelete(VlHtmlSite *site);
+void VlHtmlFormElementDelete(VlHtmlFormElement *element);
+
+/* Accessors. Names marked "field" are the stored strings, the others new ones. */
+char *VlHtmlGetName(VlHtmlDoc *doc);             /* field */
+char *VlHtmlGetModName(VlHtmlDoc *doc);          /* field */
+char *VlHtmlFormGetName(VlHtmlForm *form);       /* short name */
+char *VlHtmlAnchGetName(VlHtmlAnch *anchor);     /* short name */
+char *VlHtmlFormGetFuncName(VlHtmlForm *form);   /* "F" + short name */
+char *VlHtmlAnchGetFuncName(VlHtmlAnch *anchor); /* "A" + short name */
+char *VlHtmlFormGetFullName(VlHtmlForm *form);   /* field; null when empty */
+char *VlHtmlAnchGetFullName(VlHtmlAnch *anchor); /* field; null when empty */
+
+/* Splits "<short>__<type><rest>" at the first "__"; 1 on success, 0 when an
+ * argument is null or there is no "__". */
+int VlHtmlSplitFuncName(const char *fullName, char **restOut, char *typeOut, char **shortOut);
+
+/* Lookups by short name; an unnamed record matches when its action (url)
+ * equals the name asked for. */
+VlHtmlForm *VlHtmlGetFormByName(VlHtmlDoc *doc, const char *shortName);
+VlHtmlAnch *VlHtmlGetAnchByName(VlHtmlDoc *doc, const char *shortName);
+int VlHtmlIsUniqueFormName(VlHtmlDoc *doc, const char *shortName);
+int VlHtmlIsUniqueAnchName(VlHtmlDoc *doc, const char *shortName);
+SutList *VlHtmlGetForms(VlHtmlDoc *doc);                           /* new strings */
+SutList *VlHtmlGetAnchs(VlHtmlDoc *doc);                           /* new strings */
+SutList *VlHtmlGetSites(VlHtmlDoc *doc);                           /* the names themselves */
+SutList *VlHtmlGetFormElems(VlHtmlDoc *doc, const char *formName); /* the names themselves */
+
+/* Naming. Each returns 1 and does nothing for a null argument or empty name. */
+int VlHtmlFormSetName(VlHtmlDoc *doc, VlHtmlForm *form, const char *shortName);
+int VlHtmlAnchSetName(VlHtmlDoc *doc, VlHtmlAnch *anchor, const char *shortName);
+int VlHtmlNameForm(VlHtmlDoc *doc, const char *oldName, const char *newName);
+int VlHtmlNameAnch(VlHtmlDoc *doc, const char *oldName, const char *newName);
+int VlHtmlNameFormByPos(VlHtmlDoc *doc, int index, const char *newName);
+int VlHtmlNameAnchByPos(VlHtmlDoc *doc, int index, const char *newName);
+int VlHtmlGenFormNames(VlHtmlDoc *doc);
+int VlHtmlGenAnchNames(VlHtmlDoc *doc);
+int VlHtmlGenSiteNames(VlHtmlDoc *doc);
+int VlSetLastSiteNumber(VlHtmlDoc *doc);
+int VlHtmlSetFormURL(VlHtmlDoc *doc, VlHtmlForm *form, const char *url);
+int VlHtmlSetAnchURL(VlHtmlDoc *doc, VlHtmlAnch *anchor, const char *url);
+int VlHtmlMarkOrigNames(VlHtmlDoc *doc);
+int VlHtmlSetName(VlHtmlDoc *doc, const char *path);
+
+/* State. */
+int VlHtmlNeedsSave(VlHtmlDoc *doc);
+int VlHtmlIsChanged(VlHtmlDoc *doc);
+/* Debug listing on standard error. */
+void VlHtmlPrint(VlHtmlDoc *doc);
 
 #ifdef __cplusplus
 }

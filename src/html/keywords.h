@@ -3,6 +3,7 @@
 #define VELMORA_HTML_KEYWORDS_H
 
 #include "util/list.h"
+#include "html/document.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -19,6 +20,25 @@ int VlAnyKeys(void);
 /* The loaded keywords (a "|" keyword with a blank in place of its bar), or
  * null; the list stays owned by this module. */
 SutList *VlGetKeyWords(void);
+
+/* Keyword attributes: an anchor record for the keyword attribute whose name
+ * begins right after position (a white-space character), or null. */
+VlHtmlAnch *VlProcessKeyWords(const char *text, const char *position);
+
+/* Small scanners; each returns a pointer into its argument or null. */
+char *VlIsValidUrlKey(const char *text);     /* VlSkipWhiteAndEqual; null for "" */
+char *VlSkipWhiteAndEqual(const char *text); /* white space, "=", white space */
+char *VlSkipWhite(const char *text);         /* first non-white character */
+int VlIsNiceUrlName(const char *text);       /* non-empty, no white space, "<" or ">" */
+char *VlToLower(const char *text);           /* new lower-case copy; "" for null */
+
+/* Tag searches, ignoring case. VlStrNCaseCompAnch compares like strncasecmp
+ * but also takes "<A" with a tab or a line end for "<A ". VlStrIStr finds
+ * pattern in text and gives null when stop matches first. */
+int VlStrNCaseCompAnch(const char *text, const char *pattern, int count);
+char *VlStrIStr(const char *text, const char *pattern, const char *stop);
+int VlIsInAnchor(const char *text, const char *position);
+int VlIsInForm(const char *text, const char *position);
 
 #ifdef __cplusplus
 }

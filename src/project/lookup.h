@@ -1,10 +1,53 @@
-/* Lookups and queries over the current project's modules and pages, and the project-wide form and anchor operations. */
+/* Lookups and queries over the current project's modules and pages, the
+ * project-wide form and anchor operations, and the installing of callback code
+ * into the activator function of a page's form or anchor. */
 #ifndef VELMORA_PROJECT_LOOKUP_H
 #define VELMORA_PROJECT_LOOKUP_H
+
+#include "html/document.h"
+#include "module/module.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* The project name followed by the source suffix; a new string, null without
+ * a project. */
+char *VlProjGetMainCFileName(void);
+/* Each module's C source file name (or page name) preceded by one blank; with
+ * onlyExisting set, names of files missing on disk are left out. */
+char *VlProjGetModuleNames(int onlyExisting);
+char *VlProjGetHtmlNamesString(int onlyExisting);
+
+VlModule *VlProjGetModuleByFileName(const char *cFileName);
+/* The module whose page is this very document record. */
+VlModule *VlProjGetModule(VlHtmlDoc *htmlDoc);
+VlHtmlDoc *VlProjGetHtml(const char *name);
+/* Matches the name cut at its first ".pj" against each page name cut at its
+ * last ".". */
+VlHtmlDoc *VlProjGetHtmlByShortName(const char *shortName);
+/* The page whose module name is moduleName and on it the form (typeLetter
+ * 'F') or anchor ('A') of that short name: 1 when both are found, else 0 with
+ * the three outputs null. */
+int VlProjGetActivator(const char *moduleName, int typeLetter, const char *shortName,
+                       VlHtmlDoc **pageOut, VlHtmlForm **formOut, VlHtmlAnch **anchorOut);
+
+int VlProjNeedToRefresh(void);
+int VlProjChanged(void);
+int VlProjSetChanged(int changed);
+
+/* The module operations of the same name applied to every module; return 1. */
+int VlProjChangeFormPtr(VlHtmlDoc *page, VlHtmlForm *oldForm, VlHtmlForm *newForm);
+int VlProjChangeAnchPtr(VlHtmlDoc *page, VlHtmlAnch *oldAnchor, VlHtmlAnch *newAnchor);
+int VlProjDeleteForm(VlHtmlDoc *page, VlHtmlForm *form, int unused);
+int VlProjDeleteAnch(VlHtmlDoc *page, VlHtmlAnch *anchor, int unused);
+
+/* Sets the func code of the function serving the anchor (form) named widget
+ * on the page named pageName, creating the function (and the page's module)
+ * when needed; a null code takes the code away. 1 when done, 0 when the page
+ * or the activator is unknown. */
+int VlProjAddHtmlAnch(const char *pageName, const char *widget, const char *code);
+int VlProjAddHtmlForm(const char *pageName, const char *widget, const char *code);
 
 #ifdef __cplusplus
 }

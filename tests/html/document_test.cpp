@@ -1,0 +1,200 @@
+// The document model: naming rules, lookups, generated names and change flags.
+#include "html_support.hpp"
+#include "util/support.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Document : public testing::Test {
+  protected:
+    void SetUp() override {
+        VlHtmlResetProjName();
+        doc_ = scan(" <FORM ACTION=\"a.cgi\" METHOD=\"get\"><INPUT NAME=\"q\"><INPUT TYPE=x>"
+                    "</FORM> <FORM ACTION=\"b.cgi\"></FORM> <A HREF=\"u1\">1</A>"
+                    " <A HREF=\"p?FNC=top__Ashop_html\">2</A> ##Vl_site4## ##Vl_## ##Vl_x9##");
+        VlHtmlSetName(doc_.get(), "dir/my-shop.v2.html");
+    }
+    void TearDown() override { VlHtmlResetProjName(); }
+    DocPtr doc_;
+};
+
+TEST_F(Document, ModuleNameAndDefaultProjectUrl) {
+    EXPECT_EQ(str(VlHtmlGetName(doc_.get())), "dir/my-shop.v2.html");
+    EXPECT_EQ(str(doc_->path), "dir/my-shop.v2.html");
+    EXPECT_EQ(str(VlHtmlGetModName(doc_.get())), "my_shop_v2_html");
+    EXPECT_EQ(str(VlHtmlGetProjName()), "http://localhost/cgi-bin/");
+    EXPECT_EQ(VlHtmlSetName(doc_.get(), ""), 0);
+    EXPECT_EQ(str(VlHtmlGetName(doc_.get())), "dir/my-shop.v2.html");
+    EXPECT_EQ(VlHtmlSetProjName(""), 0);
+    EXPECT_EQ(VlHtmlSetProjName("http://x/y"), 1);
+    EXPECT_EQ(str(VlHtmlGetProjName()), "http://x/y");
+}
+
+TEST_F(Document, NamingAFormResetsMethodAndAction) {
+    VlHtmlForm *form = formAt(doc_.get(), 0);
+    EXPECT_EQ(VlHtmlFormSetName(doc_.get(), form, ""), 1);
+    EXPECT_EQ(doc_->changed, 0);
+    EXPECT_EQ(VlHtmlFormSetName(doc_.get(), form, "order"), 0);
+    EXPECT_EQ(str(form->fullName), "order__Fmy_shop_v2_html");
+    EXPECT_EQ(str(form->method), "post");
+    EXPECT_EQ(str(form->action), "http://localhost/cgi-bin/");
+    EXPECT_EQ(form->named, 1);
+    EXPECT_EQ(doc_->changed, 1);
+    EXPECT_EQ(doc_->formsChanged, 1);
+    EXPECT_EQ(doc_->anchorsChanged, 0);
+    EXPECT_EQ(take(VlHtmlFormGetName(form)), "order");
+    EXPECT_EQ(take(VlHtmlFormGetFuncName(form)), "Forder");
+    EXPECT_EQ(str(VlHtmlFormGetFullName(form)), "order__Fmy_shop_v2_html");
+    EXPECT_EQ(VlHtmlFormGetFullName(formAt(doc_.get(), 1)), nullptr);
+    EXPECT_EQ(VlHtmlFormGetName(formAt(doc_.get(), 1)), nullptr);
+    EXPECT_EQ(VlHtmlFormGetName(nullptr), nullptr);
+
+    VlHtmlAnch *anchor = anchAt(doc_.get(), 0);
+    EXPECT_EQ(VlHtmlAnchSetName(doc_.get(), anchor, "go"), 0);
+    EXPECT_EQ(str(anchor->fullName), "go__Amy_shop_v2_html");
+    EXPECT_EQ(str(anchor->url), "http://localhost/cgi-bin/");
+    EXPECT_EQ(doc_->anchorsChanged, 1);
+    EXPECT_EQ(take(VlHtmlAnchGetFuncName(anchor)), "Ago");
+    EXPECT_EQ(take(VlHtmlAnchGetName(anchAt(doc_.get(), 1))), "top");
+    // A full name without the anchor mark has no short name.
+    VlHtmlAnch odd{};
+    odd.fullName = const_cast<char *>("top__Fshop_html");
+    EXPECT_EQ(VlHtmlAnchGetName(&odd), nullptr);
+    EXPECT_EQ(VlHtmlAnchGetFuncName(&odd), nullptr);
+}
+
+TEST_F(Document, LookupsByNameAndByAction) {
+    VlHtmlNameFormByPos(doc_.get(), 0, "order");
+    EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), "order"), formAt(doc_.get(), 0));
+    // An unnamed form is found by its ACTION, deliberately.
+    EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), "b.cgi"), formAt(doc_.get(), 1));
+    EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), "a.cgi"), nullptr);
+    EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), ""), nullptr);
+    EXPECT_EQ(VlHtmlGetAnchByName(doc_.get(), "u1"), anchAt(doc_.get(), 0));
+    EXPECT_EQ(VlHtmlIsUniqueFormName(doc_.get(), "order"), 0);
+    EXPECT_EQ(VlHtmlIsUniqueFormName(doc_.get(), "other"), 1);
+    EXPECT_EQ(VlHtmlIsUniqueFormName(doc_.get(), ""), 0);
+    EXPECT_EQ(VlHtmlIsUniqueAnchName(nullptr, "x"), 0);
+
+    EXPECT_EQ(VlHtmlNameForm(doc_.get(), "b.cgi", "second"), 0);
+    EXPECT_EQ(VlHtmlNameForm(doc_.get(), "nothing", "third"), 1);
+    EXPECT_EQ(VlHtmlNameAnchByPos(doc_.get(), 5, "x"), 1);
+
+    SutList *forms = VlHtmlGetForms(doc_.get());
+    EXPECT_EQ(items(forms), (Strings{"order", "second"}));
+    SutDestroyList(forms);
+    SutList *elems = VlHtmlGetFormElems(doc_.get(), "order");
+    EXPECT_EQ(items(elems), (Strings{"q"}));
+    SutDeleteList(elems);
+    EXPECT_EQ(VlHtmlGetFormElems(doc_.get(), "none"), nullptr);
+}
+
+TEST_F(Document, ListsOfUnnamedRecords) {
+    VlHtmlForm *noAction = VlHtmlFormNew();
+    SutAddList(doc_->forms, noAction);
+    SutList *forms = VlHtmlGetForms(doc_.get());
+    EXPECT_EQ(items(forms), (Strings{" ACTION=a.cgi", " ACTION=b.cgi", " ACTION="}));
+    SutDestroyList(forms);
+
+    VlHtmlAnch *keyword = VlHtmlAnchNew();
+    keyword->urlAttr = strdup("SRC");
+    keyword->url = strdup("pic");
+    SutAddList(doc_->anchors, keyword);
+    SutAddList(doc_->anchors, VlHtmlAnchNew());
+    VlHtmlAnch *oddName = VlHtmlAnchNew();
+    oddName->fullName = strdup("plain");
+    SutAddList(doc_->anchors, oddName);
+    SutList *anchors = VlHtmlGetAnchs(doc_.get());
+    EXPECT_EQ(items(anchors), (Strings{" HREF=u1", "top", " SRC=pic", " HREF=", "plain"}));
+    SutDestroyList(anchors);
+
+    SutList *sites = VlHtmlGetSites(doc_.get());
+    EXPECT_EQ(items(sites), (Strings{"site4", "x9"}));
+    SutDeleteList(sites);
+}
+
+TEST_F(Document, GeneratedNamesAndSiteNumbers) {
+    VlHtmlNameFormByPos(doc_.get(), 1, "kept");
+    doc_->changed = doc_->formsChanged = 0;
+    EXPECT_EQ(VlHtmlGenFormNames(doc_.get()), 0);
+    EXPECT_EQ(str(formAt(doc_.get(), 0)->fullName), "form0__Fmy_shop_v2_html");
+    EXPECT_EQ(str(formAt(doc_.get(), 1)->fullName), "kept__Fmy_shop_v2_html");
+    EXPECT_EQ(doc_->nextFormNumber, 1);
+    EXPECT_EQ(doc_->formsChanged, 1);
+    EXPECT_EQ(VlHtmlGenAnchNames(doc_.get()), 0);
+    EXPECT_EQ(str(anchAt(doc_.get(), 0)->fullName), "anch0__Amy_shop_v2_html");
+    EXPECT_EQ(str(anchAt(doc_.get(), 1)->fullName), "top__Ashop_html");
+
+    EXPECT_EQ(VlSetLastSiteNumber(doc_.get()), 1);
+    EXPECT_EQ(doc_->nextSiteNumber, 5);
+    EXPECT_EQ(VlHtmlGenSiteNames(doc_.get()), 0);
+    EXPECT_EQ(str(siteAt(doc_.get(), 1)->name), "site5");
+    EXPECT_EQ(doc_->sitesChanged, 1);
+
+    DocPtr empty = scan("");
+    VlSetLastSiteNumber(empty.get());
+    EXPECT_EQ(empty->nextSiteNumber, 1);
+    EXPECT_EQ(VlHtmlGenFormNames(nullptr), 1);
+}
+
+TEST_F(Document, UrlChangesAndSaveState) {
+    VlHtmlForm *form = formAt(doc_.get(), 0);
+    EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "a.cgi"), 1);
+    EXPECT_EQ(doc_->changed, 0);
+    EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 0);
+    EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, ""), 0);
+    EXPECT_EQ(VlHtmlSetFormURL(nullptr, form, "x"), 0);
+    EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "new.cgi"), 1);
+    EXPECT_EQ(str(form->action), "new.cgi");
+    EXPECT_EQ(doc_->changed, 1);
+    EXPECT_EQ(doc_->formsChanged, 1);
+    EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 1);
+    EXPECT_EQ(VlHtmlSetAnchURL(doc_.get(), anchAt(doc_.get(), 0), "v"), 1);
+    EXPECT_EQ(doc_->anchorsChanged, 1);
+
+    DocPtr unnamed = scan("");
+    unnamed->formsChanged = 1;
+    EXPECT_EQ(VlHtmlNeedsSave(unnamed.get()), 0);
+    EXPECT_EQ(VlHtmlIsChanged(unnamed.get()), 0);
+}
+
+TEST_F(Document, OrigNamesAndSplit) {
+    VlHtmlMarkOrigNames(doc_.get());
+    VlHtmlNameFormByPos(doc_.get(), 0, "n");
+    VlHtmlForm *form = formAt(doc_.get(), 0);
+    EXPECT_EQ(str(form->origAction), "a.cgi");
+    EXPECT_EQ(str(form->origMethod), "get");
+    EXPECT_EQ(form->origFullName, nullptr);
+    EXPECT_EQ(str(anchAt(doc_.get(), 1)->origFullName), "top__Ashop_html");
+    EXPECT_EQ(str(anchAt(doc_.get(), 1)->origUrl), "p");
+    EXPECT_EQ(str(siteAt(doc_.get(), 0)->origName), "site4");
+    VlHtmlMarkOrigNames(doc_.get());
+    EXPECT_EQ(str(form->origFullName), "n__Fmy_shop_v2_html");
+
+    char *rest = nullptr, *shortName = nullptr, type = 0;
+    ASSERT_EQ(VlHtmlSplitFuncName("my__name__Fshop_html", &rest, &type, &shortName), 1);
+    EXPECT_EQ(take(shortName), "my");
+    EXPECT_EQ(type, 'n');
+    EXPECT_EQ(take(rest), "ame__Fshop_html");
+    EXPECT_EQ(VlHtmlSplitFuncName("plain", &rest, &type, &shortName), 0);
+    EXPECT_EQ(VlHtmlSplitFuncName(nullptr, &rest, &type, &shortName), 0);
+}
+
+TEST_F(Document, DebugListing) {
+    VlHtmlNameFormByPos(doc_.get(), 0, "f");
+    doc_->modTime = 42;
+    testing::internal::CaptureStderr();
+    VlHtmlPrint(doc_.get());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Filename----> dir/my-shop.v2.html 42\n"
+              "Form:\n\tMethod---->post\n\tAction---->http://localhost/cgi-bin/\n"
+              "\tName---->f__Fmy_shop_v2_html\n\tElements:\n"
+              "\t\tInputName----->q\n\t\tInputType----->x\n"
+              "Form:\n\tAction---->b.cgi\n\tElements:\n"
+              "\tSiteName---->site4\n\tSiteName---->\n\tSiteName---->x9\n"
+              "\tAnchorAction---->u1\n"
+              "\tAnchorName---->top__Ashop_html\n\tAnchorAction---->p\n");
+}
+
+} // namespace

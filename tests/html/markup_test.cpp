@@ -1,0 +1,198 @@
+// Design-time markup: each pass rewrites exactly the bytes its rules name, and
+// marking a marked page again changes nothing.
+#include "html_support.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char *kUrl = "http://h/cgi-bin/app";
+
+class Markup : public testing::Test {
+  protected:
+    void SetUp() override {
+        VlHtmlResetProjName();
+        VlHtmlSetProjName(kUrl);
+    }
+    void TearDown() override { VlHtmlResetProjName(); }
+
+    // Scans text as the page shop.html.
+    DocPtr page(const std::string &text) {
+        DocPtr doc = scan(text);
+        VlHtmlSetName(doc.get(), "shop.html");
+        return doc;
+    }
+};
+
+TEST_F(Markup, NamedFormGetsActionMethodAndHiddenInput) {
+    const std::string text =
+        "x <FORM ACTION=\"old\" METHOD=\"get\">\n<INPUT NAME=\"q\">\n</FORM> y";
+    DocPtr doc = page(text);
+    ASSERT_EQ(VlHtmlNameFormByPos(doc.get(), 0, "order"), 0);
+    const std::string once =
+        "x <FORM ACTION=\"http://h/cgi-bin/app\" METHOD=\"post\" >\n"
+        "<INPUT NAME=\"q\">\n"
+        "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\"> "
+        "</FORM> y";
+    Marked m = mark(doc.get(), text, 0);
+    EXPECT_EQ(m.result, 0);
+    EXPECT_EQ(m.text, once);
+
+    // Again with the same record, and with a record read back from the marked page.
+    EXPECT_EQ(mark(doc.get(), once, 0).text, once);
+    DocPtr reread = page(once);
+    EXPECT_EQ(str(formAt(reread.get(), 0)->fullName), "order__Fshop_html");
+    EXPECT_EQ(mark(reread.get(), once, 0).text, once);
+}
+
+TEST_F(Markup, MethodInsertedWhenTheTagHasNone) {
+    const std::string hidden =
+        "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"f__Fshop_html\"> ";
+    DocPtr bare = page(" <FORM>a</FORM>");
+    VlHtmlNameFormByPos(bare.get(), 0, "f");
+    const std::string bareOnce = " <FORM METHOD=\"post\" >a" + hidden + "</FORM>";
+    EXPECT_EQ(mark(bare.get(), " <FORM>a</FORM>", 0).text, bareOnce);
+    EXPECT_EQ(mark(bare.get(), bareOnce, 0).text, bareOnce);
+
+    // Right after a rewritten ACTION its trailing blank is not doubled.
+    DocPtr withAction = page(" <form action=\"a\">b</form>");
+    VlHtmlNameFormByPos(withAction.get(), 0, "f");
+    const std::string actionOnce =
+        " <form ACTION=\"http://h/cgi-bin/app\" METHOD=\"post\" >b" + hidden + "</form>";
+    EXPECT_EQ(mark(withAction.get(), " <form action=\"a\">b</form>", 0).text, actionOnce);
+    EXPECT_EQ(mark(withAction.get(), actionOnce, 0).text, actionOnce);
+
+    // A blank of the page's own stays.
+    DocPtr spaced = page(" <FORM NAME=\"n\" >c</FORM>");
+    VlHtmlNameFormByPos(spaced.get(), 0, "f");
+    const std::string spacedOnce = " <FORM NAME=\"n\"  METHOD=\"post\" >c" + hidden + "</FORM>";
+    EXPECT_EQ(mark(spaced.get(), " <FORM NAME=\"n\" >c</FORM>", 0).text, spacedOnce);
+    EXPECT_EQ(mark(spaced.get(), spacedOnce, 0).text, spacedOnce);
+
+    // A record without a method gets no METHOD at all.
+    DocPtr noMethod = page(" <FORM>a</FORM>");
+    formAt(noMethod.get(), 0)->fullName = strdup("f__Fshop_html");
+    EXPECT_EQ(mark(noMethod.get(), " <FORM>a</FORM>", 0).text, " <FORM>a" + hidden + "</FORM>");
+}
+
+TEST_F(Markup, FormsWithoutNameOrEndStayAsTheyAre) {
+    const std::string text = " <FORM ACTION=\"a\">1</FORM> <FORM ACTION=\"b\">2</FORM> <FORM x>";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->forms), 2);
+    EXPECT_EQ(mark(doc.get(), text, 0).text, text);
+
+    // The second record is named: the first FORM tag keeps its bytes.
+    VlHtmlNameFormByPos(doc.get(), 1, "two");
+    EXPECT_EQ(mark(doc.get(), text, 0).text,
+              " <FORM ACTION=\"a\">1</FORM> <FORM ACTION=\"http://h/cgi-bin/app\" "
+              "METHOD=\"post\" >2<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
+              "VALUE=\"two__Fshop_html\"> </FORM> <FORM x>");
+}
+
+TEST_F(Markup, ExistingHiddenInputGetsOnlyItsValue) {
+    const std::string text = " <FORM METHOD=\"post\">"
+                             "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"old__Fshop_html\">"
+                             "ACTION  =  \"x\"   z</FORM>";
+    DocPtr doc = page(text);
+    EXPECT_EQ(str(formAt(doc.get(), 0)->fullName), "old__Fshop_html");
+    VlHtmlNameFormByPos(doc.get(), 0, "new");
+    EXPECT_EQ(mark(doc.get(), text, 0).text,
+              " <FORM METHOD=\"post\" >"
+              "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"new__Fshop_html\">"
+              "ACTION=\"http://h/cgi-bin/app\" z</FORM>");
+}
+
+TEST_F(Markup, AnchorHrefRewritten) {
+    const std::string text = " <A NAME=\"top\">t</A> <A HREF=\"x\"  TARGET=\"t\">go</A>"
+                             " <a href='single'>s</a> <A HREF=\"y\">u</A>";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->anchors), 2);
+    EXPECT_EQ(mark(doc.get(), text, 1).text, text); // nothing named yet
+
+    VlHtmlNameAnchByPos(doc.get(), 0, "go");
+    const std::string once =
+        " <A NAME=\"top\">t</A> "
+        "<A HREF=\"http://h/cgi-bin/app?FNC=go__Ashop_html\" TARGET=\"t\">go</A>"
+        " <a href='single'>s</a> <A HREF=\"y\">u</A>";
+    Marked m = mark(doc.get(), text, 1);
+    EXPECT_EQ(m.result, 0);
+    EXPECT_EQ(m.text, once);
+    EXPECT_EQ(mark(doc.get(), once, 1).text, once);
+    DocPtr reread = page(once);
+    EXPECT_EQ(str(anchAt(reread.get(), 0)->fullName), "go__Ashop_html");
+    EXPECT_EQ(str(anchAt(reread.get(), 0)->url), "http://h/cgi-bin/app");
+    EXPECT_EQ(mark(reread.get(), once, 1).text, once);
+}
+
+TEST_F(Markup, AnchorWithoutEndIsReadAsNothingAndCopied) {
+    // The temporary anchor of a tag without "/A>" gets neither name nor URL, so
+    // the tag is passed over before its end is looked for again.
+    const std::string text = " <A HREF=\"a\">1</A> <A HREF=\"b\">no end";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->anchors), 1);
+    SutAddList(doc->anchors, VlHtmlAnchNew());
+    VlHtmlGenAnchNames(doc.get());
+    Marked m = mark(doc.get(), text, 1);
+    EXPECT_EQ(m.result, 0);
+    EXPECT_EQ(m.text, " <A HREF=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" >1</A>"
+                      " <A HREF=\"b\">no end");
+}
+
+TEST_F(Markup, AnchorPassSkipsKeywordRecordsAndStopsWhenRecordsRunOut) {
+    KeywordsLoaded keys("SRC\n");
+    const std::string text = " <IMG SRC=\"i\"> <A HREF=\"a\">1</A> <A HREF=\"b\">2</A>";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->anchors), 3);
+    VlHtmlNameAnchByPos(doc.get(), 1, "one");
+    // The keyword record is skipped: the first A tag goes with the second record.
+    EXPECT_EQ(mark(doc.get(), text, 1).text,
+              " <IMG SRC=\"i\"> <A HREF=\"http://h/cgi-bin/app?FNC=one__Ashop_html\" >1</A>"
+              " <A HREF=\"b\">2</A>");
+
+    // Only one A-tag record left for two tags: the second tag is copied as it is.
+    VlHtmlAnchDelete(static_cast<VlHtmlAnch *>(SutRemoveNList(doc->anchors, 2)));
+    EXPECT_EQ(mark(doc.get(), text, 1).text,
+              " <IMG SRC=\"i\"> <A HREF=\"http://h/cgi-bin/app?FNC=one__Ashop_html\" >1</A>"
+              " <A HREF=\"b\">2</A>");
+}
+
+TEST_F(Markup, KeywordAttributesRewrittenByTheirKind) {
+    KeywordsLoaded keys("SRC\nlow\ncode|\n");
+    const std::string text = " <IMG SRC = \"a.gif\" ALT=\"x\"> <P low='b'> <X code  \"c\">";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->anchors), 3);
+    EXPECT_EQ(mark(doc.get(), text, 2).text, text);
+    VlHtmlGenAnchNames(doc.get());
+    const std::string once = " <IMG SRC=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" ALT=\"x\">"
+                             " <P low='http://h/cgi-bin/app?FNC=anch1__Ashop_html'>"
+                             " <X code \"http://h/cgi-bin/app?FNC=anch2__Ashop_html\">";
+    EXPECT_EQ(mark(doc.get(), text, 2).text, once);
+    EXPECT_EQ(mark(doc.get(), once, 2).text, once);
+    DocPtr reread = page(once);
+    EXPECT_EQ(str(anchAt(reread.get(), 2)->fullName), "anch2__Ashop_html");
+    EXPECT_EQ(mark(reread.get(), once, 2).text, once);
+}
+
+TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
+    const std::string text = "x##Vl_a## ##Vl_b c## ##Vl_b## ##Vl_c## end";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->sites), 3);
+    VlHtmlSiteDelete(static_cast<VlHtmlSite *>(SutRemoveNList(doc->sites, 2)));
+    free(siteAt(doc.get(), 0)->name);
+    siteAt(doc.get(), 0)->name = strdup("s1");
+    free(siteAt(doc.get(), 1)->name);
+    siteAt(doc.get(), 1)->name = strdup("s2");
+    // A third mark without a record loses its name and one "#".
+    EXPECT_EQ(mark(doc.get(), text, -1).text, "x##Vl_s1## ##Vl_b c## ##Vl_s2## ##Vl_# end");
+    EXPECT_EQ(mark(doc.get(), " <FORM>##Vl_q##</FORM>", -1).text, " <FORM>##Vl_s1##</FORM>");
+}
+
+TEST_F(Markup, NullArgumentsAndUnknownPass) {
+    DocPtr doc = page(" <A HREF=\"x\">1</A>");
+    EXPECT_EQ(VlMarkupHtmlDesignTimeForms(nullptr, "x", stdout, 0), 1);
+    EXPECT_EQ(VlMarkupHtmlDesignTimeForms(doc.get(), nullptr, stdout, 0), 1);
+    EXPECT_EQ(VlMarkupHtmlDesignTime(nullptr, "x", stdout), 1);
+    EXPECT_EQ(mark(doc.get(), " <A HREF=\"x\">1</A>", 7).text, " <A HREF=\"x\">1</A>");
+}
+
+} // namespace

@@ -1,0 +1,335 @@
+// Reading module files: the section cursor, fragments, what a module read
+// keeps and drops with its messages, and the read script's command line.
+#include "module/workspace.hpp"
+
+#include <sys/stat.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string section(const char *text, const char *start, const char *end, const char **cursor) {
+    char *s = VlParseSection(text, start, end, cursor);
+    std::string out = s ? s : "<null>";
+    free(s);
+    return out;
+}
+
+std::vector<std::string> strings(SutList *list) {
+    std::vector<std::string> out;
+    for (int i = 0; i < SutSizList(list); i++)
+        out.push_back(static_cast<const char *>(SutGetNList(list, i)));
+    SutDestroyList(list);
+    return out;
+}
+
+// A module of shop.html in the canonical layout: user includes, a form
+// function, an anchor function, and an alias of the form on cart.html.
+const std::string kShopModule =
+    "/* Velmora Module File V1.0B */\n"
+    "/* Velmora Start Of Tool Includes */\n"
+    "#include \"VlRnHtml.h\"\n"
+    "/* Velmora Start Of user Includes */\n"
+    "#include <stdio.h>\n"
+    "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
+    "/*Velmora Start of Function */\n"
+    "static void Forder ()\n"
+    "/* start of initial code */\n"
+    "{\n"
+    "\tint n = 0;\n"
+    "/* start of func Code */\n"
+    "\tn++;\n"
+    "/* end of func code */\n"
+    "/* start of final code */\n"
+    "\treturn;\n"
+    "}/* end of final code */\n"
+    "/*Velmora Start of Function */\n"
+    "static void Ahome ()\n"
+    "/* start of initial code */\n"
+    "{\n"
+    "/* start of func Code */\n"
+    "/* end of func code */\n"
+    "/* start of final code */\n"
+    "}/* end of final code */\n"
+    "void R_shop_html()\n"
+    "{\n"
+    "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
+    "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
+    "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
+    "\n"
+    "}/* Velmora End of Module */\n";
+
+VlFunction *functionAt(VlModule *module, int i) {
+    return static_cast<VlFunction *>(SutGetNList(module->functions, i));
+}
+VlAlias *aliasAt(VlFunction *fn, int i) {
+    return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
+}
+
+} // namespace
+
+TEST(ParseSection, EndMarkerIsFoundAgainAsTheNextStart) {
+    const char *text = "head<a>one<b>two<c>tail";
+    const char *cursor = nullptr;
+    EXPECT_EQ(section(text, "<a>", "<b>", &cursor), "one");
+    EXPECT_STREQ(cursor, "<b>two<c>tail");
+    EXPECT_EQ(section(cursor, "<b>", "<c>", &cursor), "two");
+    EXPECT_STREQ(cursor, "<c>tail");
+    // No end marker given, or none found: the section runs to the end and the
+    // cursor stops at the terminating NUL.
+    EXPECT_EQ(section(cursor, "<c>", nullptr, &cursor), "tail");
+    EXPECT_EQ(*cursor, '\0');
+    EXPECT_EQ(section(text, "<b>", "<zz>", &cursor), "two<c>tail");
+    EXPECT_EQ(*cursor, '\0');
+    // A missing start marker gives null and leaves the cursor alone.
+    const char *kept = text + 2;
+    cursor = kept;
+    EXPECT_EQ(section(text, "<q>", "<b>", &cursor), "<null>");
+    EXPECT_EQ(cursor, kept);
+    // Without a start marker the section begins at the text.
+    EXPECT_EQ(section(text, nullptr, "<a>", &cursor), "head");
+    EXPECT_EQ(cursor, text + 4);
+    // The end marker is searched only after the section's beginning.
+    EXPECT_EQ(section("x]y[z]", "[", "]", &cursor), "z");
+    EXPECT_EQ(section("[]", "[", "]", &cursor), "");
+    EXPECT_EQ(section(nullptr, "[", "]", &cursor), "<null>");
+    EXPECT_EQ(VlParseSection("[x]", "[", "]", nullptr), nullptr);
+}
+
+TEST(Fragments, CutAtEverySeparatorAndWrittenBack) {
+    Workspace ws;
+    ws.write("two", "a--b--");
+    EXPECT_EQ(strings(VlParseFileToFragments("two", "--")), (std::vector<std::string>{"a", "b"}));
+    ws.write("three", "a----b");
+    EXPECT_EQ(strings(VlParseFileToFragments("three", "--")),
+              (std::vector<std::string>{"a", "", "b"}));
+    ws.write("lead", "--a");
+    EXPECT_EQ(strings(VlParseFileToFragments("lead", "--")), (std::vector<std::string>{"", "a"}));
+    ws.write("empty", "");
+    SutList *none = VlParseFileToFragments("empty", "--");
+    ASSERT_NE(none, nullptr);
+    EXPECT_EQ(SutSizList(none), 0);
+    SutDestroyList(none);
+    EXPECT_EQ(strings(VlParseFileToFragments("two", "")), (std::vector<std::string>{"a--b--"}));
+    EXPECT_EQ(VlParseFileToFragments("missing", "--"), nullptr);
+    EXPECT_EQ(VlParseFileToFragments(nullptr, "--"), nullptr);
+    EXPECT_EQ(VlParseFileToFragments("two", nullptr), nullptr);
+
+    SutList *parts = VlParseFileToFragments("three", "--");
+    EXPECT_EQ(VlWriteFragmentsToFile(parts, "out", "--"), 1);
+    EXPECT_EQ(ws.read("out"), "a----b");
+    EXPECT_EQ(printed([&] { EXPECT_EQ(VlWriteFragmentsToFile(parts, "no/such/dir", "--"), 0); }),
+              "Could not write file in VlWriteFragmentsToFile no/such/dir\n");
+    EXPECT_EQ(printed([&] { EXPECT_EQ(VlWriteFragmentsToFile(parts, "out", nullptr), 0); }),
+              "Could not write file in VlWriteFragmentsToFile out\n");
+    SutDestroyList(parts);
+}
+
+TEST(ModuleRead, KeepsIncludesCodeSectionsAndAliases) {
+    Workspace ws;
+    VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
+    VlHtmlDoc *cart = addPage("cart.html", {"pay"});
+    ws.write("shop.c", kShopModule);
+
+    VlModule *module = VlModuleNewFromFile("shop.c");
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(module->html, shop);
+    EXPECT_EQ(module->saved, 1);
+    struct stat st;
+    ASSERT_EQ(stat("shop.c", &st), 0);
+    EXPECT_EQ(module->modTime, st.st_mtime);
+    EXPECT_STREQ(module->userIncludes, "#include <stdio.h>\n");
+    ASSERT_EQ(SutSizList(module->functions), 2);
+    VlFunction *order = functionAt(module, 0);
+    EXPECT_EQ(order->form, formOf(shop, "order"));
+    EXPECT_EQ(order->anchor, nullptr);
+    EXPECT_STREQ(order->initCode, "\tint n = 0;\n");
+    EXPECT_STREQ(order->funcCode, "\tn++;\n");
+    EXPECT_STREQ(order->finalCode, "\treturn;\n");
+    VlFunction *home = functionAt(module, 1);
+    EXPECT_EQ(home->anchor, anchorOf(shop, "home"));
+    EXPECT_STREQ(home->initCode, "");
+    EXPECT_STREQ(home->funcCode, "");
+    EXPECT_STREQ(home->finalCode, "");
+    // The alias is known by name only until it is resolved.
+    ASSERT_EQ(SutSizList(order->aliases), 1);
+    VlAlias *alias = aliasAt(order, 0);
+    EXPECT_STREQ(alias->name, "pay__Fcart_html");
+    EXPECT_EQ(alias->html, nullptr);
+    EXPECT_EQ(VlModuleResolveAliases(module), 1);
+    EXPECT_EQ(alias->html, cart);
+    EXPECT_EQ(alias->form, formOf(cart, "pay"));
+    EXPECT_EQ(alias->anchor, nullptr);
+    EXPECT_EQ(VlModuleResolveAliases(nullptr), 0);
+
+    // Written back with force, the canonical file comes out byte for byte.
+    EXPECT_EQ(VlModuleWrite(module, "copy.c", 1), 1);
+    EXPECT_EQ(ws.read("copy.c"), kShopModule);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleRead, TextOutsideTheMarkersIsNotKept) {
+    Workspace ws;
+    addPage("shop.html", {"order"}, {"home"});
+    addPage("cart.html", {"pay"});
+    std::string edited = kShopModule;
+    edited.insert(edited.find("/*Velmora Start of Function */\nstatic void Ahome"),
+                  "int typedBetweenFunctions;\n");
+    edited.insert(edited.find("\tVlRegisterHtmlActivator(\"home"), "\textra();\n");
+    edited.insert(0, "// header comment\n");
+    ws.write("shop.c", edited);
+    VlModule *module = VlModuleNewFromFile("shop.c");
+    ASSERT_NE(module, nullptr);
+    VlModuleResolveAliases(module);
+    EXPECT_EQ(VlModuleWrite(module, "shop.c", 1), 1);
+    EXPECT_EQ(ws.read("shop.c"), kShopModule);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleRead, FailuresPrintTheirMessageAndGiveNull) {
+    Workspace ws;
+    addPage("shop.html", {"order"});
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile(nullptr), nullptr); }),
+              "fileName is NULL in VlModuleNewFromFile\n");
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("gone.c"), nullptr); }),
+              "Could not read file in VlModuleNewFromFile<gone.c>\n");
+    ws.write("plain.c", "int main() { return 0; }\n");
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("plain.c"), nullptr); }),
+              "plain.c is not a valid module file.\n");
+    // The version line counts wherever it stands.
+    ws.write("late.c", "/* x */\n/* Velmora Module File V1.0B */\n"
+                       "static char _Vl_HTML_Filename[] = \"shop.html\";\n");
+    VlModule *late = nullptr;
+    EXPECT_EQ(printed([&] { late = VlModuleNewFromFile("late.c"); }), "");
+    ASSERT_NE(late, nullptr);
+    EXPECT_EQ(late->userIncludes, nullptr);
+    EXPECT_EQ(SutSizList(late->functions), 0);
+    VlModuleDelete(late);
+
+    ws.write("other.c", "/* Velmora Module File V1.0B */\n"
+                        "static char _Vl_HTML_Filename[] = \"other.html\";\n");
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("other.c"), nullptr); }),
+              "Could not read htmlfile for module other.html\n");
+    ws.write("nopage.c", "/* Velmora Module File V1.0B */\n");
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("nopage.c"), nullptr); }),
+              "Could not read htmlfile for module NULL HTML Name\n");
+}
+
+TEST(ModuleRead, DropsFunctionsAndAliasesWhoseActivatorIsGone) {
+    Workspace ws;
+    // The page has lost its form "order" and its anchor "home".
+    VlHtmlDoc *shop = addPage("shop.html", {"keep"});
+    std::string text = "/* Velmora Module File V1.0B */\n"
+                       "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+    for (const char *name : {"Forder", "Ahome", "Xodd", "Fkeep"})
+        text += std::string("/*Velmora Start of Function */\nstatic void ") + name +
+                " ()\n/* start of initial code */\n{\n/* start of func Code */\n" + name +
+                "\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
+    text += "void R_shop_html()\n{\n"
+            "\tVlRegisterHtmlAlias(\"x__Fshop_html\",\"order__Fshop_html\");\n"
+            "\tVlRegisterHtmlAlias(\"y__Fshop_html\",\"keep__Fshop_html\");\n"
+            "\tVlRegisterHtmlAlias(\"z__Fshop_html\",\"nodoublescore\");\n"
+            "\n}/* Velmora End of Module */\n";
+    ws.write("shop.c", text);
+    VlModule *module = nullptr;
+    EXPECT_EQ(printed([&] { module = VlModuleNewFromFile("shop.c"); }),
+              "The form order has been removed from shop.html\n"
+              "The anchor home has been removed from shop.html\n"
+              "Invalid module function name defined in module shop.html Xodd\n"
+              "Could Not Find function for order__Fshop_html\n"
+              "Could Not Find function for nodoublescore\n");
+    ASSERT_NE(module, nullptr);
+    ASSERT_EQ(SutSizList(module->functions), 1);
+    VlFunction *keep = functionAt(module, 0);
+    EXPECT_EQ(keep->form, formOf(shop, "keep"));
+    EXPECT_STREQ(keep->funcCode, "Fkeep\n");
+    ASSERT_EQ(SutSizList(keep->aliases), 1);
+    EXPECT_STREQ(aliasAt(keep, 0)->name, "y__Fshop_html");
+    // y is no form of the page: resolving removes it, with the trailing blank.
+    EXPECT_EQ(printed([&] { VlModuleResolveAliases(module); }),
+              "Removing alias y__Fshop_html because activator removed from HTML\n ");
+    EXPECT_EQ(SutSizList(keep->aliases), 0);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleRead, ResolvingWalksAliasesBackwards) {
+    Workspace ws;
+    VlHtmlDoc *shop = addPage("shop.html", {"order", "b"});
+    VlModule *module = VlModuleNew(shop);
+    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "x");
+    VlFunction *fn = functionAt(module, 0);
+    for (const char *name : {"a__Fshop_html", "b__Fshop_html", "c__Ashop_html"}) {
+        auto *alias = static_cast<VlAlias *>(calloc(1, sizeof(VlAlias)));
+        alias->name = strdup(name);
+        SutAddList(fn->aliases, alias);
+    }
+    EXPECT_EQ(printed([&] { VlModuleResolveAliases(module); }),
+              "Removing alias c__Ashop_html because activator removed from HTML\n "
+              "Removing alias a__Fshop_html because activator removed from HTML\n ");
+    ASSERT_EQ(SutSizList(fn->aliases), 1);
+    EXPECT_EQ(aliasAt(fn, 0)->form, formOf(shop, "b"));
+    EXPECT_EQ(aliasAt(fn, 0)->html, shop);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleRead, SectionWithoutEndMarkerRunsToTheEnd) {
+    Workspace ws;
+    VlHtmlDoc *shop = addPage("shop.html", {"order"});
+    ws.write("cut.c", "/* Velmora Module File V1.0B */\n"
+                      "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
+                      "/*Velmora Start of Function */\nstatic void Forder ()\n"
+                      "/* start of initial code */\n{\n\tinit;\n"
+                      "/* start of func Code */\n\tcut off here\n");
+    VlModule *module = VlModuleNewFromFile("cut.c");
+    ASSERT_NE(module, nullptr);
+    ASSERT_EQ(SutSizList(module->functions), 1);
+    VlFunction *fn = functionAt(module, 0);
+    EXPECT_EQ(fn->form, formOf(shop, "order"));
+    EXPECT_STREQ(fn->initCode, "\tinit;\n");
+    EXPECT_STREQ(fn->funcCode, "\tcut off here\n");
+    EXPECT_EQ(fn->finalCode, nullptr);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleRead, ReadScriptGetsTheQuotedFileName) {
+    Workspace ws;
+    addPage("shop.html", {});
+    const std::string minimal = "/* Velmora Module File V1.0B */\n"
+                                "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+    ws.write("my shop;touch pwned.c", minimal);
+    VlModule *module = VlModuleNewFromFile("my shop;touch pwned.c");
+    ASSERT_NE(module, nullptr);
+    EXPECT_EQ(ws.scripts(), "vlreadmodule.sh 1|my shop;touch pwned.c\n");
+    EXPECT_FALSE(fs::exists("pwned.c"));
+    VlModuleDelete(module);
+    // A missing file is still offered to the script first (it may fetch it).
+    printed([] { VlModuleNewFromFile("fetch.c"); });
+    EXPECT_EQ(ws.scripts(), "vlreadmodule.sh 1|fetch.c\n");
+}
+
+TEST(ModuleRead, EveryTruncationOfAModuleReadsWithoutHarm) {
+    Workspace ws;
+    theProj->options = SutNewList();
+    SutAddList(theProj->options, strdup("Project.Call Read/Write Scripts : False"));
+    addPage("shop.html", {"order"}, {"home"});
+    addPage("cart.html", {"pay"});
+    size_t read = 0;
+    printed([&] {
+        for (size_t n = 0; n <= kShopModule.size(); n++) {
+            ws.write("cut.c", kShopModule.substr(0, n));
+            VlModule *module = VlModuleNewFromFile("cut.c");
+            if (module) read++;
+            VlModuleResolveAliases(module);
+            if (module) VlModuleWrite(module, "out.c", 1);
+            VlModuleDelete(module);
+        }
+    });
+    // Read are the prefixes that end right after the page name or hold its
+    // whole line; a name cut short, or followed by only part of its line end,
+    // names no page.
+    const size_t named = kShopModule.find("shop.html\";") + 9;
+    EXPECT_EQ(read, kShopModule.size() + 1 - named - 2);
+    EXPECT_EQ(ws.scripts(), "");
+}

@@ -1,0 +1,168 @@
+// Writing modules: the exact file layout, when a write happens, the alias
+// lines built from the pages' current names, and the write script.
+#include "module/workspace.hpp"
+
+#include <sys/stat.h>
+
+#include <string>
+
+namespace {
+
+const std::string kHead = "/* Velmora Module File V1.0B */\n"
+                          "/* Velmora Start Of Tool Includes */\n"
+                          "#include \"VlRnHtml.h\"\n"
+                          "/* Velmora Start Of user Includes */\n";
+
+VlFunction *functionAt(VlModule *module, int i) {
+    return static_cast<VlFunction *>(SutGetNList(module->functions, i));
+}
+
+} // namespace
+
+TEST(ModuleWrite, EmptyModuleLayout) {
+    Workspace ws;
+    VlHtmlDoc *page = addPage("my-page.html", {});
+    VlModule *module = VlModuleNew(page);
+    EXPECT_EQ(VlModuleWrite(module, "my-page.c", 0), 1);
+    EXPECT_EQ(ws.read("my-page.c"), kHead + "static char _Vl_HTML_Filename[] = \"my-page.html\";\n"
+                                            "void R_my_page_html()\n{\n\n}"
+                                            "/* Velmora End of Module */\n");
+    EXPECT_EQ(module->saved, 1);
+    // A page without a name writes empty names.
+    VlModule *orphan = VlModuleNewEmpty();
+    EXPECT_EQ(VlModuleWrite(orphan, "orphan.c", 1), 1);
+    EXPECT_EQ(ws.read("orphan.c"), kHead + "static char _Vl_HTML_Filename[] = \"\";\n"
+                                           "void R_()\n{\n\n}/* Velmora End of Module */\n");
+    VlModuleDelete(orphan);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
+    Workspace ws;
+    VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
+    VlHtmlDoc *cart = addPage("cart.html", {"pay"}, {"back"});
+    VlModule *module = addModule(shop);
+    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "\tcall();\r\n");
+    VlModuleAddFunc(module, nullptr, anchorOf(shop, "home"), nullptr);
+    functionAt(module, 0)->initCode = strdup("\tint a;\r\n");
+    functionAt(module, 1)->finalCode = strdup("\tdone();\n");
+    module->userIncludes = strdup("#include \"x.h\"\r\n");
+    ASSERT_EQ(VlModuleAddAlias(shop, "order", "F", cart, "pay"), 1);
+    ASSERT_EQ(VlModuleAddAlias(shop, "home", "A", cart, "back"), 1);
+    // The aliased form is renamed after the alias was made: the line follows.
+    VlHtmlNameForm(cart, "pay", "checkout");
+
+    EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
+    EXPECT_EQ(ws.read("shop.c"),
+              kHead + "#include \"x.h\"\n"
+                      "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
+                      "/*Velmora Start of Function */\nstatic void Forder ()\n"
+                      "/* start of initial code */\n{\n\tint a;\n"
+                      "/* start of func Code */\n\tcall();\n/* end of func code */\n"
+                      "/* start of final code */\n}/* end of final code */\n"
+                      "/*Velmora Start of Function */\nstatic void Ahome ()\n"
+                      "/* start of initial code */\n{\n"
+                      "/* start of func Code */\n/* end of func code */\n"
+                      "/* start of final code */\n\tdone();\n}/* end of final code */\n"
+                      "void R_shop_html()\n{\n"
+                      "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
+                      "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
+                      "\tVlRegisterHtmlAlias(\"checkout__Fcart_html\",\"order__Fshop_html\");\n"
+                      "\tVlRegisterHtmlAlias(\"back__Acart_html\",\"home__Ashop_html\");\n"
+                      "\n}/* Velmora End of Module */\n");
+    EXPECT_EQ(module->saved, 1);
+}
+
+TEST(ModuleWrite, SavedModuleIsLeftAloneWithoutForce) {
+    Workspace ws;
+    VlHtmlDoc *page = addPage("shop.html", {});
+    VlModule *module = VlModuleNew(page);
+    module->saved = 1;
+    module->modTime = 42;
+    ws.write("shop.c", "untouched");
+    EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
+    EXPECT_EQ(ws.read("shop.c"), "untouched");
+    EXPECT_EQ(ws.scripts(), "");
+    EXPECT_EQ(VlModuleWrite(module, "shop.c", 1), 1);
+    EXPECT_NE(ws.read("shop.c"), "untouched");
+    EXPECT_EQ(module->modTime, 42); // a write does not refresh the time
+    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|shop.c\n");
+    EXPECT_EQ(VlModuleWrite(nullptr, "shop.c", 1), 0);
+    EXPECT_EQ(VlModuleWrite(module, nullptr, 1), 0);
+    VlModuleDelete(module);
+}
+
+TEST(ModuleWrite, FailuresAndUnresolvedAliases) {
+    Workspace ws;
+    VlHtmlDoc *page = addPage("shop.html", {"order"});
+    VlModule *module = VlModuleNew(page);
+    VlModuleAddFunc(module, formOf(page, "order"), nullptr, "x");
+    EXPECT_EQ(printed([&] { EXPECT_EQ(VlModuleWrite(module, "no/dir/shop.c", 1), 0); }),
+              "Could not write file in VlModuleWrite no/dir/shop.c\n");
+    EXPECT_EQ(module->saved, 0);
+    EXPECT_EQ(ws.scripts(), "");
+
+    // An alias that was never resolved has no form or anchor to take a name from.
+    auto *alias = static_cast<VlAlias *>(calloc(1, sizeof(VlAlias)));
+    alias->name = strdup("pay__Fcart_html");
+    SutAddList(functionAt(module, 0)->aliases, alias);
+    EXPECT_EQ(printed([&] { EXPECT_EQ(VlModuleWrite(module, "my shop.c", 1), 1); }),
+              "Warning alias name is null while writingmy shop.c\n");
+    EXPECT_EQ(ws.read("my shop.c").find("VlRegisterHtmlAlias"), std::string::npos);
+    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|my shop.c\n");
+    VlModuleDelete(module);
+}
+
+TEST(ModuleModel, FileNameUrlAndChangeState) {
+    Workspace ws;
+    VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
+    VlHtmlDoc *cart = addPage("cart.html", {"pay"});
+    VlModule *module = addModule(shop);
+    EXPECT_EQ(VlModuleGetHtml(module), shop);
+    VlModuleSetHtml(nullptr, cart);
+    EXPECT_EQ(VlModuleGetHtml(nullptr), nullptr);
+
+    auto name = [](VlModule *m) {
+        char *s = VlModuleGetCFileName(m);
+        std::string out = s ? s : "<null>";
+        free(s);
+        return out;
+    };
+    EXPECT_EQ(name(module), "shop.c");
+    VlHtmlSetName(cart, "dir.v2/README");
+    VlModuleSetHtml(module, cart);
+    EXPECT_EQ(name(module), "dir.c"); // the last "." of the whole name
+    VlHtmlSetName(cart, "noext");
+    EXPECT_EQ(name(module), "noext.c");
+    EXPECT_EQ(name(nullptr), "<null>");
+    VlHtmlSetName(cart, "cart.html");
+    VlModuleSetHtml(module, shop);
+
+    // Every form and anchor served gets the URL, aliases' ones included.
+    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "x");
+    VlModuleAddFunc(module, nullptr, anchorOf(shop, "home"), "y");
+    VlModuleAddAlias(shop, "order", "F", cart, "pay");
+    EXPECT_EQ(VlModuleSetURL(module, "/cgi-bin/new.exe"), 1);
+    EXPECT_STREQ(formOf(shop, "order")->action, "/cgi-bin/new.exe");
+    EXPECT_STREQ(anchorOf(shop, "home")->url, "/cgi-bin/new.exe");
+    EXPECT_STREQ(formOf(cart, "pay")->action, "/cgi-bin/new.exe");
+    EXPECT_EQ(VlModuleSetURL(module, nullptr), 0);
+    EXPECT_EQ(VlModuleSetURL(nullptr, "u"), 0);
+
+    EXPECT_EQ(VlModuleChanged(module), 1);
+    EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
+    EXPECT_EQ(VlModuleChanged(module), 0);
+    EXPECT_EQ(VlModuleSetChanged(module), 1);
+    EXPECT_EQ(VlModuleChanged(module), 1);
+    EXPECT_EQ(VlModuleChanged(nullptr), 0);
+
+    struct stat st;
+    ASSERT_EQ(stat("shop.c", &st), 0);
+    module->modTime = st.st_mtime;
+    EXPECT_EQ(VlModuleChangedOnDisk(module), 0);
+    module->modTime = st.st_mtime - 10;
+    EXPECT_EQ(VlModuleChangedOnDisk(module), 1);
+    fs::remove("shop.c");
+    EXPECT_EQ(VlModuleChangedOnDisk(module), 0);
+    EXPECT_EQ(VlModuleChangedOnDisk(nullptr), 0);
+}
