@@ -114,6 +114,8 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
     out.append("\",\n\t\t\"").append(orEmpty(bind->name));
     out.append("\", ").append(lastWord(bind, call)).append(");\n\n");
 
+    // Without a name the comment is left out, so the reader gives the bind a
+    // fresh unique one.
     if (bind->altName)
         out.append("\n\t/* Brennix Bind Name : ").append(bind->altName).append(" */\n");
 
