@@ -146,15 +146,15 @@ char *WbeGetUniqueSPName(const char *base);
 SpmSPBind *PjDuplicateObjBinding(SpmSPBind *src, const char *interface, const char *swidget);
 void AcCopyActBind(SpmCallbackBind *dest, SpmCallbackBind *src);
 int WbeMarkSpMapAsChanged(SpmSPBind *bind);
-/* Destroys a bind of the context map and takes it out of the map; 0 when the
- * bind is not in the map. */
+/* Destroys a bind of the context map and takes it out of the map: 1 (also
+ * for a null holder), or 0 when the bind is not in the map. */
 int WbeDestroySpmSPBind(SpmSPBind **bindPtr);
 /* Stable in-place sort by the first callback bind's callOrder. */
 void AcSortBindings(SutList *binds);
 
 /* The process's current map and the verified flag. */
 SpmMap *SpmGetMapContext(void);
-SpmMap *SpmSetMapContext(SpmMap *map); /* returns the previous map */
+SpmMap *SpmSetMapContext(SpmMap *map); /* returns the previous map, not freed */
 int SpmIsMapVerified(void);
 void SpmMapVerified(void);
 /* Clears the verified flag: reading a map file does this, and tests and

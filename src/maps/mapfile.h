@@ -29,9 +29,13 @@ int SpmReadMapFile(SpmMap **mapPtr, const char *path);
 int SpmExtraDot(const char *line, const char *prefix);
 
 /* The map file of a project sits beside it with the extension ".map". */
-int SpmMapFileExist(const char *projectPath);    /* 0 when it can be opened */
-int SpmProjectReadMap(const char *projectPath);  /* 0, or -1 */
-int SpmProjectWriteMap(const char *projectPath); /* 1, or -1 */
+int SpmMapFileExist(const char *projectPath); /* 0 when it can be opened */
+/* Replaces the map context by the project's map file (none when the read
+ * fails: 0 or -1), and moves a file that was read to "<map file>.BAK". */
+int SpmProjectReadMap(const char *projectPath);
+/* Writes the map context beside the project (paths under 7 characters give
+ * "Untitled.map"): 1, or -1. */
+int SpmProjectWriteMap(const char *projectPath);
 
 #ifdef __cplusplus
 }

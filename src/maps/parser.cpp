@@ -440,8 +440,10 @@ void extractFromBody(SutList *result, const char *interface, const char *widget,
         }
         case 5:
             if (startsAt(t, i, "END OF VELMORA FINAL CODE")) {
-                // The count runs from the sixth slash; the end banner's first
-                // 22 characters, from there, are not the user's.
+                // Of the characters counted from the sixth slash, 22 are not
+                // the user's: the slash and its newline before the code, and
+                // the code's last newline with the 19 characters of the end
+                // banner that stand before this text.
                 size_t count = i - sixthSlash;
                 if (count > 22)
                     setField(&call->finalCode, slice(t, codeStart, codeStart + count - 22));

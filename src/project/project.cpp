@@ -11,6 +11,7 @@
 #include "html/document.h"
 #include "maps/upkeep.h"
 #include "module/module.h"
+#include "project/mainmodule.h"
 #include "util/list.h"
 #include "util/strings.h"
 
@@ -22,7 +23,7 @@ extern "C" {
 VlProject *VlProjNewEmpty(void) {
     VlProjDelete();
     auto *project = static_cast<VlProject *>(calloc(1, sizeof(VlProject)));
-    project->mainModule = static_cast<VlMainModule *>(calloc(1, sizeof(VlMainModule)));
+    project->mainModule = VlMainModuleNewEmpty();
     project->htmlDocs = SutNewList();
     project->modules = SutNewList();
     project->saved = 1;

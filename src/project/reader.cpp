@@ -107,6 +107,11 @@ int VlProjReadHTML(SutList *names) {
 VlProject *VlProjNew(const char *path, int verify) {
     if (!path) return nullptr;
     const std::string fileName = SettledFileName(path);
+    std::string startPath = path;
+    if (path[0] != '/') {
+        VlCharPtr cwd(VlGetCurrentDir());
+        if (cwd && *cwd) startPath = std::string(cwd.get()) + "/" + path;
+    }
 
     // The script may fetch the file (from version control, say) first.
     if (VlProjCallReadWriteScripts()) VlRunFileScript("vlreadprj.sh ", fileName.c_str());
@@ -143,7 +148,10 @@ VlProject *VlProjNew(const char *path, int verify) {
         VlModuleResolveAliases(static_cast<VlModule *>(SutGetNList(theProj->modules, i)));
 
     // Named again now that modules and pages exist, so they get the CGI URL.
-    VlProjSetName(path);
+    // The working directory is the project's by now, so a relative path is
+    // taken from where the reading started: the same directory, not one
+    // nested inside it.
+    VlProjSetName(startPath.c_str());
     if (theProj->name && strcmp(theProj->name, "noname") == 0) theProj->nonameAccepted = 1;
     VlCharPtr mainFile(VlProjGetMainCFileName());
     VlMainModuleRead(mainFile.get());

@@ -124,6 +124,20 @@ TEST_F(Markup, AnchorHrefRewritten) {
     EXPECT_EQ(mark(reread.get(), once, 1).text, once);
 }
 
+TEST_F(Markup, AnchorWithoutEndIsReadAsNothingAndCopied) {
+    // The temporary anchor of a tag without "/A>" gets neither name nor URL, so
+    // the tag is passed over before its end is looked for again.
+    const std::string text = " <A HREF=\"a\">1</A> <A HREF=\"b\">no end";
+    DocPtr doc = page(text);
+    ASSERT_EQ(SutSizList(doc->anchors), 1);
+    SutAddList(doc->anchors, VlHtmlAnchNew());
+    VlHtmlGenAnchNames(doc.get());
+    Marked m = mark(doc.get(), text, 1);
+    EXPECT_EQ(m.result, 0);
+    EXPECT_EQ(m.text, " <A HREF=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" >1</A>"
+                      " <A HREF=\"b\">no end");
+}
+
 TEST_F(Markup, AnchorPassSkipsKeywordRecordsAndStopsWhenRecordsRunOut) {
     KeywordsLoaded keys("SRC\n");
     const std::string text = " <IMG SRC=\"i\"> <A HREF=\"a\">1</A> <A HREF=\"b\">2</A>";
@@ -179,6 +193,44 @@ TEST_F(Markup, NullArgumentsAndUnknownPass) {
     EXPECT_EQ(VlMarkupHtmlDesignTimeForms(doc.get(), nullptr, stdout, 0), 1);
     EXPECT_EQ(VlMarkupHtmlDesignTime(nullptr, "x", stdout), 1);
     EXPECT_EQ(mark(doc.get(), " <A HREF=\"x\">1</A>", 7).text, " <A HREF=\"x\">1</A>");
+}
+
+} // namespace
+
+namespace {
+
+const std::string kSample =
+    "<HTML>\n##Vl_top## <FORM ACTION=\"a.cgi\" METHOD=\"get\">\n<INPUT TYPE=text NAME=\"q\">\n"
+    "<SELECT NAME=\"s\"><OPTION>1</SELECT><A HREF=\"in?FNC=x__Ap\">in</A>\n</FORM>\n"
+    "<form action=\"b\"><INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"b__Fp\"></form>\n"
+    " <IMG SRC=\"pic.gif\"> <P low='y'> <X code \"z\"> <A HREF=\"next\">n</A>\n</HTML>\n";
+
+std::string markAll(VlHtmlDoc *doc, const std::string &text) {
+    return mark(doc, mark(doc, mark(doc, text, 1).text, 2).text, 0).text;
+}
+
+TEST_F(Markup, EveryPrefixOfAPageMarksSafelyAndStably) {
+    KeywordsLoaded keys("SRC\nlow\ncode|\n");
+    for (size_t n = 0; n <= kSample.size(); n++) {
+        const std::string prefix = kSample.substr(0, n);
+        DocPtr doc = page(prefix);
+        for (int i = 0; i < SutSizList(doc->forms); i++) {
+            free(formAt(doc.get(), i)->fullName);
+            formAt(doc.get(), i)->fullName = nullptr;
+        }
+        for (int i = 0; i < SutSizList(doc->anchors); i++) {
+            free(anchAt(doc.get(), i)->fullName);
+            anchAt(doc.get(), i)->fullName = nullptr;
+        }
+        ASSERT_EQ(markAll(doc.get(), prefix), prefix) << "unnamed, prefix " << n;
+        ASSERT_EQ(mark(doc.get(), prefix, -1).text, prefix) << "sites, prefix " << n;
+        VlHtmlGenFormNames(doc.get());
+        VlHtmlGenAnchNames(doc.get());
+        const std::string once = markAll(doc.get(), prefix);
+        ASSERT_EQ(markAll(doc.get(), once), once) << "named, prefix " << n;
+        DocPtr reread = page(once);
+        ASSERT_EQ(markAll(reread.get(), once), once) << "read back, prefix " << n;
+    }
 }
 
 } // namespace

@@ -258,6 +258,18 @@ TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
     EXPECT_EQ(SutSizList(project->options), 3);
 }
 
+TEST(ProjectRead, RelativePathEntersTheProjectDirectoryOnce) {
+    Workspace ws;
+    writeStore(ws);
+    VlProject *project = nullptr;
+    printed([&] { project = VlProjNew("proj/store", 0); });
+    EXPECT_EQ(ws.scripts().substr(0, 29), "vlreadprj.sh 1|proj/store.pj\n");
+    EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/proj"));
+    EXPECT_FALSE(fs::exists(ws.dir() + "/proj/proj"));
+    EXPECT_STREQ(project->name, "store");
+    EXPECT_EQ(SutSizList(project->modules), 2);
+}
+
 TEST(ProjectRead, MainModuleRegionsAreRead) {
     Workspace ws;
     writeStore(ws);
