@@ -10,12 +10,14 @@
 #include "project/scripts.h"
 #include "project/writer.h"
 #include "util/files.h"
+#include "util/heap.hpp"
 #include "util/list.h"
 #include "util/options.h"
 #include "util/strings.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -24,6 +26,14 @@ namespace {
 // entry and leaves its path unset instead of reading beyond argv.
 const char *argAt(int argc, char **argv, int i) {
     return i < argc ? argv[i] : nullptr;
+}
+
+// Reading the project makes its directory the working directory, so a
+// relative path given on the command line is taken from where the program
+// started (an empty path stays empty).
+std::string fromStart(const std::string &startDir, const char *path) {
+    if (!*path || path[0] == '/' || startDir.empty()) return path;
+    return startDir + "/" + path;
 }
 
 } // namespace
@@ -79,6 +89,10 @@ int main(int argc, char **argv) {
         std::exit(1);
     }
 
+    VlCharPtr startDir(VlGetCurrentDir());
+    const std::string project = fromStart(startDir.get(), projectPath);
+    const std::string configFile = fromStart(startDir.get(), config);
+
     VlProjNew(projectPath, 0);
     SutList *options = VlProjGetOptions();
     if (!options) {
@@ -89,11 +103,11 @@ int main(int argc, char **argv) {
 
     // A missing configuration file (also the empty default) is only a warning.
     SutList *lines = nullptr;
-    if (!VlFileExists(config)) {
+    if (!VlFileExists(configFile.c_str())) {
         std::printf("Warning : Could not open configuration file %s\n", config);
         lines = SutNewList();
     } else {
-        lines = VlOptionGetFromFile(config);
+        lines = VlOptionGetFromFile(configFile.c_str());
     }
     if (!lines) {
         std::printf("Could not open configuration file %s\n", config);
@@ -112,7 +126,7 @@ int main(int argc, char **argv) {
 
     // Failures of the steps below are reported by the steps themselves; the
     // run still ends normally.
-    VlProjSetName(projectPath);
+    VlProjSetName(project.c_str());
     std::printf("%s\n", "Done Reading Project.");
     VlProjWrite(1);
     std::printf("Done Writing Project\n");

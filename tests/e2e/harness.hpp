@@ -70,13 +70,15 @@ class E2eWorld {
     }
     std::string read(const std::string &name) const { return root_.read(name); }
 
-    // Runs vlnogui in the project directory with the test distribution.
-    ProgramRun run(const std::vector<std::string> &args, const std::string &login = "") const {
+    // Runs vlnogui with the test distribution, in the project directory
+    // unless another directory of the world is named.
+    ProgramRun run(const std::vector<std::string> &args, const std::string &login = "",
+                   const std::string &where = "proj") const {
         std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
                                         "HOME=" + path("home"), "VELMORA=" + path("dist"),
                                         "VL_SCRIPT_LOG=" + path("scripts.log")};
         if (!login.empty()) env.push_back("LOGNAME=" + login);
-        return runProgram(VLNOGUI_PATH, args, env, path("proj"));
+        return runProgram(VLNOGUI_PATH, args, env, path(where));
     }
 
     // The script calls logged so far; the log starts again empty.

@@ -272,6 +272,24 @@ TEST(EndToEnd, InvalidProjectFileIsLeftAloneAndTheRunFails) {
     EXPECT_EQ(w.scripts(), "vlreadprj.sh: [store.pj]\n");
 }
 
+TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
+    E2eWorld w;
+    distribution(w);
+    w.write("proj/store.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+                                                  "Project.Call Read/Write Scripts : False\n");
+    w.write("site.cfg", "Test.CGI Path : /x\n");
+    ProgramRun r = w.run({"-p", "proj/store.pj", "-c", "site.cfg"}, "", "");
+    EXPECT_EQ(r.out, progress("proj/store.pj", "site.cfg",
+                              "Could not read file in VlMainModuleRead:store.c\n", kNoBinding));
+    EXPECT_EQ(r.status, 0);
+    // Written where it was read, not in a directory nested inside it.
+    EXPECT_FALSE(fs::exists(w.path("proj/proj")));
+    EXPECT_EQ(w.read("proj/store.pj"), std::string(kHead) + "HTML Files :\nProject Options :\n"
+                                                            "Project.Call Read/Write Scripts : "
+                                                            "False\nTest.CGI Path : /x\n");
+    EXPECT_TRUE(fs::exists(w.path("proj/store.mak")));
+}
+
 TEST(EndToEnd, NamesThatNeedQuotingArriveAsOneArgument) {
     E2eWorld w;
     distribution(w);
