@@ -128,6 +128,11 @@ const char kRegistration[] = "void R_shop_html()\n{\n"
                              "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
                              "\n}/* Velmora End of Module */\n";
 
+// The module as the engine writes it back.
+std::string expectedModule() {
+    return std::string(kModuleHead) + kOrder + kHome + kRegistration;
+}
+
 void pageProject(const E2eWorld &w, const std::string &options) {
     w.write("proj/store.pj", std::string(kHead) +
                                  "shop.c\nHTML Files :\nshop.html\n"
@@ -163,7 +168,7 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
         "</FORM>\n"
         "<A HREF=\"http://h/cgi-bin/store.cgi?FNC=home__Ashop_html\" >Home</A>\n"
         "</body></html>\n";
-    const std::string module = std::string(kModuleHead) + kOrder + kHome + kRegistration;
+    const std::string module = expectedModule();
     const std::string projectFile = std::string(kHead) +
                                     "shop.c\nHTML Files :\nshop.html\n"
                                     "Project Options :\nProject.Name : store\n";
@@ -214,17 +219,33 @@ TEST(EndToEnd, RelocatableProjectLeavesTheUrlToRunTime) {
     pageProject(w, "Project.Relocatable Project : True\nProject.Call Read/Write Scripts : False\n");
     const std::string project = w.path("proj/store.pj");
     ProgramRun r = w.run({"-pc", project, w.path("none.cfg")});
+    EXPECT_EQ(r.out, progress(project, w.path("none.cfg"),
+                              "Could not read file in VlMainModuleRead:store.c\n"
+                              "Warning : Could not open configuration file " +
+                                  w.path("none.cfg") + "\n",
+                              ""));
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(w.read("proj/shop.html"),
-              "<html><body>\n"
-              "<FORM ACTION=\"$$VL_CGI_URL\" METHOD=\"post\" >\n"
-              "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
-              "<INPUT TYPE=\"text\" NAME=\"item\">\n"
-              "</FORM>\n"
-              "<A HREF=\"$$VL_CGI_URL?FNC=home__Ashop_html\" >Home</A>\n"
-              "</body></html>\n");
-    EXPECT_EQ(w.read("proj/store.c"), mainFile("extern void R_shop_html ();\n",
-                                               "\tR_shop_html ();\n" + setupCalls("store", 1)));
+    const std::string page =
+        "<html><body>\n"
+        "<FORM ACTION=\"$$VL_CGI_URL\" METHOD=\"post\" >\n"
+        "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
+        "<INPUT TYPE=\"text\" NAME=\"item\">\n"
+        "</FORM>\n"
+        "<A HREF=\"$$VL_CGI_URL?FNC=home__Ashop_html\" >Home</A>\n"
+        "</body></html>\n";
+    EXPECT_EQ(w.project(),
+              (Files{{"store.pj", std::string(kHead) + "shop.c\nHTML Files :\nshop.html\n"
+                                                       "Project Options :\n"
+                                                       "Project.Relocatable Project : True\n"
+                                                       "Project.Call Read/Write Scripts : False\n"},
+                     {"shop.c", expectedModule()},
+                     {"shop.html", page},
+                     {"in_use", "<dir>"},
+                     {"in_use/shop.html.vlm", page},
+                     {"store.c", mainFile("extern void R_shop_html ();\n",
+                                          "\tR_shop_html ();\n" + setupCalls("store", 1))},
+                     {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n\tshop.c\n"},
+                     {"velmoraBackstore", "<dir>"}}));
     // Started with the program itself, under the CGI URL; the project's read
     // script still ran (no project was current to say otherwise).
     EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project +
@@ -252,8 +273,15 @@ TEST(EndToEnd, OptionNamesOfAnOldVersionAreUpgradedInPlace) {
                                          "Project.Call Read/Write Scripts : False\n"
                                          "Test.HTML URL : http://old/x\n"
                                          "Makefile.exeSuffix : .exe\n");
-    EXPECT_NE(w.read("proj/old.c").find("\tVlSetHtmlURL(\"http://old/x\");\n"), std::string::npos);
-    EXPECT_EQ(w.read("proj/old.mak"), "PROGRAM = old.exe\nOBJS = old.c \\\n");
+    const std::string regs =
+        "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSetHtmlURL(\"http://old/x\");\n"
+        "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
+        "\tVlSetSessTimeOut(1200);\n\tVlSetHtmlDir(\"/www/old\");\n"
+        "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
+    EXPECT_EQ(w.project(), (Files{{"old.pj", w.read("proj/old.pj")},
+                                  {"old.c", mainFile("", regs)},
+                                  {"old.mak", "PROGRAM = old.exe\nOBJS = old.c \\\n"},
+                                  {"velmoraBackold", "<dir>"}}));
     EXPECT_EQ(w.scripts(), "vlreadprj.sh: [old.pj]\n");
 }
 
