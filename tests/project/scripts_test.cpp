@@ -158,6 +158,24 @@ TEST(ScriptedRuns, ReleaseWritesACopyWithReadmeAndComesBack) {
                                         "[shop.cfg] [ a.html] [ a.c shop.c]"}));
 }
 
+TEST(ScriptedRuns, ReleaseWithoutItsReadmeStaysInTheReleaseDirectory) {
+    Workspace ws;
+    installRunScripts();
+    writeTemplate("main.tem", "");
+    writeTemplate("Makefile.tem", "");
+    VlProjSetName("shop");
+    setOptions({"Project.Call Read/Write Scripts : False"});
+    addModule(addPage("a.html", {}));
+    fs::create_directories("release/README");
+    std::string out = printed([] { EXPECT_EQ(VlProjRunRelease(), 0); });
+    EXPECT_EQ(out, "Could open file for write README\n");
+    EXPECT_EQ(theProj->releaseMode, 1);
+    EXPECT_EQ(fs::current_path(), fs::path(ws.dir()) / "release");
+    EXPECT_TRUE(fs::exists("shop.pj"));
+    // The first script was started before the project moved.
+    EXPECT_EQ(waitForLog(ws, 1), "vlrel1.sh: [.c]\n");
+}
+
 TEST(ScriptedRuns, BackgroundStartsOfBuildEditorAndBrowser) {
     Workspace ws;
     installRunScripts();
