@@ -167,6 +167,8 @@ int VlProjSaveAsWithCheck(const char *path) {
         VlCharPtr here(dir ? nullptr : VlGetCurrentDir());
         VlCharPtr other(VlProjInDir(dir ? dir.get() : here.get()));
     }
+    // Saving a project under a name that begins with its own name into
+    // another directory is likewise a question for a front end only.
     if (filePart && VlProjGetHtmlByShortName(filePart.get())) {
         VlGUIError("The name of the project cannot be the same\n"
                    "as the name of an HTML file without the file extension.");
