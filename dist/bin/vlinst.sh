@@ -11,7 +11,8 @@
 #                   is dropped)
 #   MAKEFILE        the project's generated makefile
 #   TARGET          deployment target (CGI, NSAPI, ISAPI, GenericExtension)
-#   PAGES           the project's pages, separated by blanks
+#   PAGES           the project's pages, each preceded by a blank (so a page
+#                   whose name holds a blank cannot be told apart here)
 # vlnogui ends the command line before the first setting the project lacks,
 # so any number of trailing arguments may be missing: the steps that need
 # them are skipped with a message.
