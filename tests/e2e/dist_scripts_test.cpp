@@ -13,25 +13,21 @@ namespace {
 
 const std::string kBin = std::string(VELMORA_SOURCE_DIR) + "/dist/bin/";
 
-ProgramRun script(const TempDir &dir, const std::string &name, const std::vector<std::string> &args,
-                  std::vector<std::string> env = {}) {
+// Runs a script of the distribution in dir; a browser would be "true".
+ProgramRun script(const std::string &dir, const std::string &name,
+                  const std::vector<std::string> &args, std::vector<std::string> env = {}) {
     env.push_back("PATH=/usr/bin:/bin");
     env.push_back("BROWSER=true");
-    return runProgram(
-        "/bin/sh",
-        [&] {
-            std::vector<std::string> all = {kBin + name};
-            all.insert(all.end(), args.begin(), args.end());
-            return all;
-        }(),
-        env, dir.path());
+    std::vector<std::string> all = {kBin + name};
+    all.insert(all.end(), args.begin(), args.end());
+    return runProgram("/bin/sh", all, env, dir);
 }
 
 TEST(DistScripts, EveryScriptCopesWithoutArguments) {
     for (const char *name : E2eWorld::kScripts) {
         SCOPED_TRACE(name);
         TempDir dir;
-        ProgramRun r = script(dir, name, {});
+        ProgramRun r = script(dir.path(), name, {});
         EXPECT_GE(r.status, 0);
         EXPECT_LE(r.status, 2);
     }
@@ -43,8 +39,8 @@ TEST(DistScripts, HooksRunOnlyWhenVelmoraHookIsSet) {
     fs::permissions(hook, fs::perms::owner_all);
     for (const char *name : {"vlreadprj.sh", "vlwriteprj.sh", "vlreadmodule.sh", "vlwritemodule.sh",
                              "vlreadhtml.sh", "vlwritehtml.sh"}) {
-        EXPECT_EQ(script(dir, name, {"my shop.pj"}).status, 0);
-        EXPECT_EQ(script(dir, name, {"my shop.pj"}, {"VELMORA_HOOK=" + hook}).status, 0);
+        EXPECT_EQ(script(dir.path(), name, {"my shop.pj"}).status, 0);
+        EXPECT_EQ(script(dir.path(), name, {"my shop.pj"}, {"VELMORA_HOOK=" + hook}).status, 0);
     }
     EXPECT_EQ(dir.read("log"), "[vlreadprj][my shop.pj][vlwriteprj][my shop.pj]"
                                "[vlreadmodule][my shop.pj][vlwritemodule][my shop.pj]"
@@ -60,12 +56,8 @@ TEST(DistScripts, InstallCopiesPagesAndBuildsWhenItCan) {
     const std::vector<std::string> args = {
         "shop.cgi", "a.html", dir.file("cgi"), "http://h/x", "C:" + dir.file("www"),
         "shop.mak", "CGI",    " a.html"};
-    TempDir &p = dir;
     auto install = [&](const std::vector<std::string> &a) {
-        std::vector<std::string> env = {"VELMORA=" + p.file("dist"), "PATH=/usr/bin:/bin"};
-        std::vector<std::string> all = {kBin + "vlinst.sh"};
-        all.insert(all.end(), a.begin(), a.end());
-        return runProgram("/bin/sh", all, env, p.file("p"));
+        return script(dir.file("p"), "vlinst.sh", a, {"VELMORA=" + dir.file("dist")});
     };
 
     // No runtime: the pages are copied (the drive prefix dropped), nothing built.
