@@ -1,6 +1,6 @@
 // The document model: naming rules, lookups, generated names and change flags.
 #include "html_support.hpp"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,8 @@
 #include "html/keywords.h"
 #include "html/markup.h"
 #include "html/scanner.h"
-#include "util/tempdir.hpp"
+#include "support/c_values.hpp"
+#include "support/temp_dir.hpp"
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,9 +37,6 @@ inline VlHtmlSite *siteAt(VlHtmlDoc *doc, int i) {
 }
 inline VlHtmlFormElement *elemAt(VlHtmlForm *form, int i) {
     return static_cast<VlHtmlFormElement *>(SutGetNList(form->elements, i));
-}
-inline std::string str(const char *s) {
-    return s ? s : "<null>";
 }
 
 // What one markup pass (or the site pass, pass -1) writes, and its result.
@@ -77,40 +75,6 @@ class KeywordsLoaded {
   private:
     TempDir dist_;
     std::optional<std::string> old_;
-};
-
-// Sets an environment variable (null: unsets it) and restores it at the end.
-class ScopedEnv {
-  public:
-    ScopedEnv(const char *name, const char *value) : name_(name) {
-        if (const char *old = getenv(name)) old_ = old;
-        if (value)
-            setenv(name, value, 1);
-        else
-            unsetenv(name);
-    }
-    ~ScopedEnv() {
-        if (old_)
-            setenv(name_.c_str(), old_->c_str(), 1);
-        else
-            unsetenv(name_.c_str());
-    }
-
-  private:
-    std::string name_;
-    std::optional<std::string> old_;
-};
-
-// Makes dir the working directory and returns to the old one at the end.
-class ScopedCwd {
-  public:
-    explicit ScopedCwd(const std::string &dir) : old_(std::filesystem::current_path()) {
-        std::filesystem::current_path(dir);
-    }
-    ~ScopedCwd() { std::filesystem::current_path(old_); }
-
-  private:
-    std::filesystem::path old_;
 };
 
 #endif

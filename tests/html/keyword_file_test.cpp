@@ -1,7 +1,7 @@
 // Reading the keyword file named by VELMORA: valid lines, the bar form, and
 // every way of ending up with no keywords.
 #include "html/keywords.h"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 #include "util/tempdir.hpp"
 
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include "html_support.hpp"
 #include "project/options.h"
 #include "project/project.h"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The scanner: what it finds in a page and what it deliberately misses.
 #include "html_support.hpp"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 

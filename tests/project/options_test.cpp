@@ -3,7 +3,7 @@
 #include "project/naming.h"
 #include "project_support.hpp"
 #include "util/options.h"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 #include "util/tempdir.hpp"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // environment and message helpers.
 #include "html/document.h"
 #include "project_support.hpp"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 

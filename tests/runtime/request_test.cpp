@@ -3,7 +3,7 @@
 // name registry.
 #include "runtime/registry.h"
 #include "runtime/request.h"
-#include "util/support.hpp"
+#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Identifier strings, activator letters, menu entries, category names, string
 // list helpers and the resource list lookups.
+#include "support/c_values.hpp"
 #include "util/ident.h"
-#include "util/support.hpp"
 
 #include <gtest/gtest.h>
 
@@ -50,12 +50,9 @@ TEST(Ident, BindDisplayStringAndActivatorLetters) {
     EXPECT_EQ(WbMakeBindIdString("a", "b", "c", nullptr, 0), nullptr);
 
     EXPECT_EQ(take(WbMakeActivatorType(1)), "A");
-    EXPECT_EQ(take(WbMakeActivatorType(0)), "F");
     EXPECT_EQ(take(WbMakeActivatorType(7)), "F");
-    EXPECT_EQ(WbGetActivatorType("A"), 1);
     EXPECT_EQ(WbGetActivatorType("anchor"), 1);
     EXPECT_EQ(WbGetActivatorType("F"), 0);
-    EXPECT_EQ(WbGetActivatorType(""), 0);
     EXPECT_EQ(WbGetActivatorType(nullptr), 0);
 }
 
@@ -112,11 +109,8 @@ TEST(Ident, StringListSortAndCopy) {
     SutDestroyList(l);
     SutList *empty = SutNewList();
     EXPECT_EQ(WbSutListSort(empty), 0);
-    SutList *emptyCopy = WbSutListStrDup(empty);
-    EXPECT_EQ(SutSizList(emptyCopy), 0);
-    SutDeleteList(emptyCopy);
+    EXPECT_EQ(takeList(WbSutListStrDup(empty)), Strings{});
     SutDeleteList(empty);
-    EXPECT_EQ(WbSutListSort(nullptr), 0);
     EXPECT_EQ(WbSutListStrDup(nullptr), nullptr);
 
     const char *x = "x";
@@ -164,10 +158,6 @@ TEST(Ident, MultiLineResourceLookupChangesTheList) {
     EXPECT_EQ(take(WbGetMultiResourceValueFromList(l, "Q")), "");
     EXPECT_EQ(take(WbGetMultiResourceValueFromList(l, nullptr)), "");
     EXPECT_EQ(take(WbGetMultiResourceValueFromList(nullptr, "Y")), "");
-    SutDestroyList(l);
-
-    l = makeList({"Z: end \\"});
-    EXPECT_EQ(take(WbGetMultiResourceValueFromList(l, "Z")), "end ");
     SutDestroyList(l);
 }
 
