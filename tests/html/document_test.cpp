@@ -1,6 +1,5 @@
 // The document model: naming rules, lookups, generated names and change flags.
 #include "html_support.hpp"
-#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 
@@ -81,9 +80,7 @@ TEST_F(Document, LookupsByNameAndByAction) {
     EXPECT_EQ(VlHtmlNameForm(doc_.get(), "nothing", "third"), 1);
     EXPECT_EQ(VlHtmlNameAnchByPos(doc_.get(), 5, "x"), 1);
 
-    SutList *forms = VlHtmlGetForms(doc_.get());
-    EXPECT_EQ(items(forms), (Strings{"order", "second"}));
-    SutDestroyList(forms);
+    EXPECT_EQ(takeList(VlHtmlGetForms(doc_.get())), (Strings{"order", "second"}));
     SutList *elems = VlHtmlGetFormElems(doc_.get(), "order");
     EXPECT_EQ(items(elems), (Strings{"q"}));
     SutDeleteList(elems);
@@ -93,9 +90,8 @@ TEST_F(Document, LookupsByNameAndByAction) {
 TEST_F(Document, ListsOfUnnamedRecords) {
     VlHtmlForm *noAction = VlHtmlFormNew();
     SutAddList(doc_->forms, noAction);
-    SutList *forms = VlHtmlGetForms(doc_.get());
-    EXPECT_EQ(items(forms), (Strings{" ACTION=a.cgi", " ACTION=b.cgi", " ACTION="}));
-    SutDestroyList(forms);
+    EXPECT_EQ(takeList(VlHtmlGetForms(doc_.get())),
+              (Strings{" ACTION=a.cgi", " ACTION=b.cgi", " ACTION="}));
 
     VlHtmlAnch *keyword = VlHtmlAnchNew();
     keyword->urlAttr = strdup("SRC");
@@ -105,9 +101,8 @@ TEST_F(Document, ListsOfUnnamedRecords) {
     VlHtmlAnch *oddName = VlHtmlAnchNew();
     oddName->fullName = strdup("plain");
     SutAddList(doc_->anchors, oddName);
-    SutList *anchors = VlHtmlGetAnchs(doc_.get());
-    EXPECT_EQ(items(anchors), (Strings{" HREF=u1", "top", " SRC=pic", " HREF=", "plain"}));
-    SutDestroyList(anchors);
+    EXPECT_EQ(takeList(VlHtmlGetAnchs(doc_.get())),
+              (Strings{" HREF=u1", "top", " SRC=pic", " HREF=", "plain"}));
 
     SutList *sites = VlHtmlGetSites(doc_.get());
     EXPECT_EQ(items(sites), (Strings{"site4", "x9"}));
@@ -118,18 +113,19 @@ TEST_F(Document, GeneratedNamesAndSiteNumbers) {
     VlHtmlNameFormByPos(doc_.get(), 1, "kept");
     doc_->changed = doc_->formsChanged = 0;
     EXPECT_EQ(VlHtmlGenFormNames(doc_.get()), 0);
-    EXPECT_EQ(str(formAt(doc_.get(), 0)->fullName), "form0__Fmy_shop_v2_html");
-    EXPECT_EQ(str(formAt(doc_.get(), 1)->fullName), "kept__Fmy_shop_v2_html");
+    EXPECT_EQ(formsOf(doc_.get()),
+              (Strings{"form0__Fmy_shop_v2_html|http://localhost/cgi-bin/|post",
+                       "kept__Fmy_shop_v2_html|http://localhost/cgi-bin/|post"}));
     EXPECT_EQ(doc_->nextFormNumber, 1);
     EXPECT_EQ(doc_->formsChanged, 1);
     EXPECT_EQ(VlHtmlGenAnchNames(doc_.get()), 0);
-    EXPECT_EQ(str(anchAt(doc_.get(), 0)->fullName), "anch0__Amy_shop_v2_html");
-    EXPECT_EQ(str(anchAt(doc_.get(), 1)->fullName), "top__Ashop_html");
+    EXPECT_EQ(anchorsOf(doc_.get()),
+              (Strings{"anch0__Amy_shop_v2_html|http://localhost/cgi-bin/", "top__Ashop_html|p"}));
 
     EXPECT_EQ(VlSetLastSiteNumber(doc_.get()), 1);
     EXPECT_EQ(doc_->nextSiteNumber, 5);
     EXPECT_EQ(VlHtmlGenSiteNames(doc_.get()), 0);
-    EXPECT_EQ(str(siteAt(doc_.get(), 1)->name), "site5");
+    EXPECT_EQ(sitesOf(doc_.get()), (Strings{"site4", "site5", "x9"}));
     EXPECT_EQ(doc_->sitesChanged, 1);
 
     DocPtr empty = scan("");

@@ -1,5 +1,6 @@
-// Helpers of the page tests: documents that free themselves, the markup of a
-// pass as a string, and a keyword file under a temporary VELMORA.
+// Helpers of the page tests: documents that free themselves, their records
+// listed as text, the markup of a pass as a string, and a keyword file under a
+// temporary VELMORA.
 #ifndef VELMORA_TESTS_HTML_SUPPORT_HPP
 #define VELMORA_TESTS_HTML_SUPPORT_HPP
 
@@ -11,11 +12,7 @@
 #include "support/temp_dir.hpp"
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <optional>
-#include <string>
 
 struct DocDeleter {
     void operator()(VlHtmlDoc *doc) const { VlHtmlDelete(doc); }
@@ -27,16 +24,39 @@ inline DocPtr scan(const std::string &text) {
 }
 
 inline VlHtmlForm *formAt(VlHtmlDoc *doc, int i) {
-    return static_cast<VlHtmlForm *>(SutGetNList(doc->forms, i));
+    return nth<VlHtmlForm>(doc->forms, i);
 }
 inline VlHtmlAnch *anchAt(VlHtmlDoc *doc, int i) {
-    return static_cast<VlHtmlAnch *>(SutGetNList(doc->anchors, i));
+    return nth<VlHtmlAnch>(doc->anchors, i);
 }
 inline VlHtmlSite *siteAt(VlHtmlDoc *doc, int i) {
-    return static_cast<VlHtmlSite *>(SutGetNList(doc->sites, i));
+    return nth<VlHtmlSite>(doc->sites, i);
 }
-inline VlHtmlFormElement *elemAt(VlHtmlForm *form, int i) {
-    return static_cast<VlHtmlFormElement *>(SutGetNList(form->elements, i));
+
+// Each record of list as the text that fn makes of it.
+template <typename T, typename Fn> Strings each(const SutList *list, Fn fn) {
+    Strings out;
+    for (int i = 0; i < SutSizList(list); i++)
+        out.push_back(fn(nth<T>(list, i)));
+    return out;
+}
+// The forms as "fullName|action|method", the anchors as "fullName|url", the
+// sites by name and a form's elements as "name/type".
+inline Strings formsOf(VlHtmlDoc *doc) {
+    return each<VlHtmlForm>(doc->forms, [](VlHtmlForm *f) {
+        return str(f->fullName) + "|" + str(f->action) + "|" + str(f->method);
+    });
+}
+inline Strings anchorsOf(VlHtmlDoc *doc) {
+    return each<VlHtmlAnch>(doc->anchors,
+                            [](VlHtmlAnch *a) { return str(a->fullName) + "|" + str(a->url); });
+}
+inline Strings sitesOf(VlHtmlDoc *doc) {
+    return each<VlHtmlSite>(doc->sites, [](VlHtmlSite *s) { return str(s->name); });
+}
+inline Strings elementsOf(VlHtmlForm *form) {
+    return each<VlHtmlFormElement>(
+        form->elements, [](VlHtmlFormElement *e) { return str(e->name) + "/" + str(e->type); });
 }
 
 // What one markup pass (or the site pass, pass -1) writes, and its result.
@@ -56,25 +76,22 @@ inline Marked mark(VlHtmlDoc *doc, const std::string &text, int pass) {
     return m;
 }
 
-// Loads the given keyword file text for one test and unloads it afterwards.
+// Loads the given keyword file text for one test and unloads it afterwards
+// (without VELMORA the keyword list is emptied).
 class KeywordsLoaded {
   public:
     explicit KeywordsLoaded(const std::string &lines) {
-        if (const char *old = getenv("VELMORA")) old_ = old;
-        std::filesystem::create_directories(dist_.file("config"));
         dist_.write("config/VlKeyWds.ini", lines);
-        setenv("VELMORA", dist_.path().c_str(), 1);
         VlReadKeyWords();
     }
     ~KeywordsLoaded() {
-        unsetenv("VELMORA"); // without VELMORA the keyword list is emptied
+        velmora_.set(nullptr);
         VlReadKeyWords();
-        if (old_) setenv("VELMORA", old_->c_str(), 1);
     }
 
   private:
     TempDir dist_;
-    std::optional<std::string> old_;
+    ScopedEnv velmora_{"VELMORA", dist_.path().c_str()};
 };
 
 #endif

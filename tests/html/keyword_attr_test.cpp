@@ -1,6 +1,5 @@
 // Keyword attributes and the case-insensitive tag searches.
 #include "html_support.hpp"
-#include "support/c_values.hpp"
 
 #include <gtest/gtest.h>
 

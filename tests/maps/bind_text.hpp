@@ -13,14 +13,6 @@
 #include <random>
 #include <string>
 
-inline void set(char **field, const char *value) {
-    free(*field);
-    *field = value ? strdup(value) : nullptr;
-}
-inline void set(char **field, const std::string &value) {
-    set(field, value.c_str());
-}
-
 inline void add(SutList **list, const std::string &value) {
     if (!*list) *list = SutNewList();
     SutAddList(*list, strdup(value.c_str()));

@@ -50,6 +50,15 @@ inline SutList *makeList(std::initializer_list<const char *> strings) {
     return list;
 }
 
+// Replaces a heap string field by a copy of value (null: none).
+inline void set(char **field, const char *value) {
+    free(*field);
+    *field = value ? strdup(value) : nullptr;
+}
+inline void set(char **field, const std::string &value) {
+    set(field, value.c_str());
+}
+
 // Item i of a list, as a T.
 template <typename T> T *nth(const SutList *list, int i) {
     return static_cast<T *>(SutGetNList(list, i));
