@@ -33,13 +33,6 @@ inline VlHtmlSite *siteAt(VlHtmlDoc *doc, int i) {
     return nth<VlHtmlSite>(doc->sites, i);
 }
 
-// Each record of list as the text that fn makes of it.
-template <typename T, typename Fn> Strings each(const SutList *list, Fn fn) {
-    Strings out;
-    for (int i = 0; i < SutSizList(list); i++)
-        out.push_back(fn(nth<T>(list, i)));
-    return out;
-}
 // The forms as "fullName|action|method", the anchors as "fullName|url", the
 // sites by name and a form's elements as "name/type".
 inline Strings formsOf(VlHtmlDoc *doc) {

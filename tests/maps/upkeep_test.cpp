@@ -32,10 +32,6 @@ SpmSPBind *addBind(const char *name, const char *callback, const char *widget,
 
 const std::string kFrame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
 
-VlFunction *functionAt(VlModule *module, int i) {
-    return nth<VlFunction>(module->functions, i);
-}
-
 } // namespace
 
 TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {

@@ -64,4 +64,12 @@ template <typename T> T *nth(const SutList *list, int i) {
     return static_cast<T *>(SutGetNList(list, i));
 }
 
+// Each record of list as the text that fn makes of it.
+template <typename T, typename Fn> Strings each(const SutList *list, Fn fn) {
+    Strings out;
+    for (int i = 0; i < SutSizList(list); i++)
+        out.push_back(fn(nth<T>(list, i)));
+    return out;
+}
+
 #endif

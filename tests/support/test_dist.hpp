@@ -5,6 +5,7 @@
 #ifndef VELMORA_TESTS_SUPPORT_TEST_DIST_HPP
 #define VELMORA_TESTS_SUPPORT_TEST_DIST_HPP
 
+#include "support/c_values.hpp"
 #include "support/temp_dir.hpp"
 #include "velmora.h"
 
@@ -93,6 +94,18 @@ inline VlModule *addModule(VlHtmlDoc *page) {
     VlModule *module = VlModuleNew(page);
     SutAddList(theProj->modules, module);
     return module;
+}
+
+inline VlFunction *functionAt(VlModule *module, int i) {
+    return static_cast<VlFunction *>(SutGetNList(module->functions, i));
+}
+inline VlAlias *aliasAt(VlFunction *fn, int i) {
+    return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
+}
+// A function's three code sections as "init|func|final" ("<null>" for none).
+inline std::string codeOf(const VlFunction *fn) {
+    auto s = [](const char *t) { return std::string(t ? t : "<null>"); };
+    return s(fn->initCode) + "|" + s(fn->funcCode) + "|" + s(fn->finalCode);
 }
 
 inline VlHtmlForm *formOf(VlHtmlDoc *doc, const char *name) {
