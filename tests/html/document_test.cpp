@@ -1,4 +1,5 @@
 // The document model: naming rules, lookups, generated names and change flags.
+#include "support/capture.hpp"
 #include "html_support.hpp"
 
 #include <gtest/gtest.h>
@@ -180,9 +181,7 @@ TEST_F(Document, OrigNamesAndSplit) {
 TEST_F(Document, DebugListing) {
     VlHtmlNameFormByPos(doc_.get(), 0, "f");
     doc_->modTime = 42;
-    testing::internal::CaptureStderr();
-    VlHtmlPrint(doc_.get());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] { VlHtmlPrint(doc_.get()); }),
               "Filename----> dir/my-shop.v2.html 42\n"
               "Form:\n\tMethod---->post\n\tAction---->http://localhost/cgi-bin/\n"
               "\tName---->f__Fmy_shop_v2_html\n\tElements:\n"

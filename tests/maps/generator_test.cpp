@@ -3,6 +3,7 @@
 #include "maps/bind_text.hpp"
 #include "maps/generator.h"
 #include "maps/upkeep.h"
+#include "support/binding_code.hpp"
 
 #include <gtest/gtest.h>
 
@@ -56,19 +57,9 @@ struct Sample {
     ~Sample() { SpmDestroySPBind(&bind); }
 };
 
-const char *const initBanner = "\t/********************************************************/\n"
-                               "\t/********* users initial code is inserted here **********/\n"
-                               "\t/********************************************************/\n";
-const char *const finalBanner = "\t/*******************************************************/\n"
-                                "\t/********** users final code is inserted here **********/\n"
-                                "\t/*******************************************************/\n";
-const char *const endBanner =
-    "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
-
-std::string middle() {
-    return "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t25,\n\t\t\"srv\",\n\t\t\"db\",\n\t\t"
-           "\"orders\", USE_IT);\n\n"
-           "\n\t/* Brennix Bind Name : bind3 */\n"
+// The calls of the sample's request.
+std::string calls() {
+    return "\n\t/* Brennix Bind Name : bind3 */\n"
            "\tSgeSetCallDetail(pSgeWCD, NO_CACHE,\n\t\t(XtPointer)0x0,\n\t\tROW_INDEX, "
            "(XtPointer)0x0,\n\t\t(XtPointer)ik,\n\t\tNO_QUEUE_FILE);\n"
            "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"select \\\"x\\\" \\\nfrom t\",\n\t\tVULL);\n"
@@ -80,17 +71,15 @@ std::string middle() {
            "(XtPointer)\"a;b\");\n"
            "\tSgeSetColDetail(pSgeWCD, 7, 1, 2, 2,\n\t\t\"int\",\n\t\t\"qty\");\n"
            "\tVlVaSetColOptions(pSgeWCD, 2,\n\t\t\"w : 3\",\n\t\tVULL);\n"
-           "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"id\"));\n"
-           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_ISQL);\n\n";
+           "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"id\"));\n";
 }
 
 TEST(Generator, WritesTheRequestWithTheUsersCodeWhenAsked) {
     Sample s;
-    const std::string start = "{\n\tpSgeWorkCallData pSgeWCD;\n\n";
+    const std::string call = workCall("25", "orders", "USE_IT");
     EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 1)),
-              start + initBanner + "a = 1;\n" + middle() + finalBanner + "b = 2;\n" + endBanner);
-    EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 0)),
-              start + initBanner + middle() + finalBanner + endBanner);
+              request("a = 1;\n", call, calls(), "ISQL", "b = 2;\n"));
+    EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 0)), request("", call, calls(), "ISQL", ""));
     EXPECT_EQ(getCallbackCode(nullptr, s.call, 1), nullptr);
     EXPECT_EQ(getCallbackCode(s.bind, nullptr, 1), nullptr);
 }

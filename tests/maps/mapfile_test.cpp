@@ -1,6 +1,7 @@
 // The map file: the writer's exact bytes, the reader's rebuilding of the map,
 // its error reports with file and line, long lines, and the project-level
 // read (with the .BAK rename) and write.
+#include "support/capture.hpp"
 #include "maps/bind_text.hpp"
 #include "maps/mapfile.h"
 #include "maps/upkeep.h"
@@ -290,14 +291,14 @@ TEST_F(MapFile, ReaderEdgeCases) {
     SpmDestroyMap(&map);
 
     // Missing and empty paths, and a file that is not there.
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SpmReadMapFile(&map, nullptr), -1);
-    EXPECT_EQ(SpmReadMapFile(&map, ""), -1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] {
+                  EXPECT_EQ(SpmReadMapFile(&map, nullptr), -1);
+                  EXPECT_EQ(SpmReadMapFile(&map, ""), -1);
+              }),
               "No map file name was given to read.\nNo map file name was given to read.\n");
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SpmReadMapFile(&map, path("absent.map").c_str()), -1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(
+        printedToStderr([&] { EXPECT_EQ(SpmReadMapFile(&map, path("absent.map").c_str()), -1); }),
+        "");
     EXPECT_EQ(map, nullptr);
 }
 
@@ -416,9 +417,9 @@ TEST_F(MapFile, ProjectWriteAnswersOneAndNamesTheFileAfterTheProject) {
     }
     EXPECT_EQ(dir.read("Untitled.map"), sampleText);
     EXPECT_FALSE(fs::exists(path("a.map")));
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SpmProjectWriteMap(path("no/dir/x.pj").c_str()), -1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "GCatb(32,0)");
+    EXPECT_EQ(
+        printedToStderr([&] { EXPECT_EQ(SpmProjectWriteMap(path("no/dir/x.pj").c_str()), -1); }),
+        "GCatb(32,0)");
 }
 
 TEST_F(MapFile, ExtraDotFindsADotInsideTheBindName) {

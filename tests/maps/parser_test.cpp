@@ -4,6 +4,7 @@
 #include "maps/bind_text.hpp"
 #include "maps/parser.h"
 #include "maps/upkeep.h"
+#include "support/binding_code.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,29 +15,6 @@ class Parser : public ::testing::Test {
     void SetUp() override { SwdResetTheMap(); }
     void TearDown() override { SwdResetTheMap(); }
 };
-
-const std::string head = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
-const std::string initBanner = "\t/********************************************************/\n"
-                               "\t/********* users initial code is inserted here **********/\n"
-                               "\t/********************************************************/\n";
-const std::string finalBanner = "\t/*******************************************************/\n"
-                                "\t/********** users final code is inserted here **********/\n"
-                                "\t/*******************************************************/\n";
-const std::string endBanner =
-    "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
-
-std::string workCall(const char *rows, const char *name, const char *word) {
-    return std::string("\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t") + rows +
-           ",\n\t\t\"srv\",\n\t\t\"db\",\n\t\t\"" + name + "\", " + word + ");\n\n";
-}
-
-// One request: init code, work call, body calls, run call, final code.
-std::string request(const std::string &init, const std::string &call, const std::string &calls,
-                    const char *run, const std::string &final) {
-    return "{\n\tpSgeWorkCallData pSgeWCD;\n\n" + initBanner + init + call + calls +
-           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_" + run + ");\n\n" + finalBanner + final +
-           endBanner;
-}
 
 // Runs the extractor on one body and hands back its binds.
 struct Found {
@@ -57,7 +35,7 @@ struct Found {
 
 TEST_F(Parser, TwoRequestsInOneBodyKeepTheirOrderAndCode) {
     std::string body =
-        head +
+        kCodeHead +
         request("  x = 1;\n  y = 2;\n", workCall("25", "orders", "USE_IT"),
                 "\n\t/* Brennix Bind Name : ordersBind */\n"
                 "\tSgeSetCallDetail(pSgeWCD, TO_CACHE,\n\t\t(XtPointer)ckey,\n\t\tNEXT_INDEX, "
@@ -82,7 +60,7 @@ TEST_F(Parser, TwoRequestsInOneBodyKeepTheirOrderAndCode) {
 TEST_F(Parser, BindsOfOneBodyMayShareANameUntilTheirCommentIsRead) {
     SpmAddSPBind()->altName = strdup("bind1");
     std::string one = request("", workCall("1", "a", "NO_WP"), "", "DSQL", "");
-    Found f(head + one + "\n" + one + "\n}");
+    Found f(kCodeHead + one + "\n" + one + "\n}");
     ASSERT_EQ(f.size(), 2);
     EXPECT_STREQ(f.bind(0)->altName, "bind2");
     EXPECT_STREQ(f.bind(1)->altName, "bind2");
@@ -98,7 +76,7 @@ TEST_F(Parser, KindWordsAndVendorsFollowTheirTables) {
         {"EXEC_FUNCTION", "SSQL", 1004, 3, "NO_WP"}, {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
         {"USE_IT", "DSQL", 0, 0, "USE_IT"},          {"NO_USE", "OSQL", 0, 1, "NO_USE"}};
     for (const Case &c : cases) {
-        Found f(head + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
+        Found f(kCodeHead + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
         ASSERT_EQ(f.size(), 1) << c.word;
         EXPECT_EQ(f.bind(0)->id, c.id) << c.word;
         EXPECT_EQ(f.bind(0)->dbVendor, c.vendor) << c.word;
@@ -119,7 +97,7 @@ TEST_F(Parser, ColumnBindsWidgetsPopupsClientDataAndDetails) {
         "(XtPointer)0x0);\n"
         "\tSgeSetColDetail(pSgeWCD, 7, 8, 9,\n\t\t\"int\",\n\t\t\"qty\");\n"
         "\tSgeSetColBind(pSgeWCD, \"Page2|Entry3\", 3, 6, 8,\n\t\tplain,\n\t\tmyData);\n";
-    Found f(head + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
     ASSERT_EQ(f.size(), 1);
     // The second detail has only three numbers: the fixed default type 39 and
     // no computation; the third column has no detail line.
@@ -137,7 +115,7 @@ TEST_F(Parser, ArgumentBindsOfBothFormsAndTheirOptions) {
         "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"i;d\"));\n"
         "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"null : ok\",\n\t\tVULL);\n"
         "\tSgeSetArgBind(pSgeWCD, 12, \"p_name\",\n\t\t\"\");\n";
-    Found f(head + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
     EXPECT_EQ(stored(f.bind(0)).substr(stored(f.bind(0)).find("\narg")),
               "\narg \"p_id\" 1 \"int\" 56 4 \"VlGetInputValue(\"i;d\")\" [\"null : ok\",]"
               "\narg \"p_name\" 2 null 12 -1 \"\"\"\" none");
@@ -148,7 +126,7 @@ TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
                         "\"where x = 1\",\n\t\tVULL);\n"
                         "\tVlVaSetReqOptions(pSgeWCD,\n\t\t\"r : 1\",\n\t\tVULL);\n"
                         "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"c : \\\\2\",\n\t\tVULL);\n";
-    Found f(head + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
     SpmSPBind *b = f.bind(0);
     EXPECT_EQ(b->id, 1); // fragments make it a dynamic SQL request
     EXPECT_EQ(items(b->sqlFrags), (Strings{"select \"a\"\nfrom t", "where x = 1"}));
@@ -158,7 +136,7 @@ TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
     // A kind from the work call stays; an item without its closing quote is
     // dropped and ends the list.
     std::string open = "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"one\",\n\t\t\"two";
-    Found g(head + request("", workCall("0", "r", "READ_FILE"), open, "DSQL", "") + "\n}");
+    Found g(kCodeHead + request("", workCall("0", "r", "READ_FILE"), open, "DSQL", "") + "\n}");
     ASSERT_EQ(g.size(), 1);
     EXPECT_EQ(g.bind(0)->id, 1002);
     EXPECT_EQ(items(g.bind(0)->sqlFrags), Strings{"one"});
@@ -195,7 +173,7 @@ TEST_F(Parser, WorkCallAndConstructReadersOnTheirOwn) {
 }
 
 TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
-    std::string body = head + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
+    std::string body = kCodeHead + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
     EXPECT_EQ(SwdParseFormCode(nullptr, "W", body.c_str()), 0);
     EXPECT_EQ(SwdParseFormCode("P", "", body.c_str()), 0);
     EXPECT_EQ(SwdParseAnchCode("P", "W", ""), 0);
@@ -232,8 +210,9 @@ TEST_F(Parser, TruncatedAndMalformedCodeNeverReadsPastTheEnd) {
         "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p\", \"int\",\n\t\tx(\"y\"));\n"
         "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"o\",\n\t\tVULL);\n"
         "\tSgeSetArgBind(pSgeWCD, 1, \"q\",\n\t\tz);\n";
-    std::string body =
-        head + request("init;\n", workCall("5", "r", "USE_IT"), calls, "OSQL", "fin;\n") + "\n}";
+    std::string body = kCodeHead +
+                       request("init;\n", workCall("5", "r", "USE_IT"), calls, "OSQL", "fin;\n") +
+                       "\n}";
     // Every prefix is parsed from its own exactly-sized heap copy, so a read
     // past the end is caught by the address sanitizer.
     for (size_t n = 0; n <= body.size(); n++) {

@@ -6,6 +6,7 @@
 #include "maps/mapfile.h"
 #include "maps/parser.h"
 #include "maps/upkeep.h"
+#include "support/binding_code.hpp"
 #include "support/temp_dir.hpp"
 
 #include <gtest/gtest.h>
@@ -104,7 +105,7 @@ TEST(RoundTrip, GeneratedCodeParsesBackAndRegeneratesTheSameText) {
         // One callback running one to four requests, framed as the upkeep
         // code frames them.
         SutList *originals = SutNewList();
-        std::string text = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
+        std::string text = kCodeHead;
         int n = r.between(1, 4);
         for (int i = 0; i < n; i++) {
             SpmSPBind *b = randomBind(r);

@@ -2,6 +2,7 @@
 // installing one bind's code, following deleted page elements through the
 // map, and the comparisons and names the builder relies on.
 #include "maps/bind_text.hpp"
+#include "support/binding_code.hpp"
 #include "support/test_dist.hpp"
 
 namespace {
@@ -9,28 +10,6 @@ namespace {
 std::string owned(char *s) {
     return take(s).value_or("<null>");
 }
-
-// An applied bind of the map run from one callback, with one column and one
-// argument.
-SpmSPBind *addBind(const char *name, const char *callback, const char *widget,
-                   const char *page = "shop.html") {
-    SpmSPBind *bind = SpmAddSPBindAndCreateLists(1, 1, 1);
-    set(&bind->servername, "srv");
-    set(&bind->dbname, "db");
-    set(&bind->name, name);
-    set(&bind->altName, name);
-    bind->beenApplied = 1;
-    SpmCallbackBind *call = nth<SpmCallbackBind>(bind->callBinds, 0);
-    set(&call->callbackName, callback);
-    set(&call->swidget, widget);
-    set(&call->interface, page);
-    SpmColBind *col = nth<SpmColBind>(bind->colBinds, 0);
-    set(&col->interface, page);
-    set(&col->swidget, "list");
-    return bind;
-}
-
-const std::string kFrame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
 
 } // namespace
 
@@ -49,7 +28,7 @@ TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {
     // One text for the form's callback: both applied requests in map order.
     SpmCallbackBind *c1 = nth<SpmCallbackBind>(first->callBinds, 0);
     SpmCallbackBind *c2 = nth<SpmCallbackBind>(second->callBinds, 0);
-    const std::string expected = kFrame + owned(getCallbackCode(first, c1, 1)) + "\n" +
+    const std::string expected = kCodeHead + owned(getCallbackCode(first, c1, 1)) + "\n" +
                                  owned(getCallbackCode(second, c2, 1)) + "\n}";
     ASSERT_EQ(SutSizList(module->functions), 1);
     EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
@@ -76,7 +55,8 @@ TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {
     ASSERT_EQ(SutSizList(module->functions), 2);
     EXPECT_EQ(functionAt(module, 1)->anchor, anchorOf(shop, "home"));
     EXPECT_EQ(functionAt(module, 1)->funcCode,
-              kFrame + owned(getCallbackCode(other, nth<SpmCallbackBind>(other->callBinds, 0), 1)) +
+              kCodeHead +
+                  owned(getCallbackCode(other, nth<SpmCallbackBind>(other->callBinds, 0), 1)) +
                   "\n}");
 
     SwdResetTheMap();
@@ -104,7 +84,7 @@ TEST(MapUpkeep, InstallingOneBindsCodeLeavesTheMapAsItWas) {
     set(&call->interface, "shop.html");
     EXPECT_EQ(SwdInstallThisMapsCode(replacement, old), 0);
     EXPECT_EQ(functionAt(module, 0)->funcCode,
-              kFrame + owned(getCallbackCode(replacement, call, 1)) + "\n}");
+              kCodeHead + owned(getCallbackCode(replacement, call, 1)) + "\n}");
     EXPECT_STREQ(functionAt(module, 1)->funcCode, "pay code");
     SutList *binds = SpmGetMapContext()->spBinds;
     ASSERT_EQ(SutSizList(binds), 2);
@@ -133,9 +113,9 @@ TEST(MapUpkeep, DeletedElementsAreFollowedThroughTheMap) {
     set(&second->interface, "cart.html");
 
     // Step 1: the anchor's callback goes, with a report on standard error.
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("home", "shop.html", "A", nullptr), 2);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] {
+                  EXPECT_EQ(SwdUpdateMapDeletedSwidget("home", "shop.html", "A", nullptr), 2);
+              }),
               "Callback shop.html|home|A removed from Stored Procedure/DSQL object srv|db|q2\n");
     ASSERT_EQ(SutSizList(twoCalls->callBinds), 1);
     EXPECT_EQ(nth<SpmCallbackBind>(twoCalls->callBinds, 0), second);
@@ -159,9 +139,9 @@ TEST(MapUpkeep, DeletedElementsAreFollowedThroughTheMap) {
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("pay", "cart.html", "E", "cust"), 2);
 
     // Step 4: a bind run from nowhere any more leaves the map.
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "F", nullptr), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] {
+                  EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "F", nullptr), 1);
+              }),
               "Callback shop.html|order|F removed from Stored Procedure/DSQL object srv|db|q1\n");
     EXPECT_EQ(nth<SpmSPBind>(SpmGetMapContext()->spBinds, 0), twoCalls);
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("other", "shop.html", "F", nullptr), 1);
@@ -208,13 +188,13 @@ TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
 
     const std::string body = "{\n\tpSgeWorkCallData pSgeWCD;\n\n";
     EXPECT_EQ(getKindOfCallbackCode(nullptr), 0);
-    EXPECT_EQ(getKindOfCallbackCode((kFrame + body + "\tx;\n}").c_str()), 1);
+    EXPECT_EQ(getKindOfCallbackCode((kCodeHead + body + "\tx;\n}").c_str()), 1);
     EXPECT_EQ(getKindOfCallbackCode(("{\n\t/**  velmora versn 1.00  **/\n\tXtPointer "
                                      "SgeClientData;\n" +
                                      body)
                                         .c_str()),
               1);
-    EXPECT_EQ(getKindOfCallbackCode(kFrame.c_str()), 2);
+    EXPECT_EQ(getKindOfCallbackCode(kCodeHead.c_str()), 2);
     EXPECT_EQ(getKindOfCallbackCode("\tprintf(\"mine\");\n"), 2);
 
     EXPECT_EQ(owned(SwdCheckFileDefault("/home/u/.uxrc")), "/home/u/.dbuxrc");

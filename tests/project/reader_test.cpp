@@ -1,36 +1,23 @@
 // Reading a project: the settled file name, the read script, the header and
 // section rules, naming (which enters the project's directory), pages then
 // modules with their binding code, aliases, the main module, and release.
+#include "support/binding_code.hpp"
 #include "support/test_dist.hpp"
 
 namespace {
 
-// One request of generated binding code, as the binding-code parser reads it.
-std::string request(const std::string &name, const std::string &bindName) {
-    return "\tpSgeWorkCallData pSgeWCD;\n\n"
-           "\t/********************************************************/\n"
-           "\t/********* users initial code is inserted here **********/\n"
-           "\t/********************************************************/\n"
-           "\tint before;\n"
-           "\n\tpSgeWCD = "
-           "getSgeWorkCallData(UxWidget,\n\t\t-1,\n\t\t\"srv\",\n\t\t\"db\",\n\t\t\"" +
-           name + "\", USE_IT);\n\n" + "\n\t/* Brennix Bind Name : " + bindName + " */\n" +
-           "\tSgeSetCallDetail(pSgeWCD, NO_CACHE,\n\t\t(XtPointer)0x0,\n\t\tROW_INDEX, "
-           "(XtPointer)0x0,\n\t\t(XtPointer)0x0,\n\t\tNO_QUEUE_FILE);\n"
-           "\tSgeSetColBind(pSgeWCD, \"shop.html|list\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n"
-           "\t\t(XtPointer)0x0);\n"
-           "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 0,\n\t\t\"varchar\",\n\t\t\"title\");\n"
-           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);\n\n"
-           "\t/*******************************************************/\n"
-           "\t/********** users final code is inserted here **********/\n"
-           "\t/*******************************************************/\n"
-           "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n";
-}
-
-std::string function(const std::string &name, const std::string &code) {
+// An activator function whose code runs one request on page shop.html.
+std::string function(const std::string &name, const std::string &request, const std::string &bind) {
     return "/*Velmora Start of Function */\nstatic void " + name +
-           " ()\n/* start of initial code */\n{\n/* start of func Code */\n{\n" + code +
-           "}\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
+           " ()\n/* start of initial code */\n{\n/* start of func Code */\n" +
+           ::request(
+               "\tint before;\n", workCall("-1", request, "USE_IT"),
+               "\n\t/* Brennix Bind Name : " + bind +
+                   " */\n"
+                   "\tSgeSetColBind(pSgeWCD, \"shop.html|list\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n"
+                   "\t\t(XtPointer)0x0);\n",
+               "DSQL", "") +
+           "\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
 }
 
 const char kModuleHead[] = "/* Velmora Module File V1.0B */\n"
@@ -60,8 +47,8 @@ void writeStore(const Workspace &ws, const std::string &header = "Velmora Projec
     ws.write("proj/cart.html", kCartPage);
     ws.write("proj/shop.c",
              kModuleHead + std::string("static char _Vl_HTML_Filename[] = \"shop.html\";\n") +
-                 function("Forder", request("getorders", "orders")) +
-                 function("Ahome", request("gethome", "homebind")) +
+                 function("Forder", "getorders", "orders") +
+                 function("Ahome", "gethome", "homebind") +
                  "void R_shop_html()\n{\n"
                  "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
                  "\n}/* Velmora End of Module */\n");

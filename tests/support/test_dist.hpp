@@ -6,6 +6,7 @@
 #define VELMORA_TESTS_SUPPORT_TEST_DIST_HPP
 
 #include "support/c_values.hpp"
+#include "support/capture.hpp"
 #include "support/temp_dir.hpp"
 #include "velmora.h"
 
@@ -108,19 +109,32 @@ inline std::string codeOf(const VlFunction *fn) {
     return s(fn->initCode) + "|" + s(fn->funcCode) + "|" + s(fn->finalCode);
 }
 
+// An applied bind of the map on server "srv" and database "db", run from
+// callback ("F" or "A") of widget on page, with one argument and one column
+// shown in site of the same page.
+inline SpmSPBind *addBind(const char *name, const char *callback, const char *widget,
+                          const char *site = "list", const char *page = "shop.html") {
+    SpmSPBind *bind = SpmAddSPBindAndCreateLists(1, 1, 1);
+    set(&bind->servername, "srv");
+    set(&bind->dbname, "db");
+    set(&bind->name, name);
+    set(&bind->altName, name);
+    bind->beenApplied = 1;
+    SpmCallbackBind *call = nth<SpmCallbackBind>(bind->callBinds, 0);
+    set(&call->callbackName, callback);
+    set(&call->swidget, widget);
+    set(&call->interface, page);
+    SpmColBind *col = nth<SpmColBind>(bind->colBinds, 0);
+    set(&col->interface, page);
+    set(&col->swidget, site);
+    return bind;
+}
+
 inline VlHtmlForm *formOf(VlHtmlDoc *doc, const char *name) {
     return VlHtmlGetFormByName(doc, name);
 }
 inline VlHtmlAnch *anchorOf(VlHtmlDoc *doc, const char *name) {
     return VlHtmlGetAnchByName(doc, name);
-}
-
-// Standard output printed while fn runs.
-template <typename Fn> std::string printed(Fn fn) {
-    testing::internal::CaptureStdout();
-    fn();
-    fflush(stdout);
-    return testing::internal::GetCapturedStdout();
 }
 
 #endif

@@ -1,6 +1,7 @@
 // Child processes: blocking runs keep the command's output off our standard
 // output and hand back system's status; capture streams and their table;
 // shell quoting.
+#include "support/capture.hpp"
 #include "support/c_values.hpp"
 #include "support/temp_dir.hpp"
 #include "util/process.h"
@@ -15,23 +16,6 @@
 
 namespace {
 
-// Runs fn with our standard output redirected to a file and returns what
-// reached it.
-template <typename Fn> std::string stdoutOf(Fn fn) {
-    TempDir dir;
-    std::string path = dir.file("out");
-    fflush(stdout);
-    int saved = dup(1);
-    int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    dup2(fd, 1);
-    close(fd);
-    fn();
-    fflush(stdout);
-    dup2(saved, 1);
-    close(saved);
-    return dir.read("out");
-}
-
 std::string readAll(FILE *f) {
     std::string out;
     int c;
@@ -42,7 +26,7 @@ std::string readAll(FILE *f) {
 
 TEST(Process, LaunchAndBlockCapturesOutputAndReturnsTheRawStatus) {
     TempDir dir;
-    std::string printed = stdoutOf([&] {
+    std::string out = printed([&] {
         printf("before ");
         // Our own pending output goes first: it was flushed before the run.
         EXPECT_EQ(VlLaunchAndBlock("echo out; echo err >&2"), 0);
@@ -52,7 +36,7 @@ TEST(Process, LaunchAndBlockCapturesOutputAndReturnsTheRawStatus) {
         EXPECT_EQ(status, 3 << 8); // unchanged, not decoded
         printf("after");
     });
-    EXPECT_EQ(printed, "before after");
+    EXPECT_EQ(out, "before after");
     EXPECT_EQ(dir.read("made"), "x\n");
     EXPECT_EQ(VlLaunchAndBlock(nullptr), 0);
 }
@@ -140,10 +124,11 @@ TEST(Process, ReadFromStdInReturnsWhenNothingIsWaiting) {
 }
 
 TEST(Process, FlagsOnBadDescriptorsReportToStandardError) {
-    testing::internal::CaptureStderr();
-    set_fl(-1, O_NONBLOCK);
-    clr_fl(-1, O_NONBLOCK);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "fcntl F_GETFL errorfcntl F_GETFL error");
+    EXPECT_EQ(printedToStderr([&] {
+                  set_fl(-1, O_NONBLOCK);
+                  clr_fl(-1, O_NONBLOCK);
+              }),
+              "fcntl F_GETFL errorfcntl F_GETFL error");
 }
 
 TEST(Process, BackgroundLaunchStartsTheCommandAndReturnsTheNullRegistration) {
