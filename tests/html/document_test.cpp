@@ -48,7 +48,6 @@ TEST_F(Document, NamingAFormResetsMethodAndAction) {
     EXPECT_EQ(str(VlHtmlFormGetFullName(form)), "order__Fmy_shop_v2_html");
     EXPECT_EQ(VlHtmlFormGetFullName(formAt(doc_.get(), 1)), nullptr);
     EXPECT_EQ(VlHtmlFormGetName(formAt(doc_.get(), 1)), nullptr);
-    EXPECT_EQ(VlHtmlFormGetName(nullptr), nullptr);
 
     VlHtmlAnch *anchor = anchAt(doc_.get(), 0);
     EXPECT_EQ(VlHtmlAnchSetName(doc_.get(), anchor, "go"), 0);
@@ -175,7 +174,6 @@ TEST_F(Document, OrigNamesAndSplit) {
     EXPECT_EQ(type, 'n');
     EXPECT_EQ(take(rest), "ame__Fshop_html");
     EXPECT_EQ(VlHtmlSplitFuncName("plain", &rest, &type, &shortName), 0);
-    EXPECT_EQ(VlHtmlSplitFuncName(nullptr, &rest, &type, &shortName), 0);
 }
 
 TEST_F(Document, DebugListing) {

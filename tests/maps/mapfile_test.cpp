@@ -187,24 +187,6 @@ TEST_F(MapFile, WriterPutsOutEveryStoredFieldInItsFixedForm) {
     SpmDestroyMap(&map);
 }
 
-TEST_F(MapFile, ReaderRebuildsTheWrittenMap) {
-    SpmMapVerified();
-    SpmMap *map = nullptr;
-    std::string err;
-    ASSERT_EQ(readMap(sampleText, &map, &err), 0);
-    EXPECT_EQ(err, "");
-    EXPECT_EQ(SpmIsMapVerified(), 0);
-    ASSERT_NE(map, nullptr);
-    EXPECT_EQ(showList(map->interfaces), "[\"Page1\",\"Page2\",]");
-    // The unapplied bind was not written; the others come back whole.
-    SpmMap *sample = sampleMap();
-    ASSERT_EQ(SutSizList(map->spBinds), 2);
-    EXPECT_EQ(stored(nth<SpmSPBind>(map->spBinds, 0)), stored(nth<SpmSPBind>(sample->spBinds, 0)));
-    EXPECT_EQ(stored(nth<SpmSPBind>(map->spBinds, 1)), stored(nth<SpmSPBind>(sample->spBinds, 2)));
-    SpmDestroyMap(&sample);
-    SpmDestroyMap(&map);
-}
-
 TEST_F(MapFile, ValuesOfSimpleBindKeysStopAtADotOrAColon) {
     SpmMap *map = nullptr;
     std::string err;
@@ -390,7 +372,6 @@ TEST_F(MapFile, ProjectReadRenamesTheMapAndSetsTheContext) {
     EXPECT_EQ(SpmGetMapContext(), nullptr);
     EXPECT_TRUE(fs::exists(path("bad.map")));
     EXPECT_EQ(SpmProjectReadMap(nullptr), -1);
-    EXPECT_EQ(SpmMapFileExist(nullptr), -1);
 
     // A path that needs quoting is renamed all the same.
     writeText(path("my shop's.map"), "");
@@ -431,7 +412,6 @@ TEST_F(MapFile, ExtraDotFindsADotInsideTheBindName) {
     EXPECT_EQ(SpmExtraDot("*a.b", "*a.b"), -1);         // prefix not shorter
     EXPECT_EQ(SpmExtraDot("x.b.id", "x.b"), -1);
     EXPECT_EQ(SpmExtraDot("*a.b.id", ""), -1);
-    EXPECT_EQ(SpmExtraDot(nullptr, "*a"), -1);
 }
 
 } // namespace

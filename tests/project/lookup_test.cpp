@@ -28,7 +28,6 @@ TEST(ProjectLookup, NamesAndFinders) {
     EXPECT_EQ(VlProjGetModuleByFileName("sub/b.v2.c"), mb);
     EXPECT_EQ(VlProjGetModuleByFileName("a"), nullptr);
     EXPECT_EQ(VlProjGetModule(a), ma);
-    EXPECT_EQ(VlProjGetModule(nullptr), nullptr);
     EXPECT_EQ(VlProjGetHtml("sub/b.v2.html"), b);
     EXPECT_EQ(VlProjGetHtml("b.v2.html"), nullptr);
     // The name is cut at its first ".pj", each page name at its last ".".

@@ -21,14 +21,12 @@ TEST(Strings, NullSafeWrappers) {
     EXPECT_EQ(StrCat(buf, nullptr), buf);
     EXPECT_STREQ(buf, "abcd");
     EXPECT_EQ(StrCat(nullptr, "x"), nullptr);
-    EXPECT_EQ(StrChr(nullptr, 'a'), nullptr);
     EXPECT_EQ(StrChr(buf, 'c'), buf + 2);
 
     EXPECT_EQ(StrCmp(nullptr, nullptr), 0);
     EXPECT_EQ(StrCmp(nullptr, ""), 1);
     EXPECT_EQ(StrCmp("", nullptr), 1);
     EXPECT_LT(StrCmp("a", "b"), 0);
-    EXPECT_EQ(StrNCmp(nullptr, nullptr, 2), 0);
     EXPECT_EQ(StrNCmp("abx", nullptr, 2), 1);
     EXPECT_EQ(StrNCmp("abx", "aby", 2), 0);
     EXPECT_EQ(ResStrCmp(nullptr, ""), 0);
@@ -118,14 +116,12 @@ TEST(Strings, SubstitutionResumesAfterEachReplacedOccurrence) {
     EXPECT_EQ(VlStrNumMatch("aaa", "aa"), 1);
     EXPECT_EQ(VlStrNumMatch("aaaa", "aa"), 2);
     EXPECT_EQ(VlStrNumMatch(nullptr, "x"), 0);
-    EXPECT_EQ(VlStrNumMatch("x", nullptr), 0);
 
     EXPECT_EQ(take(VlStrSubs("aaa", "aa", "b")), "ba");
     EXPECT_EQ(take(VlStrSubs("x$Ay", "$A", nullptr)), "xy");
     EXPECT_EQ(take(VlStrSubs("xyz", "q", "r")), "xyz");
     EXPECT_EQ(take(VlStrSubs("a.a", "a", "aa")), "aa.aa"); // the replacement is not rescanned
     EXPECT_EQ(VlStrSubs(nullptr, "a", "b"), nullptr);
-    EXPECT_EQ(VlStrSubs("a", nullptr, "b"), nullptr);
 }
 
 TEST(Strings, TemplateKeys) {
@@ -135,8 +131,6 @@ TEST(Strings, TemplateKeys) {
     EXPECT_EQ(take(VlStrSubsList("$VL_AB", keys, values, "$VL_")), "1B");
     EXPECT_EQ(take(VlStrSubsList("$VL_A$VL_A-$VL_A", keys, values, "$VL_")), "11-1");
     EXPECT_EQ(VlStrSubsList(nullptr, keys, values, "$VL_"), nullptr);
-    EXPECT_EQ(VlStrSubsList("x", nullptr, values, "$VL_"), nullptr);
-    EXPECT_EQ(VlStrSubsList("x", keys, nullptr, "$VL_"), nullptr);
     SutDestroyList(keys);
     SutDestroyList(values);
 
@@ -161,7 +155,6 @@ TEST(Strings, TemplateUnknownMarkerIsOverwrittenByTheLastKey) {
     SutAddList(counts, nullptr);
     VlStrNumMatchInList("$VL_A $VL_Qxyzw $VL_LAST $VL_A", keys, counts, "$VL_");
     VlStrNumMatchInList(nullptr, keys, counts, "$VL_");
-    VlStrNumMatchInList("$VL_A", keys, counts, nullptr);
     EXPECT_EQ(reinterpret_cast<intptr_t>(SutGetNList(counts, 0)), 2);
     EXPECT_EQ(reinterpret_cast<intptr_t>(SutGetNList(counts, 1)), 1);
     SutDeleteList(counts);
