@@ -20,7 +20,6 @@ class Document : public testing::Test {
 };
 
 TEST_F(Document, ModuleNameAndDefaultProjectUrl) {
-    EXPECT_EQ(str(VlHtmlGetName(doc_.get())), "dir/my-shop.v2.html");
     EXPECT_EQ(str(doc_->path), "dir/my-shop.v2.html");
     EXPECT_EQ(str(VlHtmlGetModName(doc_.get())), "my_shop_v2_html");
     EXPECT_EQ(str(VlHtmlGetProjName()), "http://localhost/cgi-bin/");
@@ -34,15 +33,11 @@ TEST_F(Document, ModuleNameAndDefaultProjectUrl) {
 TEST_F(Document, NamingAFormResetsMethodAndAction) {
     VlHtmlForm *form = formAt(doc_.get(), 0);
     EXPECT_EQ(VlHtmlFormSetName(doc_.get(), form, ""), 1);
-    EXPECT_EQ(doc_->changed, 0);
+    EXPECT_EQ(flagsOf(doc_.get()), "0000");
     EXPECT_EQ(VlHtmlFormSetName(doc_.get(), form, "order"), 0);
-    EXPECT_EQ(str(form->fullName), "order__Fmy_shop_v2_html");
-    EXPECT_EQ(str(form->method), "post");
-    EXPECT_EQ(str(form->action), "http://localhost/cgi-bin/");
+    EXPECT_EQ(formsOf(doc_.get())[0], "order__Fmy_shop_v2_html|http://localhost/cgi-bin/|post");
     EXPECT_EQ(form->named, 1);
-    EXPECT_EQ(doc_->changed, 1);
-    EXPECT_EQ(doc_->formsChanged, 1);
-    EXPECT_EQ(doc_->anchorsChanged, 0);
+    EXPECT_EQ(flagsOf(doc_.get()), "1100");
     EXPECT_EQ(take(VlHtmlFormGetName(form)), "order");
     EXPECT_EQ(take(VlHtmlFormGetFuncName(form)), "Forder");
     EXPECT_EQ(str(VlHtmlFormGetFullName(form)), "order__Fmy_shop_v2_html");
@@ -51,9 +46,8 @@ TEST_F(Document, NamingAFormResetsMethodAndAction) {
 
     VlHtmlAnch *anchor = anchAt(doc_.get(), 0);
     EXPECT_EQ(VlHtmlAnchSetName(doc_.get(), anchor, "go"), 0);
-    EXPECT_EQ(str(anchor->fullName), "go__Amy_shop_v2_html");
-    EXPECT_EQ(str(anchor->url), "http://localhost/cgi-bin/");
-    EXPECT_EQ(doc_->anchorsChanged, 1);
+    EXPECT_EQ(anchorsOf(doc_.get())[0], "go__Amy_shop_v2_html|http://localhost/cgi-bin/");
+    EXPECT_EQ(flagsOf(doc_.get()), "1110");
     EXPECT_EQ(take(VlHtmlAnchGetFuncName(anchor)), "Ago");
     EXPECT_EQ(take(VlHtmlAnchGetName(anchAt(doc_.get(), 1))), "top");
     // A full name without the anchor mark has no short name.
@@ -117,7 +111,6 @@ TEST_F(Document, GeneratedNamesAndSiteNumbers) {
               (Strings{"form0__Fmy_shop_v2_html|http://localhost/cgi-bin/|post",
                        "kept__Fmy_shop_v2_html|http://localhost/cgi-bin/|post"}));
     EXPECT_EQ(doc_->nextFormNumber, 1);
-    EXPECT_EQ(doc_->formsChanged, 1);
     EXPECT_EQ(VlHtmlGenAnchNames(doc_.get()), 0);
     EXPECT_EQ(anchorsOf(doc_.get()),
               (Strings{"anch0__Amy_shop_v2_html|http://localhost/cgi-bin/", "top__Ashop_html|p"}));
@@ -126,7 +119,7 @@ TEST_F(Document, GeneratedNamesAndSiteNumbers) {
     EXPECT_EQ(doc_->nextSiteNumber, 5);
     EXPECT_EQ(VlHtmlGenSiteNames(doc_.get()), 0);
     EXPECT_EQ(sitesOf(doc_.get()), (Strings{"site4", "site5", "x9"}));
-    EXPECT_EQ(doc_->sitesChanged, 1);
+    EXPECT_EQ(flagsOf(doc_.get()), "1111");
 
     DocPtr empty = scan("");
     VlSetLastSiteNumber(empty.get());
@@ -136,18 +129,15 @@ TEST_F(Document, GeneratedNamesAndSiteNumbers) {
 
 TEST_F(Document, UrlChangesAndSaveState) {
     VlHtmlForm *form = formAt(doc_.get(), 0);
-    EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "a.cgi"), 1);
-    EXPECT_EQ(doc_->changed, 0);
+    EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "a.cgi"), 1); // the same URL: no change
     EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 0);
     EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, ""), 0);
     EXPECT_EQ(VlHtmlSetFormURL(nullptr, form, "x"), 0);
     EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "new.cgi"), 1);
     EXPECT_EQ(str(form->action), "new.cgi");
-    EXPECT_EQ(doc_->changed, 1);
-    EXPECT_EQ(doc_->formsChanged, 1);
     EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 1);
     EXPECT_EQ(VlHtmlSetAnchURL(doc_.get(), anchAt(doc_.get(), 0), "v"), 1);
-    EXPECT_EQ(doc_->anchorsChanged, 1);
+    EXPECT_EQ(flagsOf(doc_.get()), "1110");
 
     DocPtr unnamed = scan("");
     unnamed->formsChanged = 1;

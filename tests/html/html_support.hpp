@@ -52,6 +52,12 @@ inline Strings elementsOf(VlHtmlForm *form) {
         form->elements, [](VlHtmlFormElement *e) { return str(e->name) + "/" + str(e->type); });
 }
 
+// The change flags of a page: changed, forms, anchors and sites, as "1100".
+inline std::string flagsOf(const VlHtmlDoc *doc) {
+    return std::to_string(doc->changed) + std::to_string(doc->formsChanged) +
+           std::to_string(doc->anchorsChanged) + std::to_string(doc->sitesChanged);
+}
+
 // What one markup pass (or the site pass, pass -1) writes, and its result.
 struct Marked {
     int result;

@@ -8,6 +8,13 @@ std::string owned(char *s) {
     return take(s).value_or("<null>");
 }
 
+// The module's saved flag after fn ran on the module marked saved.
+template <typename Fn> int savedAfter(VlModule *module, Fn fn) {
+    module->saved = 1;
+    fn();
+    return module->saved;
+}
+
 struct Shop {
     VlHtmlDoc *shop = addPage("shop.html", {"order", "both"}, {"home", "both"});
     VlHtmlDoc *cart = addPage("cart.html", {"pay", "pay2"}, {"back"});
@@ -26,9 +33,10 @@ TEST(ModuleFunctions, AddFuncReplacesOnlyTheFuncCode) {
     EXPECT_EQ(VlModuleAddFunc(nullptr, s.order, nullptr, "x"), 0);
     EXPECT_EQ(s.module->functions, nullptr);
 
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleAddFunc(s.module, s.order, nullptr, "first"), 1);
-    EXPECT_EQ(s.module->saved, 0);
+    EXPECT_EQ(
+        savedAfter(s.module,
+                   [&] { EXPECT_EQ(VlModuleAddFunc(s.module, s.order, nullptr, "first"), 1); }),
+        0);
     ASSERT_EQ(SutSizList(s.module->functions), 1);
     VlFunction *fn = functionAt(s.module, 0);
     EXPECT_EQ(fn->form, s.order);
@@ -38,9 +46,10 @@ TEST(ModuleFunctions, AddFuncReplacesOnlyTheFuncCode) {
     set(&fn->initCode, "init");
     set(&fn->finalCode, "final");
     ASSERT_EQ(VlModuleAddAlias(s.shop, "order", "F", s.cart, "pay"), 1);
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleAddFunc(s.module, s.order, nullptr, "second"), 1);
-    EXPECT_EQ(s.module->saved, 0);
+    EXPECT_EQ(
+        savedAfter(s.module,
+                   [&] { EXPECT_EQ(VlModuleAddFunc(s.module, s.order, nullptr, "second"), 1); }),
+        0);
     ASSERT_EQ(SutSizList(s.module->functions), 1);
     EXPECT_EQ(codeOf(fn), "init|second|final");
     EXPECT_EQ(SutSizList(fn->aliases), 1);
@@ -66,18 +75,21 @@ TEST(ModuleFunctions, LookupsAndCodeByActivator) {
     EXPECT_EQ(owned(VlModuleGetFunctionName(s.shop, "home", "X")), "<null>");
     EXPECT_EQ(owned(VlModuleGetFunctionName(nullptr, "home", "A")), "<null>");
 
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleSetFunctionInitCode(s.shop, "order", "F", "i"), 1);
-    EXPECT_EQ(s.module->saved, 0);
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleSetFunctionFinalCode(s.shop, "order", "F", "f"), 1);
-    EXPECT_EQ(s.module->saved, 0);
+    EXPECT_EQ(
+        savedAfter(s.module,
+                   [&] { EXPECT_EQ(VlModuleSetFunctionInitCode(s.shop, "order", "F", "i"), 1); }),
+        0);
+    EXPECT_EQ(
+        savedAfter(s.module,
+                   [&] { EXPECT_EQ(VlModuleSetFunctionFinalCode(s.shop, "order", "F", "f"), 1); }),
+        0);
     EXPECT_STREQ(VlModuleGetFunctionInitCode(s.shop, "order", "F"), "i");
     EXPECT_STREQ(VlModuleGetFunctionFinalCode(s.shop, "order", "F"), "f");
     EXPECT_EQ(VlModuleGetFunctionInitCode(s.shop, "pay", "F"), nullptr);
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleSetFunctionInitCode(s.shop, "missing", "F", "i"), 0);
-    EXPECT_EQ(s.module->saved, 1);
+    EXPECT_EQ(
+        savedAfter(s.module,
+                   [&] { EXPECT_EQ(VlModuleSetFunctionInitCode(s.shop, "missing", "F", "i"), 0); }),
+        1);
 
     EXPECT_EQ(VlModuleSetUserIncludes(s.shop, "#include <x.h>\n"), 1);
     EXPECT_EQ(s.module->saved, 0);
@@ -235,14 +247,14 @@ TEST(ModuleFunctions, FindingListingAndRemovingAliases) {
     // Removing takes the alias out of its list but hands the record back to
     // nobody; the caller that found it releases it.
     ASSERT_EQ(VlModuleGetFuncAndAlias(s.module, s.cart, "pay", "F", &fn, &alias, &index), 1);
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleDeleteAlias(s.module, s.cart, "pay", "F"), 1);
-    EXPECT_EQ(s.module->saved, 0);
+    EXPECT_EQ(savedAfter(s.module,
+                         [&] { EXPECT_EQ(VlModuleDeleteAlias(s.module, s.cart, "pay", "F"), 1); }),
+              0);
     EXPECT_EQ(SutSizList(fn->aliases), 1);
     VlModuleFreeAlias(alias);
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleDeleteAlias(s.module, s.cart, "pay", "F"), 0);
-    EXPECT_EQ(s.module->saved, 1);
+    EXPECT_EQ(savedAfter(s.module,
+                         [&] { EXPECT_EQ(VlModuleDeleteAlias(s.module, s.cart, "pay", "F"), 0); }),
+              1);
 
     // An alias that points at nothing cannot be listed.
     aliasAt(fn, 0)->form = nullptr;
