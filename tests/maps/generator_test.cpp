@@ -1,6 +1,6 @@
 // The binding-code generator: the exact text of one request's code, with and
 // without the user's code, and the escaping of quoted list items.
-#include "maps/bind_text.hpp"
+#include "support/bind_text.hpp"
 #include "maps/generator.h"
 #include "maps/upkeep.h"
 #include "support/binding_code.hpp"

@@ -2,7 +2,7 @@
 // its error reports with file and line, long lines, and the project-level
 // read (with the .BAK rename) and write.
 #include "support/capture.hpp"
-#include "maps/bind_text.hpp"
+#include "support/bind_text.hpp"
 #include "maps/mapfile.h"
 #include "maps/upkeep.h"
 #include "support/temp_dir.hpp"

@@ -1,7 +1,7 @@
 // Round trips over randomly built binds (fixed seeds): generated code parsed
 // back gives every field the code carries, and generating again gives the
 // same text; a written map file read back gives every stored field.
-#include "maps/bind_text.hpp"
+#include "support/bind_text.hpp"
 #include "maps/generator.h"
 #include "maps/mapfile.h"
 #include "maps/parser.h"

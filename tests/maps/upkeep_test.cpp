@@ -1,7 +1,7 @@
 // Map upkeep: regenerating changed callbacks into the module functions,
 // installing one bind's code, following deleted page elements through the
 // map, and the comparisons and names the builder relies on.
-#include "maps/bind_text.hpp"
+#include "support/bind_text.hpp"
 #include "support/binding_code.hpp"
 #include "support/test_dist.hpp"
 

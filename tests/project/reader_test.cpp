@@ -1,6 +1,7 @@
 // Reading a project: the settled file name, the read script, the header and
 // section rules, naming (which enters the project's directory), pages then
 // modules with their binding code, aliases, the main module, and release.
+#include "support/bind_text.hpp"
 #include "support/binding_code.hpp"
 #include "support/test_dist.hpp"
 
@@ -106,15 +107,8 @@ TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     // run from the page, activator and kind of the function they came from.
     SpmMap *map = SpmGetMapContext();
     ASSERT_NE(map, nullptr);
-    EXPECT_EQ(
-        each<SpmSPBind>(map->spBinds,
-                        [](SpmSPBind *b) {
-                            auto *k = nth<SpmCallbackBind>(b->callBinds, 0);
-                            return str(b->name) + "/" + str(b->altName) + " " +
-                                   std::to_string(b->beenApplied) + " " + str(k->interface) + "|" +
-                                   str(k->swidget) + "|" + str(k->callbackName);
-                        }),
-        (Strings{"getorders/orders 1 shop.html|order|F", "gethome/homebind 1 shop.html|home|A"}));
+    EXPECT_EQ(bindsOf(map->spBinds), (Strings{"getorders/orders 1 shop.html|order|F",
+                                              "gethome/homebind 1 shop.html|home|A"}));
 
     // Releasing the project takes the map with it.
     VlProjDelete();

@@ -1,8 +1,8 @@
 // Helpers of the map tests: filling bind fields, the stored fields of a bind
 // as one text (so that two binds compare in one assertion whose failure shows
 // the differing field), and binds built from a fixed-seed random source.
-#ifndef VELMORA_TESTS_MAPS_BIND_TEXT_HPP
-#define VELMORA_TESTS_MAPS_BIND_TEXT_HPP
+#ifndef VELMORA_TESTS_SUPPORT_BIND_TEXT_HPP
+#define VELMORA_TESTS_SUPPORT_BIND_TEXT_HPP
 
 #include "maps/map.h"
 #include "support/c_values.hpp"
@@ -71,6 +71,17 @@ inline std::string stored(const SpmSPBind *b) {
                                 n(a->dataSize), show(a->initCode), showList(a->options)});
     }
     return s;
+}
+
+// Each bind of a list by name, alias, applied flag and the page, widget and
+// callback of its first callback bind: "name/altName 1 page|widget|F".
+inline Strings bindsOf(const SutList *binds) {
+    return each<SpmSPBind>(binds, [](SpmSPBind *b) {
+        auto *k = nth<SpmCallbackBind>(b->callBinds, 0);
+        return str(b->name) + "/" + str(b->altName) + " " + std::to_string(b->beenApplied) + " " +
+               (k ? str(k->interface) + "|" + str(k->swidget) + "|" + str(k->callbackName)
+                  : std::string("-"));
+    });
 }
 
 // The fields that are kept in memory only and copied with a bind.
