@@ -1,5 +1,6 @@
-// Helpers of the page tests: documents that free themselves, the markup of a
-// pass as a string, and a keyword file under a temporary VELMORA.
+// Helpers of the page tests: documents that free themselves, their records
+// listed as text, the markup of a pass as a string, and a keyword file under a
+// temporary VELMORA.
 #ifndef VELMORA_TESTS_HTML_SUPPORT_HPP
 #define VELMORA_TESTS_HTML_SUPPORT_HPP
 
@@ -7,14 +8,11 @@
 #include "html/keywords.h"
 #include "html/markup.h"
 #include "html/scanner.h"
-#include "util/tempdir.hpp"
+#include "support/c_values.hpp"
+#include "support/temp_dir.hpp"
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <optional>
-#include <string>
 
 struct DocDeleter {
     void operator()(VlHtmlDoc *doc) const { VlHtmlDelete(doc); }
@@ -26,19 +24,38 @@ inline DocPtr scan(const std::string &text) {
 }
 
 inline VlHtmlForm *formAt(VlHtmlDoc *doc, int i) {
-    return static_cast<VlHtmlForm *>(SutGetNList(doc->forms, i));
+    return nth<VlHtmlForm>(doc->forms, i);
 }
 inline VlHtmlAnch *anchAt(VlHtmlDoc *doc, int i) {
-    return static_cast<VlHtmlAnch *>(SutGetNList(doc->anchors, i));
+    return nth<VlHtmlAnch>(doc->anchors, i);
 }
 inline VlHtmlSite *siteAt(VlHtmlDoc *doc, int i) {
-    return static_cast<VlHtmlSite *>(SutGetNList(doc->sites, i));
+    return nth<VlHtmlSite>(doc->sites, i);
 }
-inline VlHtmlFormElement *elemAt(VlHtmlForm *form, int i) {
-    return static_cast<VlHtmlFormElement *>(SutGetNList(form->elements, i));
+
+// The forms as "fullName|action|method", the anchors as "fullName|url", the
+// sites by name and a form's elements as "name/type".
+inline Strings formsOf(VlHtmlDoc *doc) {
+    return each<VlHtmlForm>(doc->forms, [](VlHtmlForm *f) {
+        return str(f->fullName) + "|" + str(f->action) + "|" + str(f->method);
+    });
 }
-inline std::string str(const char *s) {
-    return s ? s : "<null>";
+inline Strings anchorsOf(VlHtmlDoc *doc) {
+    return each<VlHtmlAnch>(doc->anchors,
+                            [](VlHtmlAnch *a) { return str(a->fullName) + "|" + str(a->url); });
+}
+inline Strings sitesOf(VlHtmlDoc *doc) {
+    return each<VlHtmlSite>(doc->sites, [](VlHtmlSite *s) { return str(s->name); });
+}
+inline Strings elementsOf(VlHtmlForm *form) {
+    return each<VlHtmlFormElement>(
+        form->elements, [](VlHtmlFormElement *e) { return str(e->name) + "/" + str(e->type); });
+}
+
+// The change flags of a page: changed, forms, anchors and sites, as "1100".
+inline std::string flagsOf(const VlHtmlDoc *doc) {
+    return std::to_string(doc->changed) + std::to_string(doc->formsChanged) +
+           std::to_string(doc->anchorsChanged) + std::to_string(doc->sitesChanged);
 }
 
 // What one markup pass (or the site pass, pass -1) writes, and its result.
@@ -58,59 +75,22 @@ inline Marked mark(VlHtmlDoc *doc, const std::string &text, int pass) {
     return m;
 }
 
-// Loads the given keyword file text for one test and unloads it afterwards.
+// Loads the given keyword file text for one test and unloads it afterwards
+// (without VELMORA the keyword list is emptied).
 class KeywordsLoaded {
   public:
     explicit KeywordsLoaded(const std::string &lines) {
-        if (const char *old = getenv("VELMORA")) old_ = old;
-        std::filesystem::create_directories(dist_.file("config"));
         dist_.write("config/VlKeyWds.ini", lines);
-        setenv("VELMORA", dist_.path().c_str(), 1);
         VlReadKeyWords();
     }
     ~KeywordsLoaded() {
-        unsetenv("VELMORA"); // without VELMORA the keyword list is emptied
+        velmora_.set(nullptr);
         VlReadKeyWords();
-        if (old_) setenv("VELMORA", old_->c_str(), 1);
     }
 
   private:
     TempDir dist_;
-    std::optional<std::string> old_;
-};
-
-// Sets an environment variable (null: unsets it) and restores it at the end.
-class ScopedEnv {
-  public:
-    ScopedEnv(const char *name, const char *value) : name_(name) {
-        if (const char *old = getenv(name)) old_ = old;
-        if (value)
-            setenv(name, value, 1);
-        else
-            unsetenv(name);
-    }
-    ~ScopedEnv() {
-        if (old_)
-            setenv(name_.c_str(), old_->c_str(), 1);
-        else
-            unsetenv(name_.c_str());
-    }
-
-  private:
-    std::string name_;
-    std::optional<std::string> old_;
-};
-
-// Makes dir the working directory and returns to the old one at the end.
-class ScopedCwd {
-  public:
-    explicit ScopedCwd(const std::string &dir) : old_(std::filesystem::current_path()) {
-        std::filesystem::current_path(dir);
-    }
-    ~ScopedCwd() { std::filesystem::current_path(old_); }
-
-  private:
-    std::filesystem::path old_;
+    ScopedEnv velmora_{"VELMORA", dist_.path().c_str()};
 };
 
 #endif

@@ -1,37 +1,24 @@
 // Reading the keyword file named by VELMORA: valid lines, the bar form, and
 // every way of ending up with no keywords.
 #include "html/keywords.h"
-#include "util/support.hpp"
-#include "util/tempdir.hpp"
+#include "support/c_values.hpp"
+#include "support/temp_dir.hpp"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace {
 
 // Points VELMORA at a temporary distribution for one test and restores it.
 class KeywordFile : public testing::Test {
   protected:
-    void SetUp() override {
-        const char *old = getenv("VELMORA");
-        hadOld_ = old != nullptr;
-        if (old) old_ = old;
-        std::filesystem::create_directories(dist_.file("config"));
-        setenv("VELMORA", dist_.path().c_str(), 1);
-    }
     void TearDown() override {
-        if (hadOld_)
-            setenv("VELMORA", old_.c_str(), 1);
-        else
-            unsetenv("VELMORA");
-        VlReadKeyWords(); // leave the process as the environment says
+        velmora_.set(nullptr);
+        VlReadKeyWords(); // no keywords for the next test
     }
     void writeKeywords(const std::string &text) { dist_.write("config/VlKeyWds.ini", text); }
 
     TempDir dist_;
-    std::string old_;
-    bool hadOld_ = false;
+    ScopedEnv velmora_{"VELMORA", dist_.path().c_str()};
 };
 
 TEST_F(KeywordFile, ValidLinesAreKeptInOrderAndBarsBecomeBlanks) {
@@ -52,33 +39,24 @@ TEST_F(KeywordFile, NoKeywordsLeaveTheListNull) {
 
     writeKeywords("");
     EXPECT_EQ(VlReadKeyWords(), 1);
-    EXPECT_EQ(VlAnyKeys(), 0);
 
     writeKeywords("SRC\n");
     ASSERT_EQ(VlReadKeyWords(), 0);
-    std::filesystem::remove(dist_.file("config/VlKeyWds.ini"));
+    fs::remove(dist_.file("config/VlKeyWds.ini"));
     EXPECT_EQ(VlReadKeyWords(), 1); // an earlier list does not survive
     EXPECT_EQ(VlAnyKeys(), 0);
 
     writeKeywords("SRC\n");
-    unsetenv("VELMORA");
+    velmora_.set(nullptr);
     EXPECT_EQ(VlReadKeyWords(), 1);
-    EXPECT_EQ(VlAnyKeys(), 0);
 }
 
 TEST(KeywordLines, Validity) {
-    EXPECT_EQ(VlIsKeyWord("SRC"), 1);
-    EXPECT_EQ(VlIsKeyWord("code|"), 1);
-    EXPECT_EQ(VlIsKeyWord("a1B2"), 1);
-    EXPECT_EQ(VlIsKeyWord("9"), 1);
-    EXPECT_EQ(VlIsKeyWord("|"), 0);
-    EXPECT_EQ(VlIsKeyWord("a||"), 0);
-    EXPECT_EQ(VlIsKeyWord("|a"), 0);
-    EXPECT_EQ(VlIsKeyWord("a b"), 0);
-    EXPECT_EQ(VlIsKeyWord("a_b"), 0);
-    EXPECT_EQ(VlIsKeyWord("\xc3\xa9t\xc3\xa9"), 0);
-    EXPECT_EQ(VlIsKeyWord(""), 0);
-    EXPECT_EQ(VlIsKeyWord(nullptr), 0);
+    for (const char *good : {"SRC", "code|", "a1B2", "9"})
+        EXPECT_EQ(VlIsKeyWord(good), 1) << good;
+    for (const char *bad :
+         {"|", "a||", "|a", "a b", "a_b", "\xc3\xa9t\xc3\xa9", "", (const char *)nullptr})
+        EXPECT_EQ(VlIsKeyWord(bad), 0) << str(bad);
 }
 
 } // namespace

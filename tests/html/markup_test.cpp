@@ -41,7 +41,7 @@ TEST_F(Markup, NamedFormGetsActionMethodAndHiddenInput) {
     // Again with the same record, and with a record read back from the marked page.
     EXPECT_EQ(mark(doc.get(), once, 0).text, once);
     DocPtr reread = page(once);
-    EXPECT_EQ(str(formAt(reread.get(), 0)->fullName), "order__Fshop_html");
+    EXPECT_EQ(formsOf(reread.get()), Strings{"order__Fshop_html|http://h/cgi-bin/app|post"});
     EXPECT_EQ(mark(reread.get(), once, 0).text, once);
 }
 
@@ -119,8 +119,8 @@ TEST_F(Markup, AnchorHrefRewritten) {
     EXPECT_EQ(m.text, once);
     EXPECT_EQ(mark(doc.get(), once, 1).text, once);
     DocPtr reread = page(once);
-    EXPECT_EQ(str(anchAt(reread.get(), 0)->fullName), "go__Ashop_html");
-    EXPECT_EQ(str(anchAt(reread.get(), 0)->url), "http://h/cgi-bin/app");
+    EXPECT_EQ(anchorsOf(reread.get()),
+              (Strings{"go__Ashop_html|http://h/cgi-bin/app", "<null>|y"}));
     EXPECT_EQ(mark(reread.get(), once, 1).text, once);
 }
 
@@ -178,10 +178,8 @@ TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
     DocPtr doc = page(text);
     ASSERT_EQ(SutSizList(doc->sites), 3);
     VlHtmlSiteDelete(static_cast<VlHtmlSite *>(SutRemoveNList(doc->sites, 2)));
-    free(siteAt(doc.get(), 0)->name);
-    siteAt(doc.get(), 0)->name = strdup("s1");
-    free(siteAt(doc.get(), 1)->name);
-    siteAt(doc.get(), 1)->name = strdup("s2");
+    set(&siteAt(doc.get(), 0)->name, "s1");
+    set(&siteAt(doc.get(), 1)->name, "s2");
     // A third mark without a record loses its name and one "#".
     EXPECT_EQ(mark(doc.get(), text, -1).text, "x##Vl_s1## ##Vl_b c## ##Vl_s2## ##Vl_# end");
     EXPECT_EQ(mark(doc.get(), " <FORM>##Vl_q##</FORM>", -1).text, " <FORM>##Vl_s1##</FORM>");
@@ -214,14 +212,10 @@ TEST_F(Markup, EveryPrefixOfAPageMarksSafelyAndStably) {
     for (size_t n = 0; n <= kSample.size(); n++) {
         const std::string prefix = kSample.substr(0, n);
         DocPtr doc = page(prefix);
-        for (int i = 0; i < SutSizList(doc->forms); i++) {
-            free(formAt(doc.get(), i)->fullName);
-            formAt(doc.get(), i)->fullName = nullptr;
-        }
-        for (int i = 0; i < SutSizList(doc->anchors); i++) {
-            free(anchAt(doc.get(), i)->fullName);
-            anchAt(doc.get(), i)->fullName = nullptr;
-        }
+        for (int i = 0; i < SutSizList(doc->forms); i++)
+            set(&formAt(doc.get(), i)->fullName, nullptr);
+        for (int i = 0; i < SutSizList(doc->anchors); i++)
+            set(&anchAt(doc.get(), i)->fullName, nullptr);
         ASSERT_EQ(markAll(doc.get(), prefix), prefix) << "unnamed, prefix " << n;
         ASSERT_EQ(mark(doc.get(), prefix, -1).text, prefix) << "sites, prefix " << n;
         VlHtmlGenFormNames(doc.get());

@@ -1,55 +1,27 @@
 // Page files: the working copy, the save that copies it back, and the read and
 // write scripts around them, in a temporary project directory.
-#include "html/page.h"
 #include "html_support.hpp"
-#include "project/options.h"
-#include "project/project.h"
-#include "util/support.hpp"
+#include "support/test_dist.hpp"
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
 #include <utime.h>
 
 namespace {
 
+// In the working directory of a workspace whose scripts log their calls.
 class Page : public testing::Test {
   protected:
-    void SetUp() override {
-        std::filesystem::create_directories(dist_.file("config"));
-        std::filesystem::create_directories(dist_.file("bin"));
-        dist_.write("config/Velmora.cfg", "Project.Call Read/Write Scripts : True\n");
-        for (const char *script : {"vlreadhtml.sh", "vlwritehtml.sh"}) {
-            std::string path = dist_.write(
-                std::string("bin/") + script,
-                "#!/bin/sh\nprintf '%s' \"$(basename \"$0\")\" >> " + dist_.file("log") +
-                    "\nfor a in \"$@\"; do printf ' [%s]' \"$a\"; done >> " + dist_.file("log") +
-                    "\necho >> " + dist_.file("log") + "\n");
-            chmod(path.c_str(), 0755);
-        }
-        path_.emplace("PATH", (dist_.file("bin") + ":" + getenv("PATH")).c_str());
-        VlResetDistDir();
-        VlProjResetOptionFiles();
-        VlHtmlResetProjName();
-        VlHtmlSetProjName("http://h/cgi-bin/app");
-    }
+    void SetUp() override { VlHtmlSetProjName("http://h/cgi-bin/app"); }
     void TearDown() override {
         VlCmdLineClearOptions();
-        VlResetDistDir();
-        VlProjResetOptionFiles();
         VlHtmlResetProjName();
     }
-    std::string log() { return dist_.read("log"); }
     static void setModTime(const std::string &file, time_t when) {
         struct utimbuf times = {when, when};
         utime(file.c_str(), &times);
     }
-
-    TempDir dist_, work_, home_;
-    ScopedEnv velmora_{"VELMORA", dist_.path().c_str()};
-    ScopedEnv homeEnv_{"HOME", home_.path().c_str()};
-    std::optional<ScopedEnv> path_;
-    ScopedCwd cwd_{work_.path()};
+    Workspace work_;
 };
 
 const std::string kPage = "<HTML>\n <FORM ACTION=\"order.cgi\">\n<INPUT NAME=\"qty\">\n</FORM>\n"
@@ -57,10 +29,10 @@ const std::string kPage = "<HTML>\n <FORM ACTION=\"order.cgi\">\n<INPUT NAME=\"q
 
 TEST_F(Page, ReadingLeavesAnExactWorkingCopy) {
     work_.write("shop.html", kPage);
-    setModTime(work_.file("shop.html"), 1000000000);
+    setModTime("shop.html", 1000000000);
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
-    EXPECT_TRUE(std::filesystem::is_directory(work_.file("in_use")));
+    EXPECT_TRUE(fs::is_directory("in_use"));
     EXPECT_EQ(work_.read("in_use/shop.html.vlm"), kPage);
     EXPECT_EQ(doc->modTime, 1000000000);
     EXPECT_EQ(str(doc->name), "shop.html");
@@ -68,13 +40,13 @@ TEST_F(Page, ReadingLeavesAnExactWorkingCopy) {
     ASSERT_EQ(SutSizList(doc->forms), 1);
     EXPECT_EQ(str(formAt(doc.get(), 0)->origAction), "order.cgi");
     EXPECT_EQ(str(anchAt(doc.get(), 0)->origUrl), "next.html");
-    EXPECT_EQ(log(), "vlreadhtml.sh [shop.html]\n");
+    EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|shop.html\n");
     EXPECT_EQ(VlHtmlIsChanged(doc.get()), 0);
 }
 
 TEST_F(Page, SaveWithoutChangesIsByteForByte) {
     work_.write("shop.html", kPage);
-    setModTime(work_.file("shop.html"), 1000000000);
+    setModTime("shop.html", 1000000000);
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
     doc->changed = 1;
@@ -84,14 +56,13 @@ TEST_F(Page, SaveWithoutChangesIsByteForByte) {
     EXPECT_EQ(doc->modTime, VlGetFileModTime("shop.html"));
     EXPECT_EQ(doc->changed, 0);
     EXPECT_EQ(VlHtmlIsChanged(doc.get()), 0);
-    setModTime(work_.file("shop.html"), 1000000000);
+    setModTime("shop.html", 1000000000);
     EXPECT_EQ(VlHtmlIsChanged(doc.get()), 1);
-    EXPECT_EQ(log(), "vlreadhtml.sh [shop.html]\nvlwritehtml.sh [shop.html]\n");
+    EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|shop.html\nvlwritehtml.sh 1|shop.html\n");
 }
 
 TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     KeywordsLoaded keys("SRC\n");
-    ScopedEnv distribution("VELMORA", dist_.path().c_str());
     work_.write("shop.html", kPage);
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
@@ -126,14 +97,14 @@ TEST_F(Page, ScriptsFollowTheProjectOptionAndQuoteNames) {
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
     EXPECT_EQ(VlHtmlSave(doc.get()), 0);
-    EXPECT_FALSE(std::filesystem::exists(dist_.file("log")));
+    EXPECT_EQ(work_.scripts(), "");
 
     VlCmdLineClearOptions();
     work_.write("my page.html", kPage);
     DocPtr spaced(VlHtmlNewFromFile("my page.html"));
     ASSERT_NE(spaced, nullptr);
     EXPECT_EQ(work_.read("in_use/my page.html.vlm"), kPage);
-    EXPECT_EQ(log(), "vlreadhtml.sh [my page.html]\n");
+    EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|my page.html\n");
 }
 
 TEST_F(Page, OnlySitesChangedKeepsTheWorkingCopy) {
@@ -170,15 +141,13 @@ TEST_F(Page, FailuresLeaveThePageAlone) {
 }
 
 TEST_F(Page, FileHelpers) {
-    EXPECT_EQ(VlGetFileModTime(work_.path().c_str()), -1);
-    EXPECT_EQ(VlGetFileModTime(nullptr), -1);
+    EXPECT_EQ(VlGetFileModTime(work_.dir().c_str()), -1);
     EXPECT_EQ(VlGetFileModTime("missing"), -1);
     EXPECT_EQ(VlGetBackupFileName(nullptr), nullptr);
-    EXPECT_FALSE(std::filesystem::exists(work_.file("in_use")));
+    EXPECT_FALSE(fs::exists("in_use"));
     EXPECT_EQ(take(VlGetBackupFileName("a.html")), "in_use/a.html.vlm");
-    EXPECT_TRUE(std::filesystem::is_directory(work_.file("in_use")));
+    EXPECT_TRUE(fs::is_directory("in_use"));
     EXPECT_EQ(VlHtmlMakeBackupDir(), 0);
-    EXPECT_EQ(VlGetBackupFile(nullptr), nullptr);
     EXPECT_EQ(VlGetBackupFile("no/such/dir/x"), nullptr);
 }
 

@@ -1,20 +1,10 @@
 // Refreshing a page read again after it changed on disk: forms and anchors
 // carried over by name or by their original action or URL, module functions
 // and aliases moved or dropped, and deleted elements reported to the map.
-#include "module/workspace.hpp"
-
-#include <string>
+#include "support/c_values.hpp"
+#include "support/test_dist.hpp"
 
 namespace {
-
-template <typename T> T *at(SutList *list, int i) {
-    return static_cast<T *>(SutGetNList(list, i));
-}
-
-void set(char *&field, const char *value) {
-    free(field);
-    field = value ? strdup(value) : nullptr;
-}
 
 // A new reading of the page: named forms and anchors, unnamed ones that
 // carry only their original action or URL, and sites.
@@ -30,14 +20,14 @@ struct NewReading {
         VlHtmlForm *form = VlHtmlFormNew();
         SutAddList(doc->forms, form);
         if (name) VlHtmlFormSetName(doc, form, name);
-        set(form->origAction, origAction);
+        set(&form->origAction, origAction);
         return form;
     }
     VlHtmlAnch *anchor(const char *name, const char *origUrl = nullptr) {
         VlHtmlAnch *anchor = VlHtmlAnchNew();
         SutAddList(doc->anchors, anchor);
         if (name) VlHtmlAnchSetName(doc, anchor, name);
-        set(anchor->origUrl, origUrl);
+        set(&anchor->origUrl, origUrl);
         return anchor;
     }
     void site(const char *name) {
@@ -46,22 +36,6 @@ struct NewReading {
         SutAddList(doc->sites, site);
     }
 };
-
-SpmSPBind *addBind(const char *name, const char *callback, const char *widget) {
-    SpmSPBind *bind = SpmAddSPBindAndCreateLists(1, 1, 0);
-    set(bind->servername, "srv");
-    set(bind->dbname, "db");
-    set(bind->name, name);
-    bind->beenApplied = 1;
-    SpmCallbackBind *call = at<SpmCallbackBind>(bind->callBinds, 0);
-    set(call->callbackName, callback);
-    set(call->swidget, widget);
-    set(call->interface, "shop.html");
-    SpmColBind *col = at<SpmColBind>(bind->colBinds, 0);
-    set(col->interface, "shop.html");
-    set(col->swidget, "s2");
-    return bind;
-}
 
 } // namespace
 
@@ -75,8 +49,8 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
         if (!old->sites) old->sites = SutNewList();
         SutAddList(old->sites, site);
     }
-    set(formOf(old, "moved")->origAction, "/orig/moved");
-    set(anchorOf(old, "far")->origUrl, "/orig/far");
+    set(&formOf(old, "moved")->origAction, "/orig/moved");
+    set(&anchorOf(old, "far")->origUrl, "/orig/far");
     VlModule *module = addModule(old);
     for (const char *form : {"order", "moved", "gone"})
         VlModuleAddFunc(module, formOf(old, form), nullptr, form);
@@ -86,9 +60,9 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
     VlModuleAddFunc(cartModule, formOf(cart, "pay"), nullptr, "pay");
     VlModuleAddAlias(cart, "pay", "F", old, "order");
     VlModuleAddAlias(cart, "pay", "F", old, "gone");
-    SpmSPBind *goneBind = addBind("q1", "F", "gone");
-    SpmSPBind *lostBind = addBind("q2", "A", "lost");
-    SpmSPBind *orderBind = addBind("q3", "F", "order");
+    SpmSPBind *goneBind = addBind("q1", "F", "gone", "s2");
+    SpmSPBind *lostBind = addBind("q2", "A", "lost", "s2");
+    SpmSPBind *orderBind = addBind("q3", "F", "order", "s2");
     (void)goneBind;
     (void)lostBind;
 
@@ -101,9 +75,7 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
     VlHtmlAnch *far = fresh.anchor(nullptr, "/orig/far");
     fresh.site("s1");
 
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(VlHtmlRefresh(old, fresh.doc), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] { EXPECT_EQ(VlHtmlRefresh(old, fresh.doc), 0); }),
               "Callback shop.html|gone|F removed from Stored Procedure/DSQL object srv|db|q1\n"
               "Callback shop.html|lost|A removed from Stored Procedure/DSQL object srv|db|q2\n");
 
@@ -115,22 +87,22 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
 
     // Functions follow the surviving records; the gone ones are dropped.
     ASSERT_EQ(SutSizList(module->functions), 4);
-    EXPECT_EQ(at<VlFunction>(module->functions, 0)->form, order);
-    EXPECT_EQ(at<VlFunction>(module->functions, 1)->form, moved);
-    EXPECT_EQ(at<VlFunction>(module->functions, 2)->anchor, home);
-    EXPECT_EQ(at<VlFunction>(module->functions, 3)->anchor, far);
-    EXPECT_STREQ(at<VlFunction>(module->functions, 3)->funcCode, "far");
-    VlFunction *pay = at<VlFunction>(cartModule->functions, 0);
+    EXPECT_EQ(nth<VlFunction>(module->functions, 0)->form, order);
+    EXPECT_EQ(nth<VlFunction>(module->functions, 1)->form, moved);
+    EXPECT_EQ(nth<VlFunction>(module->functions, 2)->anchor, home);
+    EXPECT_EQ(nth<VlFunction>(module->functions, 3)->anchor, far);
+    EXPECT_STREQ(nth<VlFunction>(module->functions, 3)->funcCode, "far");
+    VlFunction *pay = nth<VlFunction>(cartModule->functions, 0);
     ASSERT_EQ(SutSizList(pay->aliases), 1);
-    EXPECT_EQ(at<VlAlias>(pay->aliases, 0)->form, order);
+    EXPECT_EQ(nth<VlAlias>(pay->aliases, 0)->form, order);
 
     // The map lost the binds run from the deleted form and anchor; the site
     // that is gone unbinds the column of the bind that is left.
     SutList *binds = SpmGetMapContext()->spBinds;
     ASSERT_EQ(SutSizList(binds), 1);
-    EXPECT_EQ(at<SpmSPBind>(binds, 0), orderBind);
-    EXPECT_EQ(at<SpmColBind>(orderBind->colBinds, 0)->swidget, nullptr);
-    EXPECT_EQ(at<SpmColBind>(orderBind->colBinds, 0)->isChanged, 1);
+    EXPECT_EQ(nth<SpmSPBind>(binds, 0), orderBind);
+    EXPECT_EQ(nth<SpmColBind>(orderBind->colBinds, 0)->swidget, nullptr);
+    EXPECT_EQ(nth<SpmColBind>(orderBind->colBinds, 0)->isChanged, 1);
 
     // The project now holds the new reading in place of the old one.
     SutReplaceNList(theProj->htmlDocs, 0, fresh.doc);
@@ -143,7 +115,7 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
 TEST(HtmlRefresh, FormRenamedOnThePageKeepsItsFunctionByAction) {
     Workspace ws;
     VlHtmlDoc *old = addPage("p.html", {"f"});
-    set(formOf(old, "f")->origAction, "/cgi-bin/app.exe");
+    set(&formOf(old, "f")->origAction, "/cgi-bin/app.exe");
     VlModule *module = addModule(old);
     VlModuleAddFunc(module, formOf(old, "f"), nullptr, "code");
     module->saved = 1;
@@ -153,7 +125,7 @@ TEST(HtmlRefresh, FormRenamedOnThePageKeepsItsFunctionByAction) {
     VlHtmlForm *same = fresh.form(nullptr, "/cgi-bin/app.exe");
     printed([&] { VlHtmlRefresh(old, fresh.doc); });
     EXPECT_STREQ(same->fullName, "f__Fp_html");
-    EXPECT_EQ(at<VlFunction>(module->functions, 0)->form, same);
+    EXPECT_EQ(nth<VlFunction>(module->functions, 0)->form, same);
     EXPECT_EQ(module->saved, 1); // moving a pointer is no change to the file
     EXPECT_EQ(fresh.doc->formsChanged, 1);
 

@@ -1,6 +1,5 @@
 // The scanner: what it finds in a page and what it deliberately misses.
 #include "html_support.hpp"
-#include "util/support.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +11,8 @@ TEST(Scanner, NothingAtTheVeryFirstCharacterIsSeen) {
     EXPECT_EQ(scan("##Vl_s1##")->sites, nullptr);
 
     DocPtr shifted = scan(" <FORM ACTION=\"a\">x</FORM><A HREF=\"u\">l</A>");
-    ASSERT_EQ(SutSizList(shifted->forms), 1);
-    EXPECT_EQ(str(formAt(shifted.get(), 0)->action), "a");
-    ASSERT_EQ(SutSizList(shifted->anchors), 1);
-    EXPECT_EQ(str(anchAt(shifted.get(), 0)->url), "u");
+    EXPECT_EQ(formsOf(shifted.get()), Strings{"<null>|a|<null>"});
+    EXPECT_EQ(anchorsOf(shifted.get()), Strings{"<null>|u"});
 
     EXPECT_EQ(VlReadHtmlDesignTime(nullptr), nullptr);
     DocPtr empty = scan("");
@@ -24,51 +21,31 @@ TEST(Scanner, NothingAtTheVeryFirstCharacterIsSeen) {
 }
 
 TEST(Scanner, SiteMarksAndRejectedSiteNames) {
-    DocPtr doc = scan("x##Vl_s1## ##Vl_my site## ##Vl_a\"b## ##Vl_c\\d## ##Vl_## ##Vl_open");
-    std::vector<std::string> names;
-    for (int i = 0; i < SutSizList(doc->sites); i++)
-        names.push_back(str(siteAt(doc.get(), i)->name));
-    EXPECT_EQ(names, (std::vector<std::string>{"s1", ""}));
-
-    // After a rejected name the walk goes on, so its closing marks can open a site.
-    DocPtr reopened = scan("a##Vl_my site##Vl_x##");
-    ASSERT_EQ(SutSizList(reopened->sites), 1);
-    EXPECT_EQ(str(siteAt(reopened.get(), 0)->name), "x");
-
-    // After a site the walk resumes on the closing mark's second "#".
-    DocPtr adjacent = scan("a##Vl_s1##Vl_s2##");
-    ASSERT_EQ(SutSizList(adjacent->sites), 1);
-    EXPECT_EQ(str(siteAt(adjacent.get(), 0)->name), "s1");
-
-    DocPtr caseMatters = scan("a##vl_s1##");
-    EXPECT_EQ(caseMatters->sites, nullptr);
+    const std::pair<const char *, Strings> rows[] = {
+        {"x##Vl_s1## ##Vl_my site## ##Vl_a\"b## ##Vl_c\\d## ##Vl_## ##Vl_open", {"s1", ""}},
+        // After a rejected name the walk goes on, so its closing marks can open a site.
+        {"a##Vl_my site##Vl_x##", {"x"}},
+        // After a site the walk resumes on the closing mark's second "#".
+        {"a##Vl_s1##Vl_s2##", {"s1"}},
+        {"a##vl_s1##", {}},
+    };
+    for (const auto &[text, sites] : rows)
+        EXPECT_EQ(sitesOf(scan(text).get()), sites) << text;
 }
 
-TEST(Scanner, FormActionAndMethodAnywhereInTheFormLastWins) {
+TEST(Scanner, FormsActionMethodAndNesting) {
+    // ACTION and METHOD anywhere in the form; the last ACTION wins.
     DocPtr doc = scan(" <form method=\"get\" action = \"first\">\n<INPUT NAME=\"q\" TYPE=text>"
                       "plain ACTION=\"second\" and ACTION='third' METHOD=post\n</Form>");
-    ASSERT_EQ(SutSizList(doc->forms), 1);
-    VlHtmlForm *form = formAt(doc.get(), 0);
-    EXPECT_EQ(str(form->action), "second");
-    EXPECT_EQ(str(form->method), "get");
-    EXPECT_EQ(form->fullName, nullptr);
-    ASSERT_EQ(SutSizList(form->elements), 1);
-    EXPECT_EQ(str(elemAt(form, 0)->name), "q");
-    EXPECT_EQ(str(elemAt(form, 0)->type), "text");
-}
+    EXPECT_EQ(formsOf(doc.get()), Strings{"<null>|second|get"});
+    EXPECT_EQ(elementsOf(formAt(doc.get(), 0)), Strings{"q/text"});
 
-TEST(Scanner, NestedAndUnclosedForms) {
     // The outer form's end search stops at the nested form: only the inner one counts.
-    DocPtr nested = scan(" <FORM ACTION=\"a\"><FORM ACTION=\"b\">x</FORM></FORM>");
-    ASSERT_EQ(SutSizList(nested->forms), 1);
-    EXPECT_EQ(str(formAt(nested.get(), 0)->action), "b");
-
-    DocPtr unclosed = scan(" <FORM ACTION=\"a\"><INPUT NAME=\"x\">");
-    EXPECT_EQ(unclosed->forms, nullptr);
-
-    DocPtr two = scan(" <FORM ACTION=\"a\"></FORM><FORM ACTION=\"b\"></FORM>");
-    ASSERT_EQ(SutSizList(two->forms), 2);
-    EXPECT_EQ(str(formAt(two.get(), 1)->action), "b");
+    EXPECT_EQ(formsOf(scan(" <FORM ACTION=\"a\"><FORM ACTION=\"b\">x</FORM></FORM>").get()),
+              Strings{"<null>|b|<null>"});
+    EXPECT_EQ(scan(" <FORM ACTION=\"a\"><INPUT NAME=\"x\">")->forms, nullptr);
+    EXPECT_EQ(formsOf(scan(" <FORM ACTION=\"a\"></FORM><FORM ACTION=\"b\"></FORM>").get()),
+              (Strings{"<null>|a|<null>", "<null>|b|<null>"}));
 }
 
 TEST(Scanner, FormElements) {
@@ -76,14 +53,9 @@ TEST(Scanner, FormElements) {
                       "<TEXTAREA NAME=\"t\">x</TEXTAREA><INPUT TYPE=submit NAME=\"go\">"
                       "<INPUT TYPE='radio' NAME=\"r\"><INPUT NAME=r2 TYPE=\"check\">"
                       "<INPUT NAME=\"last\"</FORM>");
-    VlHtmlForm *form = formAt(doc.get(), 0);
-    ASSERT_NE(form, nullptr);
-    std::vector<std::string> got;
-    for (int i = 0; i < SutSizList(form->elements); i++)
-        got.push_back(str(elemAt(form, i)->name) + "/" + str(elemAt(form, i)->type));
     // The last INPUT has no ">" before the end of the form text: no element.
-    EXPECT_EQ(got, (std::vector<std::string>{"s/SELECT", "t/TEXTAREA", "go/submit", "r/radio",
-                                             "<null>/check"}));
+    EXPECT_EQ(elementsOf(formAt(doc.get(), 0)),
+              (Strings{"s/SELECT", "t/TEXTAREA", "go/submit", "r/radio", "<null>/check"}));
 }
 
 TEST(Scanner, HiddenFormNameInputNamesTheForm) {
@@ -92,21 +64,14 @@ TEST(Scanner, HiddenFormNameInputNamesTheForm) {
                       "</FORM> <FORM><INPUT VALUE=\"h__Fp\" TYPE=\"hidden\" NAME=\"VlFormName\">"
                       "</FORM> <FORM><INPUT NAME=\"vlformname\" VALUE=\"x\" TYPE=\"HIDDEN\" "
                       "VALUE=\"i__Fp\"></FORM>");
-    ASSERT_EQ(SutSizList(doc->forms), 4);
-    VlHtmlForm *named = formAt(doc.get(), 0);
-    EXPECT_EQ(str(named->fullName), "f__Fpage_html");
-    ASSERT_EQ(SutSizList(named->elements), 1);
-    EXPECT_EQ(str(elemAt(named, 0)->name), "VlFormName");
-    EXPECT_EQ(str(elemAt(named, 0)->type), "hidden");
-    EXPECT_EQ(elemAt(named, 0)->formName, nullptr);
-
-    // NAME needs double quotes (TYPE does not): nothing is recognised.
-    EXPECT_EQ(formAt(doc.get(), 1)->fullName, nullptr);
-    EXPECT_EQ(elemAt(formAt(doc.get(), 1), 0)->name, nullptr);
-    // A VALUE before both TYPE and NAME were seen does not count.
-    EXPECT_EQ(formAt(doc.get(), 2)->fullName, nullptr);
-    // Names and types compare without case; a later VALUE wins.
-    EXPECT_EQ(str(formAt(doc.get(), 3)->fullName), "i__Fp");
+    // NAME needs double quotes (TYPE does not); a VALUE before both TYPE and
+    // NAME were seen does not count; names and types compare without case and
+    // a later VALUE wins.
+    EXPECT_EQ(formsOf(doc.get()), (Strings{"f__Fpage_html|<null>|<null>", "<null>|<null>|<null>",
+                                           "<null>|<null>|<null>", "i__Fp|<null>|<null>"}));
+    EXPECT_EQ(elementsOf(formAt(doc.get(), 0)), Strings{"VlFormName/hidden"});
+    EXPECT_EQ(nth<VlHtmlFormElement>(formAt(doc.get(), 0)->elements, 0)->formName, nullptr);
+    EXPECT_EQ(elementsOf(formAt(doc.get(), 1)), Strings{"<null>/hidden"});
 }
 
 TEST(Scanner, AnchorsAndTheirUrls) {
@@ -114,39 +79,29 @@ TEST(Scanner, AnchorsAndTheirUrls) {
                       "<A\nHREF='single'>3</A><A HREF=\"x?a=b\">4</A><A NAME=\"top\">5</A>"
                       "<A HREF=\"p?FNC=n\" HREF=\"q\">6</A><A HREF x=\"1\" HREF = \"y\">7</A>"
                       "<A HREF=\"p?x=1?FNC=n\">8</A><AB HREF=\"no\">9</A><A HREF=\"open\">");
-    std::vector<std::string> got;
-    for (int i = 0; i < SutSizList(doc->anchors); i++)
-        got.push_back(str(anchAt(doc.get(), i)->fullName) + "|" + str(anchAt(doc.get(), i)->url));
-    EXPECT_EQ(got, (std::vector<std::string>{"<null>|x", "a__Ashop_html|p", "<null>|x?a=b", "n|q",
+    EXPECT_EQ(anchorsOf(doc.get()), (Strings{"<null>|x", "a__Ashop_html|p", "<null>|x?a=b", "n|q",
                                              "<null>|y", "<null>|p?x=1?FNC=n"}));
+
+    DocPtr inForm = scan(" <FORM ACTION=\"f\"><A HREF=\"x?FNC=a__Fp\">l</A></FORM>");
+    EXPECT_EQ(SutSizList(inForm->forms), 1);
+    EXPECT_EQ(anchorsOf(inForm.get()), Strings{"a__Fp|x"});
 }
 
-TEST(Scanner, AnchorsInsideFormsAndKeywordAnchorsInPageOrder) {
-    DocPtr inForm = scan(" <FORM ACTION=\"f\"><A HREF=\"x?FNC=a__Fp\">l</A></FORM>");
-    ASSERT_EQ(SutSizList(inForm->forms), 1);
-    ASSERT_EQ(SutSizList(inForm->anchors), 1);
-    EXPECT_EQ(str(anchAt(inForm.get(), 0)->fullName), "a__Fp");
-
+TEST(Scanner, KeywordAnchorsInPageOrder) {
     KeywordsLoaded keys("SRC\n");
     DocPtr doc = scan(" <IMG SRC=\"img?FNC=pic__Ashop_html\"> <A HREF=\"b\">x</A> <IMG SRC=\"c\">");
-    ASSERT_EQ(SutSizList(doc->anchors), 3);
-    EXPECT_EQ(anchAt(doc.get(), 0)->isKeyword, 1);
-    EXPECT_EQ(str(anchAt(doc.get(), 0)->fullName), "pic__Ashop_html");
-    EXPECT_EQ(str(anchAt(doc.get(), 0)->url), "img");
-    EXPECT_EQ(str(anchAt(doc.get(), 0)->urlAttr), "SRC");
-    EXPECT_EQ(anchAt(doc.get(), 1)->isKeyword, 0);
-    EXPECT_EQ(str(anchAt(doc.get(), 1)->url), "b");
-    EXPECT_EQ(anchAt(doc.get(), 1)->urlAttr, nullptr);
-    EXPECT_EQ(str(anchAt(doc.get(), 2)->url), "c");
+    EXPECT_EQ(anchorsOf(doc.get()), (Strings{"pic__Ashop_html|img", "<null>|b", "<null>|c"}));
+    EXPECT_EQ(each<VlHtmlAnch>(
+                  doc->anchors,
+                  [](VlHtmlAnch *a) { return std::to_string(a->isKeyword) + str(a->urlAttr); }),
+              (Strings{"1SRC", "0<null>", "1SRC"}));
 }
 
 TEST(Scanner, AttributeValues) {
     EXPECT_EQ(take(VlProcessNameValue("\"abc\" x")), "abc");
     EXPECT_EQ(take(VlProcessNameValue("\"\"")), "");
-    EXPECT_EQ(take(VlProcessNameValue("abc\"")), std::nullopt);
-    EXPECT_EQ(take(VlProcessNameValue("\"")), std::nullopt);
-    EXPECT_EQ(take(VlProcessNameValue("\"abc")), std::nullopt);
-    EXPECT_EQ(take(VlProcessNameValue(nullptr)), std::nullopt);
+    for (const char *bad : {"abc\"", "\"", "\"abc", (const char *)nullptr})
+        EXPECT_EQ(take(VlProcessNameValue(bad)), std::nullopt) << str(bad);
 
     EXPECT_EQ(take(VlProcessNameValueLib("submit>")), "submit");
     EXPECT_EQ(take(VlProcessNameValueLib("\"x y\"")), "x");
@@ -154,9 +109,8 @@ TEST(Scanner, AttributeValues) {
     EXPECT_EQ(take(VlProcessNameValueLib("a<b")), "a");
     EXPECT_EQ(take(VlProcessNameValueLib(">>")), ">"); // the first character is not tested
     EXPECT_EQ(take(VlProcessNameValueLib("\" \"")), " ");
-    EXPECT_EQ(take(VlProcessNameValueLib("open")), std::nullopt);
-    EXPECT_EQ(take(VlProcessNameValueLib("\"")), std::nullopt);
-    EXPECT_EQ(take(VlProcessNameValueLib("")), std::nullopt);
+    for (const char *bad : {"open", "\"", ""})
+        EXPECT_EQ(take(VlProcessNameValueLib(bad)), std::nullopt) << bad;
 }
 
 TEST(Scanner, ReadersOnTheirOwn) {

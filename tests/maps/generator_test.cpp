@@ -1,35 +1,20 @@
 // The binding-code generator: the exact text of one request's code, with and
 // without the user's code, and the escaping of quoted list items.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <string>
-
+#include "support/bind_text.hpp"
 #include "maps/generator.h"
-#include "maps/map.h"
 #include "maps/upkeep.h"
+#include "support/binding_code.hpp"
+
+#include <gtest/gtest.h>
 
 namespace {
 
-void set(char **field, const char *value) {
-    free(*field);
-    *field = value ? strdup(value) : nullptr;
-}
-
-SutList *listOf(std::initializer_list<const char *> items) {
-    SutList *l = SutNewList();
-    for (const char *s : items)
-        SutAddList(l, strdup(s));
-    return l;
-}
-
 struct Sample {
     SpmSPBind *bind = SpmCreateListsForSpmBind(2, 1, 1);
-    SpmCallbackBind *call = static_cast<SpmCallbackBind *>(SutGetNList(bind->callBinds, 0));
-    SpmColBind *col = static_cast<SpmColBind *>(SutGetNList(bind->colBinds, 0));
-    SpmColBind *col2 = static_cast<SpmColBind *>(SutGetNList(bind->colBinds, 1));
-    SpmArgBind *arg = static_cast<SpmArgBind *>(SutGetNList(bind->argBinds, 0));
+    SpmCallbackBind *call = nth<SpmCallbackBind>(bind->callBinds, 0);
+    SpmColBind *col = nth<SpmColBind>(bind->colBinds, 0);
+    SpmColBind *col2 = nth<SpmColBind>(bind->colBinds, 1);
+    SpmArgBind *arg = nth<SpmArgBind>(bind->argBinds, 0);
 
     Sample() {
         set(&bind->servername, "srv");
@@ -38,12 +23,12 @@ struct Sample {
         set(&bind->altName, "bind3");
         set(&bind->indexKey, "ik");
         bind->dbVendor = 2;
-        bind->sqlFrags = listOf({"select \"x\"\nfrom t\r"});
+        bind->sqlFrags = makeList({"select \"x\"\nfrom t\r"});
         call->maxRows = 25;
         set(&call->useDialog, "USE_IT");
         set(&call->initCode, "a = 1;");
         set(&call->finalCode, "b = 2;");
-        call->options = listOf({"o : 1"});
+        call->options = makeList({"o : 1"});
         set(&col->swidget, "Entry");
         set(&col->interface, "Page1");
         col->dataSize = 10;
@@ -62,7 +47,7 @@ struct Sample {
         col2->columnId = 5;
         set(&col2->dataType, "int");
         set(&col2->columnName, "qty");
-        col2->options = listOf({"w : 3"});
+        col2->options = makeList({"w : 3"});
         arg->dataTypeId = 56;
         arg->dataSize = 4;
         set(&arg->argName, "p_id");
@@ -72,19 +57,9 @@ struct Sample {
     ~Sample() { SpmDestroySPBind(&bind); }
 };
 
-const char *const initBanner = "\t/********************************************************/\n"
-                               "\t/********* users initial code is inserted here **********/\n"
-                               "\t/********************************************************/\n";
-const char *const finalBanner = "\t/*******************************************************/\n"
-                                "\t/********** users final code is inserted here **********/\n"
-                                "\t/*******************************************************/\n";
-const char *const endBanner =
-    "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
-
-std::string middle() {
-    return "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t25,\n\t\t\"srv\",\n\t\t\"db\",\n\t\t"
-           "\"orders\", USE_IT);\n\n"
-           "\n\t/* Brennix Bind Name : bind3 */\n"
+// The calls of the sample's request.
+std::string calls() {
+    return "\n\t/* Brennix Bind Name : bind3 */\n"
            "\tSgeSetCallDetail(pSgeWCD, NO_CACHE,\n\t\t(XtPointer)0x0,\n\t\tROW_INDEX, "
            "(XtPointer)0x0,\n\t\t(XtPointer)ik,\n\t\tNO_QUEUE_FILE);\n"
            "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"select \\\"x\\\" \\\nfrom t\",\n\t\tVULL);\n"
@@ -96,32 +71,21 @@ std::string middle() {
            "(XtPointer)\"a;b\");\n"
            "\tSgeSetColDetail(pSgeWCD, 7, 1, 2, 2,\n\t\t\"int\",\n\t\t\"qty\");\n"
            "\tVlVaSetColOptions(pSgeWCD, 2,\n\t\t\"w : 3\",\n\t\tVULL);\n"
-           "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"id\"));\n"
-           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_ISQL);\n\n";
+           "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"id\"));\n";
 }
 
 TEST(Generator, WritesTheRequestWithTheUsersCodeWhenAsked) {
     Sample s;
-    char *code = getCallbackCode(s.bind, s.call, 1);
-    std::string expected = std::string("{\n\tpSgeWorkCallData pSgeWCD;\n\n") + initBanner +
-                           "a = 1;\n" + middle() + finalBanner + "b = 2;\n" + endBanner;
-    EXPECT_EQ(std::string(code), expected);
-    free(code);
-
-    code = getCallbackCode(s.bind, s.call, 0);
-    expected = std::string("{\n\tpSgeWorkCallData pSgeWCD;\n\n") + initBanner + middle() +
-               finalBanner + endBanner;
-    EXPECT_EQ(std::string(code), expected);
-    free(code);
+    const std::string call = workCall("25", "orders", "USE_IT");
+    EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 1)),
+              request("a = 1;\n", call, calls(), "ISQL", "b = 2;\n"));
+    EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 0)), request("", call, calls(), "ISQL", ""));
     EXPECT_EQ(getCallbackCode(nullptr, s.call, 1), nullptr);
     EXPECT_EQ(getCallbackCode(s.bind, nullptr, 1), nullptr);
 }
 
 std::string generate(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
-    char *code = getCallbackCode(bind, call, flag);
-    std::string text = code ? code : "";
-    free(code);
-    return text;
+    return take(getCallbackCode(bind, call, flag)).value_or("");
 }
 
 TEST(Generator, KindWordsAndDynamicSqlAndEmptyLists) {

@@ -1,15 +1,12 @@
 // The binding-code parser on hand-written activator bodies: the request walk,
 // the work call, the kind and vendor tables, columns, arguments, quoted lists
 // and their unescaping, and truncated or malformed code.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <string>
-
-#include "maps/map.h"
+#include "support/bind_text.hpp"
 #include "maps/parser.h"
 #include "maps/upkeep.h"
+#include "support/binding_code.hpp"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -18,29 +15,6 @@ class Parser : public ::testing::Test {
     void SetUp() override { SwdResetTheMap(); }
     void TearDown() override { SwdResetTheMap(); }
 };
-
-const std::string head = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
-const std::string initBanner = "\t/********************************************************/\n"
-                               "\t/********* users initial code is inserted here **********/\n"
-                               "\t/********************************************************/\n";
-const std::string finalBanner = "\t/*******************************************************/\n"
-                                "\t/********** users final code is inserted here **********/\n"
-                                "\t/*******************************************************/\n";
-const std::string endBanner =
-    "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
-
-std::string workCall(const char *rows, const char *name, const char *word) {
-    return std::string("\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t") + rows +
-           ",\n\t\t\"srv\",\n\t\t\"db\",\n\t\t\"" + name + "\", " + word + ");\n\n";
-}
-
-// One request: init code, work call, body calls, run call, final code.
-std::string request(const std::string &init, const std::string &call, const std::string &calls,
-                    const char *run, const std::string &final) {
-    return "{\n\tpSgeWorkCallData pSgeWCD;\n\n" + initBanner + init + call + calls +
-           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_" + run + ");\n\n" + finalBanner + final +
-           endBanner;
-}
 
 // Runs the extractor on one body and hands back its binds.
 struct Found {
@@ -53,33 +27,15 @@ struct Found {
         binds = SwdExtractMapsFromCallbacks("Page1", "Form1", items);
         SutDeleteList(items);
     }
-    ~Found() {
-        for (int i = 0; i < SutSizList(binds); i++) {
-            auto *b = static_cast<SpmSPBind *>(SutGetNList(binds, i));
-            SpmDestroySPBind(&b);
-        }
-        SutDeleteList(binds);
-    }
+    ~Found() { destroyBinds(binds); }
     int size() const { return SutSizList(binds); }
-    SpmSPBind *bind(int i) const { return static_cast<SpmSPBind *>(SutGetNList(binds, i)); }
-    SpmCallbackBind *call(int i) const {
-        return static_cast<SpmCallbackBind *>(SutGetNList(bind(i)->callBinds, 0));
-    }
-    SpmColBind *col(int i, int c) const {
-        return static_cast<SpmColBind *>(SutGetNList(bind(i)->colBinds, c));
-    }
-    SpmArgBind *arg(int i, int a) const {
-        return static_cast<SpmArgBind *>(SutGetNList(bind(i)->argBinds, a));
-    }
+    SpmSPBind *bind(int i) const { return nth<SpmSPBind>(binds, i); }
+    SpmCallbackBind *call(int i) const { return nth<SpmCallbackBind>(bind(i)->callBinds, 0); }
 };
-
-const char *item(SutList *list, int i) {
-    return static_cast<const char *>(SutGetNList(list, i));
-}
 
 TEST_F(Parser, TwoRequestsInOneBodyKeepTheirOrderAndCode) {
     std::string body =
-        head +
+        kCodeHead +
         request("  x = 1;\n  y = 2;\n", workCall("25", "orders", "USE_IT"),
                 "\n\t/* Brennix Bind Name : ordersBind */\n"
                 "\tSgeSetCallDetail(pSgeWCD, TO_CACHE,\n\t\t(XtPointer)ckey,\n\t\tNEXT_INDEX, "
@@ -88,49 +44,23 @@ TEST_F(Parser, TwoRequestsInOneBodyKeepTheirOrderAndCode) {
         "\n" + request("", workCall("-1", "items", "NO_USE"), "", "DSQL", "") + "\n}";
     Found f(body);
     ASSERT_EQ(f.size(), 2);
-    SpmSPBind *b = f.bind(0);
-    EXPECT_STREQ(b->servername, "srv");
-    EXPECT_STREQ(b->dbname, "db");
-    EXPECT_STREQ(b->name, "orders");
-    EXPECT_STREQ(b->altName, "ordersBind");
-    EXPECT_EQ(b->beenApplied, 1);
-    EXPECT_EQ(b->id, 0);
-    EXPECT_EQ(b->dbVendor, 1);
-    EXPECT_STREQ(b->cacheFlag, "TO_CACHE");
-    EXPECT_STREQ(b->cacheKey, "ckey");
-    EXPECT_STREQ(b->indexKey, "ikey");
-    SpmCallbackBind *k = f.call(0);
-    EXPECT_STREQ(k->initCode, "  x = 1;\n  y = 2;");
-    EXPECT_STREQ(k->finalCode, "  done();");
-    EXPECT_EQ(k->maxRows, 25);
-    EXPECT_STREQ(k->useDialog, "USE_IT");
-    EXPECT_STREQ(k->indexFlag, "NEXT_INDEX");
-    EXPECT_EQ(k->indexValue, nullptr);
-    EXPECT_STREQ(k->queueFile, "QUEUE_TO_FILE");
-    EXPECT_EQ(k->callOrder, 0);
-    EXPECT_EQ(k->isChanged, 1);
-    EXPECT_EQ(k->isWritten, 1);
-    EXPECT_STREQ(k->interface, "Page1");
-    EXPECT_STREQ(k->swidget, "Form1");
-    EXPECT_STREQ(k->callbackName, "F");
-
+    EXPECT_EQ(
+        stored(f.bind(0)),
+        "\"srv\" 0 \"db\" 0 \"orders\" 0 \"ordersBind\" 1 \"TO_CACHE\" \"ckey\" \"ikey\" none 1 "
+        "none\ncall \"Form1\" \"Page1\" \"F\" 1 \"  x = 1;\n  y = 2;\" \"  done();\" "
+        "\"USE_IT\" 25 0 \"NEXT_INDEX\" null \"QUEUE_TO_FILE\" none");
+    EXPECT_EQ(f.call(0)->isChanged, 1);
     // The second has no bind-name comment: it keeps the first free bindN.
-    SpmSPBind *c = f.bind(1);
-    EXPECT_STREQ(c->name, "items");
-    EXPECT_STREQ(c->altName, "bind1");
-    EXPECT_EQ(c->dbVendor, 0);
-    EXPECT_STREQ(c->cacheFlag, "NO_CACHE");
-    EXPECT_EQ(f.call(1)->callOrder, 1);
-    EXPECT_EQ(f.call(1)->maxRows, -1);
-    EXPECT_STREQ(f.call(1)->useDialog, "NO_USE");
-    EXPECT_EQ(f.call(1)->initCode, nullptr);
-    EXPECT_EQ(f.call(1)->finalCode, nullptr);
+    EXPECT_EQ(stored(f.bind(1)),
+              "\"srv\" 0 \"db\" 0 \"items\" 0 \"bind1\" 1 \"NO_CACHE\" null null "
+              "none 0 none\ncall \"Form1\" \"Page1\" \"F\" 1 null null \"NO_USE\" -1 "
+              "1 \"ROW_INDEX\" null \"NO_QUEUE_FILE\" none");
 }
 
 TEST_F(Parser, BindsOfOneBodyMayShareANameUntilTheirCommentIsRead) {
     SpmAddSPBind()->altName = strdup("bind1");
     std::string one = request("", workCall("1", "a", "NO_WP"), "", "DSQL", "");
-    Found f(head + one + "\n" + one + "\n}");
+    Found f(kCodeHead + one + "\n" + one + "\n}");
     ASSERT_EQ(f.size(), 2);
     EXPECT_STREQ(f.bind(0)->altName, "bind2");
     EXPECT_STREQ(f.bind(1)->altName, "bind2");
@@ -146,7 +76,7 @@ TEST_F(Parser, KindWordsAndVendorsFollowTheirTables) {
         {"EXEC_FUNCTION", "SSQL", 1004, 3, "NO_WP"}, {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
         {"USE_IT", "DSQL", 0, 0, "USE_IT"},          {"NO_USE", "OSQL", 0, 1, "NO_USE"}};
     for (const Case &c : cases) {
-        Found f(head + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
+        Found f(kCodeHead + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
         ASSERT_EQ(f.size(), 1) << c.word;
         EXPECT_EQ(f.bind(0)->id, c.id) << c.word;
         EXPECT_EQ(f.bind(0)->dbVendor, c.vendor) << c.word;
@@ -167,44 +97,17 @@ TEST_F(Parser, ColumnBindsWidgetsPopupsClientDataAndDetails) {
         "(XtPointer)0x0);\n"
         "\tSgeSetColDetail(pSgeWCD, 7, 8, 9,\n\t\t\"int\",\n\t\t\"qty\");\n"
         "\tSgeSetColBind(pSgeWCD, \"Page2|Entry3\", 3, 6, 8,\n\t\tplain,\n\t\tmyData);\n";
-    Found f(head + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
     ASSERT_EQ(f.size(), 1);
-    ASSERT_EQ(SutSizList(f.bind(0)->colBinds), 3);
-    SpmColBind *a = f.col(0, 0), *b = f.col(0, 1), *c = f.col(0, 2);
-    EXPECT_STREQ(a->swidget, "Entry1");
-    EXPECT_STREQ(a->interface, "Page2");
-    EXPECT_EQ(a->group, 1);
-    EXPECT_EQ(a->order, 0);
-    EXPECT_EQ(a->dataSize, 10);
-    EXPECT_STREQ(a->popCallbackName, "popUp");
-    EXPECT_STREQ(a->clientData, "(XtPointer)\"a;\\\"b\"");
-    EXPECT_EQ(a->dataTypeId, 12);
-    EXPECT_EQ(a->computeId, 3);
-    EXPECT_EQ(a->computeColumn, 4);
-    EXPECT_STREQ(a->dataType, "char");
-    EXPECT_STREQ(a->columnName, "name");
-    ASSERT_EQ(SutSizList(a->options), 2);
-    EXPECT_STREQ(item(a->options, 0), "width : 20");
-    EXPECT_STREQ(item(a->options, 1), "a \"q\"\nb");
-
-    EXPECT_EQ(b->swidget, nullptr);
-    EXPECT_STREQ(b->interface, "Page2");
-    EXPECT_EQ(b->popCallbackName, nullptr);
-    EXPECT_EQ(b->clientData, nullptr);
-    EXPECT_EQ(b->group, 2);
-    EXPECT_EQ(b->order, 5);
-    // Only three numbers: the fixed default type and no computation.
-    EXPECT_EQ(b->dataTypeId, 39);
-    EXPECT_EQ(b->computeId, 0);
-    EXPECT_EQ(b->computeColumn, 0);
-    EXPECT_STREQ(b->dataType, "int");
-    EXPECT_STREQ(b->columnName, "qty");
-
-    EXPECT_STREQ(c->interface, "Page2");
-    EXPECT_STREQ(c->swidget, "Entry3");
-    EXPECT_STREQ(c->popCallbackName, "plain");
-    EXPECT_STREQ(c->clientData, "myData");
-    EXPECT_EQ(c->dataTypeId, -1); // no detail line
+    // The second detail has only three numbers: the fixed default type 39 and
+    // no computation; the third column has no detail line.
+    EXPECT_EQ(stored(f.bind(0)).substr(stored(f.bind(0)).find("\ncol")),
+              "\ncol \"Entry1\" \"Page2\" 0 null 0 \"name\" 0 \"char\" 12 10 \"popUp\" "
+              "\"(XtPointer)\"a;\\\"b\"\" 1 3 4 [\"width : 20\",\"a \"q\"\nb\",]"
+              "\ncol null \"Page2\" 5 null 0 \"qty\" 0 \"int\" 39 4 null null 2 0 0 none"
+              "\ncol \"Entry3\" \"Page2\" 6 null 0 null 0 null -1 8 \"plain\" \"myData\" 3 0 0 none"
+              "\ncall \"Form1\" \"Page1\" \"F\" 1 null null \"NO_WP\" 0 0 \"ROW_INDEX\" null "
+              "\"NO_QUEUE_FILE\" none");
 }
 
 TEST_F(Parser, ArgumentBindsOfBothFormsAndTheirOptions) {
@@ -212,23 +115,10 @@ TEST_F(Parser, ArgumentBindsOfBothFormsAndTheirOptions) {
         "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"i;d\"));\n"
         "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"null : ok\",\n\t\tVULL);\n"
         "\tSgeSetArgBind(pSgeWCD, 12, \"p_name\",\n\t\t\"\");\n";
-    Found f(head + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
-    ASSERT_EQ(SutSizList(f.bind(0)->argBinds), 2);
-    SpmArgBind *a = f.arg(0, 0), *b = f.arg(0, 1);
-    EXPECT_EQ(a->argId, 1);
-    EXPECT_EQ(a->dataTypeId, 56);
-    EXPECT_EQ(a->dataSize, 4);
-    EXPECT_STREQ(a->argName, "p_id");
-    EXPECT_STREQ(a->dataType, "int");
-    EXPECT_STREQ(a->initCode, "VlGetInputValue(\"i;d\")");
-    ASSERT_EQ(SutSizList(a->options), 1);
-    EXPECT_STREQ(item(a->options, 0), "null : ok");
-    EXPECT_EQ(b->argId, 2);
-    EXPECT_EQ(b->dataTypeId, 12);
-    EXPECT_EQ(b->dataSize, -1);
-    EXPECT_STREQ(b->argName, "p_name");
-    EXPECT_EQ(b->dataType, nullptr);
-    EXPECT_STREQ(b->initCode, "\"\"");
+    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    EXPECT_EQ(stored(f.bind(0)).substr(stored(f.bind(0)).find("\narg")),
+              "\narg \"p_id\" 1 \"int\" 56 4 \"VlGetInputValue(\"i;d\")\" [\"null : ok\",]"
+              "\narg \"p_name\" 2 null 12 -1 \"\"\"\" none");
 }
 
 TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
@@ -236,25 +126,20 @@ TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
                         "\"where x = 1\",\n\t\tVULL);\n"
                         "\tVlVaSetReqOptions(pSgeWCD,\n\t\t\"r : 1\",\n\t\tVULL);\n"
                         "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"c : \\\\2\",\n\t\tVULL);\n";
-    Found f(head + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
     SpmSPBind *b = f.bind(0);
     EXPECT_EQ(b->id, 1); // fragments make it a dynamic SQL request
-    ASSERT_EQ(SutSizList(b->sqlFrags), 2);
-    EXPECT_STREQ(item(b->sqlFrags, 0), "select \"a\"\nfrom t");
-    EXPECT_STREQ(item(b->sqlFrags, 1), "where x = 1");
-    ASSERT_EQ(SutSizList(b->options), 1);
-    EXPECT_STREQ(item(b->options, 0), "r : 1");
-    ASSERT_EQ(SutSizList(f.call(0)->options), 1);
-    EXPECT_STREQ(item(f.call(0)->options, 0), "c : \\\\2");
+    EXPECT_EQ(items(b->sqlFrags), (Strings{"select \"a\"\nfrom t", "where x = 1"}));
+    EXPECT_EQ(items(b->options), Strings{"r : 1"});
+    EXPECT_EQ(items(f.call(0)->options), Strings{"c : \\\\2"});
 
     // A kind from the work call stays; an item without its closing quote is
     // dropped and ends the list.
     std::string open = "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"one\",\n\t\t\"two";
-    Found g(head + request("", workCall("0", "r", "READ_FILE"), open, "DSQL", "") + "\n}");
+    Found g(kCodeHead + request("", workCall("0", "r", "READ_FILE"), open, "DSQL", "") + "\n}");
     ASSERT_EQ(g.size(), 1);
     EXPECT_EQ(g.bind(0)->id, 1002);
-    ASSERT_EQ(SutSizList(g.bind(0)->sqlFrags), 1);
-    EXPECT_STREQ(item(g.bind(0)->sqlFrags, 0), "one");
+    EXPECT_EQ(items(g.bind(0)->sqlFrags), Strings{"one"});
 }
 
 TEST_F(Parser, WorkCallAndConstructReadersOnTheirOwn) {
@@ -265,14 +150,10 @@ TEST_F(Parser, WorkCallAndConstructReadersOnTheirOwn) {
         "\n\t\t\"a,b\", USE_IT);\n\n\n";
     ASSERT_EQ(SwdParseWorkCall(text, &rows, &server, &db, &name, &last), 1);
     EXPECT_EQ(rows, 42);
-    EXPECT_STREQ(server, "s\",");
-    EXPECT_STREQ(db, "d\",");
-    EXPECT_STREQ(name, "a,b\",");
-    EXPECT_STREQ(last, "USE_IT);");
-    free(server);
-    free(db);
-    free(name);
-    free(last);
+    EXPECT_EQ(take(server), "s\",");
+    EXPECT_EQ(take(db), "d\",");
+    EXPECT_EQ(take(name), "a,b\",");
+    EXPECT_EQ(take(last), "USE_IT);");
     EXPECT_EQ(SwdParseWorkCall(nullptr, &rows, &server, &db, &name, &last), 0);
     EXPECT_EQ(SwdParseWorkCall(text, nullptr, &server, &db, &name, &last), 0);
 
@@ -292,7 +173,7 @@ TEST_F(Parser, WorkCallAndConstructReadersOnTheirOwn) {
 }
 
 TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
-    std::string body = head + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
+    std::string body = kCodeHead + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
     EXPECT_EQ(SwdParseFormCode(nullptr, "W", body.c_str()), 0);
     EXPECT_EQ(SwdParseFormCode("P", "", body.c_str()), 0);
     EXPECT_EQ(SwdParseAnchCode("P", "W", ""), 0);
@@ -303,16 +184,8 @@ TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
     EXPECT_EQ(SwdParseAnchCode("P", "Anch2", "{ no binding code here }"), 1);
     SpmMap *map = SpmGetMapContext();
     ASSERT_NE(map, nullptr);
-    ASSERT_EQ(SutSizList(map->spBinds), 2);
-    auto *f = static_cast<SpmSPBind *>(SutGetNList(map->spBinds, 0));
-    auto *a = static_cast<SpmSPBind *>(SutGetNList(map->spBinds, 1));
-    EXPECT_EQ(f->beenApplied, 1);
-    EXPECT_STREQ(static_cast<SpmCallbackBind *>(SutGetNList(f->callBinds, 0))->callbackName, "F");
-    EXPECT_STREQ(static_cast<SpmCallbackBind *>(SutGetNList(a->callBinds, 0))->callbackName, "A");
-    EXPECT_STREQ(static_cast<SpmCallbackBind *>(SutGetNList(a->callBinds, 0))->swidget, "Anch1");
     // The first landed in the map before the second was named.
-    EXPECT_STREQ(f->altName, "bind1");
-    EXPECT_STREQ(a->altName, "bind2");
+    EXPECT_EQ(bindsOf(map->spBinds), (Strings{"r/bind1 1 P|Form1|F", "r/bind2 1 P|Anch1|A"}));
 }
 
 TEST_F(Parser, TruncatedAndMalformedCodeNeverReadsPastTheEnd) {
@@ -329,8 +202,9 @@ TEST_F(Parser, TruncatedAndMalformedCodeNeverReadsPastTheEnd) {
         "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p\", \"int\",\n\t\tx(\"y\"));\n"
         "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"o\",\n\t\tVULL);\n"
         "\tSgeSetArgBind(pSgeWCD, 1, \"q\",\n\t\tz);\n";
-    std::string body =
-        head + request("init;\n", workCall("5", "r", "USE_IT"), calls, "OSQL", "fin;\n") + "\n}";
+    std::string body = kCodeHead +
+                       request("init;\n", workCall("5", "r", "USE_IT"), calls, "OSQL", "fin;\n") +
+                       "\n}";
     // Every prefix is parsed from its own exactly-sized heap copy, so a read
     // past the end is caught by the address sanitizer.
     for (size_t n = 0; n <= body.size(); n++) {

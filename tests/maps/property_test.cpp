@@ -1,157 +1,17 @@
 // Round trips over randomly built binds (fixed seeds): generated code parsed
 // back gives every field the code carries, and generating again gives the
 // same text; a written map file read back gives every stored field.
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <random>
-#include <string>
-#include <unistd.h>
-
+#include "support/bind_text.hpp"
 #include "maps/generator.h"
-#include "maps/map.h"
 #include "maps/mapfile.h"
 #include "maps/parser.h"
 #include "maps/upkeep.h"
-#include "maps/bind_text.hpp"
+#include "support/binding_code.hpp"
+#include "support/temp_dir.hpp"
+
+#include <gtest/gtest.h>
 
 namespace {
-
-// A small deterministic source of random choices (mt19937 output is fixed by
-// the standard; the distributions are not, so they are not used).
-struct Random {
-    std::mt19937 engine;
-    explicit Random(uint32_t seed) : engine(seed) {}
-    int below(int n) { return static_cast<int>(engine() % static_cast<uint32_t>(n)); }
-    int between(int lo, int hi) { return lo + below(hi - lo + 1); }
-    bool chance(int percent) { return below(100) < percent; }
-    std::string from(const char *alphabet, int minLen, int maxLen) {
-        size_t n = strlen(alphabet);
-        std::string s;
-        for (int i = between(minLen, maxLen); i > 0; i--)
-            s += alphabet[engine() % n];
-        return s;
-    }
-    template <size_t N> const char *pick(const char *const (&options)[N]) {
-        return options[below(N)];
-    }
-};
-
-const char *const ident = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
-
-const char *const cacheFlags[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
-const char *const indexFlags[] = {"ROW_INDEX",    "WIDGET_INDEX", "NEXT_INDEX", "PREV_INDEX",
-                                  "PAGEUP_INDEX", "PAGEDW_INDEX", "LAST_INDEX", "HOME_INDEX"};
-const char *const queueFiles[] = {"NO_QUEUE_FILE", "QUEUE_TO_FILE"};
-const char *const dialogs[] = {"USE_IT", "NO_USE", "NO_WP"};
-const int kinds[] = {0, 1, 1002, 1003, 1004, 1005};
-// C expressions as the user writes them: quotes, escaped quotes and
-// semicolons inside string literals, nested parentheses.
-const char *const expressions[] = {
-    "VlGetInputValue(\"id\")", "\"\"", "f(a, g(b))", "(XtPointer)\"a;b\\\"c\"", "x",
-    "\"semi;colon\"",          "n + 1"};
-
-// Text of a quoted list item: quotes, newlines, carriage returns, blanks and
-// backslashes anywhere but at the very end.
-std::string listText(Random &r) {
-    std::string s = r.from("ab \"\n\r\\;,*/:.", 0, 12);
-    // A backslash before the closing quote would escape it (also once a
-    // carriage return after it is dropped).
-    size_t last = s.find_last_not_of('\r');
-    if (last != std::string::npos && s[last] == '\\') s += 'z';
-    return s;
-}
-
-SutList *textList(Random &r, int maxItems, bool allowEmptyList) {
-    int n = r.between(allowEmptyList ? 0 : 1, maxItems);
-    if (n == 0 && !r.chance(50)) return nullptr;
-    SutList *l = SutNewList();
-    for (int i = 0; i < n; i++)
-        SutAddList(l, strdup(listText(r).c_str()));
-    return l;
-}
-
-// User code of several lines: anything but the markers that end it.
-std::string userCode(Random &r) {
-    std::string s;
-    for (int i = r.between(1, 3); i > 0; i--)
-        s += "\t" + r.from("abc =;()\"/*{}", 1, 20) + "\n";
-    return s.substr(0, s.size() - (r.chance(50) ? 1 : 0));
-}
-
-SpmSPBind *randomBind(Random &r) {
-    int numCol = r.between(0, 4), numCall = r.between(1, 3), numArg = r.between(0, 3);
-    SpmSPBind *b = SpmCreateListsForSpmBind(numCol, numCall, numArg);
-    set(&b->servername, r.from("abcxyz_ ,;.", 0, 10));
-    set(&b->dbname, r.from("abcxyz_ ,;.", 0, 10));
-    set(&b->name, r.from("abcxyz_ ,;", 1, 10));
-    set(&b->altName, r.from("abcxyz_ 019", 1, 10));
-    b->id = kinds[r.below(6)];
-    set(&b->cacheFlag, r.pick(cacheFlags));
-    if (r.chance(60)) set(&b->cacheKey, r.from("abc019_ ,()", 1, 8));
-    if (r.chance(60)) set(&b->indexKey, r.from("abc019_ ,()", 1, 8));
-    b->dbVendor = r.between(0, 4);
-    if (b->id != 0) b->sqlFrags = textList(r, 4, true);
-    b->options = textList(r, 3, true);
-    b->beenApplied = 1;
-    b->serverid = r.between(-5, 1000);
-    b->dbid = r.between(-5, 1000);
-
-    // Either every bound column names its page, or none does.
-    std::string page = r.chance(70) ? r.from(ident, 1, 8) : "";
-    for (int i = 0; i < numCol; i++) {
-        auto *col = static_cast<SpmColBind *>(SutGetNList(b->colBinds, i));
-        if (r.chance(80)) {
-            set(&col->swidget, r.from(ident, 1, 8));
-            if (!page.empty()) set(&col->interface, page);
-        } else if (!page.empty() && r.chance(50)) {
-            set(&col->interface, page);
-        }
-        col->group = r.between(-2, 9);
-        col->order = r.between(-2, 9);
-        col->dataSize = r.between(-1, 4000);
-        if (r.chance(50)) set(&col->popCallbackName, r.from(ident, 1, 8));
-        if (r.chance(50)) set(&col->clientData, r.pick(expressions));
-        col->dataTypeId = r.between(-1, 100);
-        col->computeId = r.between(-3, 3);
-        col->computeColumn = r.between(-3, 3);
-        set(&col->dataType, r.from(ident, 1, 8));
-        set(&col->columnName, r.from("abc_ ,;", 1, 8));
-        col->options = textList(r, 2, true);
-        col->columnId = i;
-        col->tableId = r.between(0, 9);
-        if (r.chance(50)) set(&col->tableName, r.from("abc_ .:", 1, 8));
-    }
-    for (int i = 0; i < numCall; i++) {
-        auto *call = static_cast<SpmCallbackBind *>(SutGetNList(b->callBinds, i));
-        call->maxRows = r.chance(30) ? -1 : r.between(0, 1 << 30);
-        set(&call->useDialog, r.pick(dialogs));
-        set(&call->indexFlag, r.pick(indexFlags));
-        if (r.chance(50)) set(&call->indexValue, r.from("abc019_ ,()", 1, 8));
-        set(&call->queueFile, r.pick(queueFiles));
-        call->options = textList(r, 2, true);
-        if (r.chance(60)) set(&call->initCode, userCode(r));
-        if (r.chance(60)) set(&call->finalCode, userCode(r));
-        set(&call->callbackName, r.chance(50) ? "F" : "A");
-        set(&call->swidget, r.from(ident, 1, 8));
-        set(&call->interface, r.from(ident, 1, 8));
-        call->isWritten = r.below(2);
-        call->callOrder = r.between(0, 5);
-    }
-    for (int i = 0; i < numArg; i++) {
-        auto *arg = static_cast<SpmArgBind *>(SutGetNList(b->argBinds, i));
-        arg->argId = i + 1;
-        arg->dataTypeId = r.between(-1, 100);
-        arg->dataSize = r.between(-1, 100);
-        set(&arg->argName, r.from(ident, 1, 8));
-        set(&arg->dataType, r.from(ident, 1, 8));
-        set(&arg->initCode, r.pick(expressions));
-        arg->options = textList(r, 2, true);
-    }
-    return b;
-}
 
 std::string withoutCR(const char *s) {
     std::string out;
@@ -237,14 +97,6 @@ std::string generate(SpmSPBind *b, SpmCallbackBind *call) {
     return text;
 }
 
-void destroyAll(SutList *binds) {
-    for (int i = 0; i < SutSizList(binds); i++) {
-        auto *b = nth<SpmSPBind>(binds, i);
-        SpmDestroySPBind(&b);
-    }
-    SutDeleteList(binds);
-}
-
 TEST(RoundTrip, GeneratedCodeParsesBackAndRegeneratesTheSameText) {
     SwdResetTheMap();
     Random r(20261122);
@@ -253,7 +105,7 @@ TEST(RoundTrip, GeneratedCodeParsesBackAndRegeneratesTheSameText) {
         // One callback running one to four requests, framed as the upkeep
         // code frames them.
         SutList *originals = SutNewList();
-        std::string text = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
+        std::string text = kCodeHead;
         int n = r.between(1, 4);
         for (int i = 0; i < n; i++) {
             SpmSPBind *b = randomBind(r);
@@ -277,8 +129,8 @@ TEST(RoundTrip, GeneratedCodeParsesBackAndRegeneratesTheSameText) {
             ASSERT_EQ(generate(p, pc), generate(o, oc));
             binds++;
         }
-        destroyAll(parsed);
-        destroyAll(originals);
+        destroyBinds(parsed);
+        destroyBinds(originals);
     }
     EXPECT_GE(binds, 250);
 }
@@ -286,9 +138,8 @@ TEST(RoundTrip, GeneratedCodeParsesBackAndRegeneratesTheSameText) {
 TEST(RoundTrip, WrittenMapFilesReadBackWithEveryStoredField) {
     SwdResetTheMap();
     Random r(4096);
-    char dir[] = "/tmp/vlpropXXXXXX";
-    ASSERT_NE(mkdtemp(dir), nullptr);
-    std::string path = std::string(dir) + "/round.map";
+    TempDir dir;
+    std::string path = dir.file("round.map");
     int checked = 0;
     for (int round = 0; round < 30; round++) {
         SpmMap *map = SpmNewMap();
@@ -348,8 +199,6 @@ TEST(RoundTrip, WrittenMapFilesReadBackWithEveryStoredField) {
         SpmDestroyMap(&map);
         SpmDestroyMap(&back);
     }
-    unlink(path.c_str());
-    rmdir(dir);
     EXPECT_GE(checked, 200);
 }
 

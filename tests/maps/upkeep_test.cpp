@@ -1,52 +1,14 @@
 // Map upkeep: regenerating changed callbacks into the module functions,
 // installing one bind's code, following deleted page elements through the
 // map, and the comparisons and names the builder relies on.
-#include "module/workspace.hpp"
-
-#include <string>
-#include <vector>
+#include "support/bind_text.hpp"
+#include "support/binding_code.hpp"
+#include "support/test_dist.hpp"
 
 namespace {
 
-template <typename T> T *at(SutList *list, int i) {
-    return static_cast<T *>(SutGetNList(list, i));
-}
-
 std::string owned(char *s) {
-    std::string out = s ? s : "<null>";
-    free(s);
-    return out;
-}
-
-void set(char *&field, const char *value) {
-    free(field);
-    field = value ? strdup(value) : nullptr;
-}
-
-// An applied bind of the map run from one callback, with one column and one
-// argument.
-SpmSPBind *addBind(const char *name, const char *callback, const char *widget,
-                   const char *page = "shop.html") {
-    SpmSPBind *bind = SpmAddSPBindAndCreateLists(1, 1, 1);
-    set(bind->servername, "srv");
-    set(bind->dbname, "db");
-    set(bind->name, name);
-    set(bind->altName, name);
-    bind->beenApplied = 1;
-    SpmCallbackBind *call = at<SpmCallbackBind>(bind->callBinds, 0);
-    set(call->callbackName, callback);
-    set(call->swidget, widget);
-    set(call->interface, page);
-    SpmColBind *col = at<SpmColBind>(bind->colBinds, 0);
-    set(col->interface, page);
-    set(col->swidget, "list");
-    return bind;
-}
-
-const std::string kFrame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
-
-VlFunction *functionAt(VlModule *module, int i) {
-    return at<VlFunction>(module->functions, i);
+    return take(s).value_or("<null>");
 }
 
 } // namespace
@@ -60,13 +22,13 @@ TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {
     SpmSPBind *other = addBind("q3", "A", "home");
     SpmSPBind *unapplied = addBind("q4", "F", "order");
     unapplied->beenApplied = 0;
-    at<SpmColBind>(second->colBinds, 0)->isChanged = 1;
+    nth<SpmColBind>(second->colBinds, 0)->isChanged = 1;
 
     EXPECT_EQ(SwdWriteAllMapChanges(), 4);
     // One text for the form's callback: both applied requests in map order.
-    SpmCallbackBind *c1 = at<SpmCallbackBind>(first->callBinds, 0);
-    SpmCallbackBind *c2 = at<SpmCallbackBind>(second->callBinds, 0);
-    const std::string expected = kFrame + owned(getCallbackCode(first, c1, 1)) + "\n" +
+    SpmCallbackBind *c1 = nth<SpmCallbackBind>(first->callBinds, 0);
+    SpmCallbackBind *c2 = nth<SpmCallbackBind>(second->callBinds, 0);
+    const std::string expected = kCodeHead + owned(getCallbackCode(first, c1, 1)) + "\n" +
                                  owned(getCallbackCode(second, c2, 1)) + "\n}";
     ASSERT_EQ(SutSizList(module->functions), 1);
     EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
@@ -74,26 +36,27 @@ TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {
     EXPECT_EQ(getKindOfCallbackCode(functionAt(module, 0)->funcCode), 1);
     EXPECT_EQ(module->saved, 0);
     EXPECT_EQ(c2->isWritten, 1);
-    EXPECT_EQ(at<SpmColBind>(second->colBinds, 0)->isChanged, 0);
-    EXPECT_EQ(at<SpmCallbackBind>(other->callBinds, 0)->isWritten, 0);
+    EXPECT_EQ(nth<SpmColBind>(second->colBinds, 0)->isChanged, 0);
+    EXPECT_EQ(nth<SpmCallbackBind>(other->callBinds, 0)->isWritten, 0);
 
     // Nothing changed: nothing is rewritten.
-    set(functionAt(module, 0)->funcCode, "kept");
+    set(&functionAt(module, 0)->funcCode, "kept");
     EXPECT_EQ(SwdWriteAllMapChanges(), 4);
     EXPECT_STREQ(functionAt(module, 0)->funcCode, "kept");
 
     // Every kind of flag counts, and all are cleared.
     other->isChanged = 1;
-    at<SpmArgBind>(other->argBinds, 0)->isChanged = 1;
-    at<SpmCallbackBind>(other->callBinds, 0)->isChanged = 1;
+    nth<SpmArgBind>(other->argBinds, 0)->isChanged = 1;
+    nth<SpmCallbackBind>(other->callBinds, 0)->isChanged = 1;
     EXPECT_EQ(SwdWriteAllMapChanges(), 4);
     EXPECT_EQ(other->isChanged, 0);
-    EXPECT_EQ(at<SpmArgBind>(other->argBinds, 0)->isChanged, 0);
-    EXPECT_EQ(at<SpmCallbackBind>(other->callBinds, 0)->isChanged, 0);
+    EXPECT_EQ(nth<SpmArgBind>(other->argBinds, 0)->isChanged, 0);
+    EXPECT_EQ(nth<SpmCallbackBind>(other->callBinds, 0)->isChanged, 0);
     ASSERT_EQ(SutSizList(module->functions), 2);
     EXPECT_EQ(functionAt(module, 1)->anchor, anchorOf(shop, "home"));
     EXPECT_EQ(functionAt(module, 1)->funcCode,
-              kFrame + owned(getCallbackCode(other, at<SpmCallbackBind>(other->callBinds, 0), 1)) +
+              kCodeHead +
+                  owned(getCallbackCode(other, nth<SpmCallbackBind>(other->callBinds, 0), 1)) +
                   "\n}");
 
     SwdResetTheMap();
@@ -111,28 +74,28 @@ TEST(MapUpkeep, InstallingOneBindsCodeLeavesTheMapAsItWas) {
 
     // A replacement for the same callback: its code goes in, the map is restored.
     SpmSPBind *replacement = SpmCreateListsForSpmBind(1, 1, 1);
-    set(replacement->servername, "srv");
-    set(replacement->dbname, "db");
-    set(replacement->name, "q9");
+    set(&replacement->servername, "srv");
+    set(&replacement->dbname, "db");
+    set(&replacement->name, "q9");
     replacement->beenApplied = 1;
-    SpmCallbackBind *call = at<SpmCallbackBind>(replacement->callBinds, 0);
-    set(call->callbackName, "F");
-    set(call->swidget, "order");
-    set(call->interface, "shop.html");
+    SpmCallbackBind *call = nth<SpmCallbackBind>(replacement->callBinds, 0);
+    set(&call->callbackName, "F");
+    set(&call->swidget, "order");
+    set(&call->interface, "shop.html");
     EXPECT_EQ(SwdInstallThisMapsCode(replacement, old), 0);
     EXPECT_EQ(functionAt(module, 0)->funcCode,
-              kFrame + owned(getCallbackCode(replacement, call, 1)) + "\n}");
+              kCodeHead + owned(getCallbackCode(replacement, call, 1)) + "\n}");
     EXPECT_STREQ(functionAt(module, 1)->funcCode, "pay code");
     SutList *binds = SpmGetMapContext()->spBinds;
     ASSERT_EQ(SutSizList(binds), 2);
-    EXPECT_EQ(at<SpmSPBind>(binds, 0), keep);
-    EXPECT_EQ(at<SpmSPBind>(binds, 1), old);
+    EXPECT_EQ(nth<SpmSPBind>(binds, 0), keep);
+    EXPECT_EQ(nth<SpmSPBind>(binds, 1), old);
     EXPECT_EQ(call->isWritten, 1);
 
     // Without a replacement, the callback whose only request it was loses its code.
     EXPECT_EQ(SwdInstallThisMapsCode(nullptr, old), 0);
     EXPECT_EQ(functionAt(module, 0)->funcCode, nullptr);
-    EXPECT_EQ(at<SpmSPBind>(binds, 1), old);
+    EXPECT_EQ(nth<SpmSPBind>(binds, 1), old);
     EXPECT_EQ(SwdInstallThisMapsCode(nullptr, replacement), 1); // not in the map
     SpmDestroySPBind(&replacement);
 }
@@ -140,27 +103,27 @@ TEST(MapUpkeep, InstallingOneBindsCodeLeavesTheMapAsItWas) {
 TEST(MapUpkeep, DeletedElementsAreFollowedThroughTheMap) {
     Workspace ws;
     SpmSPBind *formBind = addBind("q1", "F", "order");
-    set(at<SpmArgBind>(formBind->argBinds, 0)->initCode, "VlGetInputValue(\"cust\"");
+    set(&nth<SpmArgBind>(formBind->argBinds, 0)->initCode, "VlGetInputValue(\"cust\"");
     SpmAddArgBindToSP(formBind);
-    set(at<SpmArgBind>(formBind->argBinds, 1)->initCode, "VlGetInputValue(\"custom\"");
+    set(&nth<SpmArgBind>(formBind->argBinds, 1)->initCode, "VlGetInputValue(\"custom\"");
     SpmSPBind *twoCalls = addBind("q2", "A", "home");
     SpmCallbackBind *second = SpmAddCallbackBindToSP(twoCalls);
-    set(second->callbackName, "F");
-    set(second->swidget, "pay");
-    set(second->interface, "cart.html");
+    set(&second->callbackName, "F");
+    set(&second->swidget, "pay");
+    set(&second->interface, "cart.html");
 
     // Step 1: the anchor's callback goes, with a report on standard error.
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("home", "shop.html", "A", nullptr), 2);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] {
+                  EXPECT_EQ(SwdUpdateMapDeletedSwidget("home", "shop.html", "A", nullptr), 2);
+              }),
               "Callback shop.html|home|A removed from Stored Procedure/DSQL object srv|db|q2\n");
     ASSERT_EQ(SutSizList(twoCalls->callBinds), 1);
-    EXPECT_EQ(at<SpmCallbackBind>(twoCalls->callBinds, 0), second);
+    EXPECT_EQ(nth<SpmCallbackBind>(twoCalls->callBinds, 0), second);
 
     // Step 2: a deleted site unbinds the columns shown in it.
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("list", "shop.html", "S", nullptr), 2);
     for (SpmSPBind *bind : {formBind, twoCalls}) {
-        SpmColBind *col = at<SpmColBind>(bind->colBinds, 0);
+        SpmColBind *col = nth<SpmColBind>(bind->colBinds, 0);
         EXPECT_EQ(col->swidget, nullptr);
         EXPECT_EQ(col->interface, nullptr);
         EXPECT_EQ(col->isChanged, 1);
@@ -169,18 +132,18 @@ TEST(MapUpkeep, DeletedElementsAreFollowedThroughTheMap) {
     // Step 3: an argument read from a deleted element of the form is reset;
     // one reading another element stays.
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "E", "cust"), 2);
-    EXPECT_STREQ(at<SpmArgBind>(formBind->argBinds, 0)->initCode, "\"\"");
-    EXPECT_EQ(at<SpmArgBind>(formBind->argBinds, 0)->isChanged, 1);
-    EXPECT_STREQ(at<SpmArgBind>(formBind->argBinds, 1)->initCode, "VlGetInputValue(\"custom\"");
-    EXPECT_EQ(at<SpmArgBind>(formBind->argBinds, 1)->isChanged, 0);
+    EXPECT_STREQ(nth<SpmArgBind>(formBind->argBinds, 0)->initCode, "\"\"");
+    EXPECT_EQ(nth<SpmArgBind>(formBind->argBinds, 0)->isChanged, 1);
+    EXPECT_STREQ(nth<SpmArgBind>(formBind->argBinds, 1)->initCode, "VlGetInputValue(\"custom\"");
+    EXPECT_EQ(nth<SpmArgBind>(formBind->argBinds, 1)->isChanged, 0);
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("pay", "cart.html", "E", "cust"), 2);
 
     // Step 4: a bind run from nowhere any more leaves the map.
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "F", nullptr), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] {
+                  EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "F", nullptr), 1);
+              }),
               "Callback shop.html|order|F removed from Stored Procedure/DSQL object srv|db|q1\n");
-    EXPECT_EQ(at<SpmSPBind>(SpmGetMapContext()->spBinds, 0), twoCalls);
+    EXPECT_EQ(nth<SpmSPBind>(SpmGetMapContext()->spBinds, 0), twoCalls);
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("other", "shop.html", "F", nullptr), 1);
     SwdResetTheMap();
     EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "F", nullptr), 0);
@@ -190,20 +153,20 @@ TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
     Workspace ws;
     SpmSPBind *a = addBind("q1", "F", "order");
     SpmSPBind *b = addBind("q1", "F", "other");
-    set(b->cacheFlag, "TO_CACHE");
+    set(&b->cacheFlag, "TO_CACHE");
     EXPECT_EQ(SwdCompareSPBinds(a, b), 1); // callbacks and cache are not compared
-    set(at<SpmColBind>(b->colBinds, 0)->clientData, "x");
+    set(&nth<SpmColBind>(b->colBinds, 0)->clientData, "x");
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    set(at<SpmColBind>(b->colBinds, 0)->clientData, nullptr);
-    at<SpmColBind>(b->colBinds, 0)->group = 2;
+    set(&nth<SpmColBind>(b->colBinds, 0)->clientData, nullptr);
+    nth<SpmColBind>(b->colBinds, 0)->group = 2;
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    at<SpmColBind>(b->colBinds, 0)->group = 1;
-    set(at<SpmArgBind>(b->argBinds, 0)->initCode, "1");
+    nth<SpmColBind>(b->colBinds, 0)->group = 1;
+    set(&nth<SpmArgBind>(b->argBinds, 0)->initCode, "1");
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    set(at<SpmArgBind>(b->argBinds, 0)->initCode, "\"\"");
+    set(&nth<SpmArgBind>(b->argBinds, 0)->initCode, "\"\"");
     SpmAddColBindToSP(b);
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    set(b->name, "q2");
+    set(&b->name, "q2");
     EXPECT_EQ(SwdCompareSPBinds(a, a), 1);
     EXPECT_EQ(SwdCompareSPBinds(a, nullptr), 0);
 
@@ -225,13 +188,13 @@ TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
 
     const std::string body = "{\n\tpSgeWorkCallData pSgeWCD;\n\n";
     EXPECT_EQ(getKindOfCallbackCode(nullptr), 0);
-    EXPECT_EQ(getKindOfCallbackCode((kFrame + body + "\tx;\n}").c_str()), 1);
+    EXPECT_EQ(getKindOfCallbackCode((kCodeHead + body + "\tx;\n}").c_str()), 1);
     EXPECT_EQ(getKindOfCallbackCode(("{\n\t/**  velmora versn 1.00  **/\n\tXtPointer "
                                      "SgeClientData;\n" +
                                      body)
                                         .c_str()),
               1);
-    EXPECT_EQ(getKindOfCallbackCode(kFrame.c_str()), 2);
+    EXPECT_EQ(getKindOfCallbackCode(kCodeHead.c_str()), 2);
     EXPECT_EQ(getKindOfCallbackCode("\tprintf(\"mine\");\n"), 2);
 
     EXPECT_EQ(owned(SwdCheckFileDefault("/home/u/.uxrc")), "/home/u/.dbuxrc");

@@ -1,28 +1,11 @@
 // Reading module files: the section cursor, fragments, what a module read
 // keeps and drops with its messages, and the read script's command line.
-#include "module/workspace.hpp"
-
-#include <sys/stat.h>
-
-#include <memory>
-#include <string>
-#include <vector>
+#include "support/test_dist.hpp"
 
 namespace {
 
 std::string section(const char *text, const char *start, const char *end, const char **cursor) {
-    char *s = VlParseSection(text, start, end, cursor);
-    std::string out = s ? s : "<null>";
-    free(s);
-    return out;
-}
-
-std::vector<std::string> strings(SutList *list) {
-    std::vector<std::string> out;
-    for (int i = 0; i < SutSizList(list); i++)
-        out.push_back(static_cast<const char *>(SutGetNList(list, i)));
-    SutDestroyList(list);
-    return out;
+    return take(VlParseSection(text, start, end, cursor)).value_or("<null>");
 }
 
 // A module of shop.html in the canonical layout: user includes, a form
@@ -61,13 +44,6 @@ const std::string kShopModule =
     "\n"
     "}/* Velmora End of Module */\n";
 
-VlFunction *functionAt(VlModule *module, int i) {
-    return static_cast<VlFunction *>(SutGetNList(module->functions, i));
-}
-VlAlias *aliasAt(VlFunction *fn, int i) {
-    return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
-}
-
 } // namespace
 
 TEST(ParseSection, EndMarkerIsFoundAgainAsTheNextStart) {
@@ -100,19 +76,17 @@ TEST(ParseSection, EndMarkerIsFoundAgainAsTheNextStart) {
 
 TEST(Fragments, CutAtEverySeparatorAndWrittenBack) {
     Workspace ws;
+    const std::pair<const char *, Strings> rows[] = {
+        {"a--b--", {"a", "b"}}, {"a----b", {"a", "", "b"}}, {"--a", {"", "a"}}, {"", {}}};
+    for (const auto &[text, parts] : rows) {
+        ws.write("in", text);
+        SutList *list = VlParseFileToFragments("in", "--");
+        ASSERT_NE(list, nullptr) << text;
+        EXPECT_EQ(takeList(list), parts) << text;
+    }
     ws.write("two", "a--b--");
-    EXPECT_EQ(strings(VlParseFileToFragments("two", "--")), (std::vector<std::string>{"a", "b"}));
     ws.write("three", "a----b");
-    EXPECT_EQ(strings(VlParseFileToFragments("three", "--")),
-              (std::vector<std::string>{"a", "", "b"}));
-    ws.write("lead", "--a");
-    EXPECT_EQ(strings(VlParseFileToFragments("lead", "--")), (std::vector<std::string>{"", "a"}));
-    ws.write("empty", "");
-    SutList *none = VlParseFileToFragments("empty", "--");
-    ASSERT_NE(none, nullptr);
-    EXPECT_EQ(SutSizList(none), 0);
-    SutDestroyList(none);
-    EXPECT_EQ(strings(VlParseFileToFragments("two", "")), (std::vector<std::string>{"a--b--"}));
+    EXPECT_EQ(takeList(VlParseFileToFragments("two", "")), Strings{"a--b--"});
     EXPECT_EQ(VlParseFileToFragments("missing", "--"), nullptr);
     EXPECT_EQ(VlParseFileToFragments(nullptr, "--"), nullptr);
     EXPECT_EQ(VlParseFileToFragments("two", nullptr), nullptr);
@@ -137,22 +111,15 @@ TEST(ModuleRead, KeepsIncludesCodeSectionsAndAliases) {
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(module->html, shop);
     EXPECT_EQ(module->saved, 1);
-    struct stat st;
-    ASSERT_EQ(stat("shop.c", &st), 0);
-    EXPECT_EQ(module->modTime, st.st_mtime);
+    EXPECT_EQ(module->modTime, VlGetFileModTime("shop.c"));
     EXPECT_STREQ(module->userIncludes, "#include <stdio.h>\n");
     ASSERT_EQ(SutSizList(module->functions), 2);
     VlFunction *order = functionAt(module, 0);
     EXPECT_EQ(order->form, formOf(shop, "order"));
     EXPECT_EQ(order->anchor, nullptr);
-    EXPECT_STREQ(order->initCode, "\tint n = 0;\n");
-    EXPECT_STREQ(order->funcCode, "\tn++;\n");
-    EXPECT_STREQ(order->finalCode, "\treturn;\n");
-    VlFunction *home = functionAt(module, 1);
-    EXPECT_EQ(home->anchor, anchorOf(shop, "home"));
-    EXPECT_STREQ(home->initCode, "");
-    EXPECT_STREQ(home->funcCode, "");
-    EXPECT_STREQ(home->finalCode, "");
+    EXPECT_EQ(codeOf(order), "\tint n = 0;\n|\tn++;\n|\treturn;\n");
+    EXPECT_EQ(functionAt(module, 1)->anchor, anchorOf(shop, "home"));
+    EXPECT_EQ(codeOf(functionAt(module, 1)), "||");
     // The alias is known by name only until it is resolved.
     ASSERT_EQ(SutSizList(order->aliases), 1);
     VlAlias *alias = aliasAt(order, 0);
@@ -285,11 +252,8 @@ TEST(ModuleRead, SectionWithoutEndMarkerRunsToTheEnd) {
     VlModule *module = VlModuleNewFromFile("cut.c");
     ASSERT_NE(module, nullptr);
     ASSERT_EQ(SutSizList(module->functions), 1);
-    VlFunction *fn = functionAt(module, 0);
-    EXPECT_EQ(fn->form, formOf(shop, "order"));
-    EXPECT_STREQ(fn->initCode, "\tinit;\n");
-    EXPECT_STREQ(fn->funcCode, "\tcut off here\n");
-    EXPECT_EQ(fn->finalCode, nullptr);
+    EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
+    EXPECT_EQ(codeOf(functionAt(module, 0)), "\tinit;\n|\tcut off here\n|<null>");
     VlModuleDelete(module);
 }
 

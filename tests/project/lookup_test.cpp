@@ -1,21 +1,11 @@
 // Queries over the current project's modules and pages, the change state,
 // and the installing of callback code into an activator's function.
-#include "module/workspace.hpp"
-
-#include <sys/stat.h>
-
-#include <string>
+#include "support/test_dist.hpp"
 
 namespace {
 
 std::string owned(char *s) {
-    std::string out = s ? s : "<null>";
-    free(s);
-    return out;
-}
-
-VlFunction *functionAt(VlModule *module, int i) {
-    return static_cast<VlFunction *>(SutGetNList(module->functions, i));
+    return take(s).value_or("<null>");
 }
 
 } // namespace
@@ -38,7 +28,6 @@ TEST(ProjectLookup, NamesAndFinders) {
     EXPECT_EQ(VlProjGetModuleByFileName("sub/b.v2.c"), mb);
     EXPECT_EQ(VlProjGetModuleByFileName("a"), nullptr);
     EXPECT_EQ(VlProjGetModule(a), ma);
-    EXPECT_EQ(VlProjGetModule(nullptr), nullptr);
     EXPECT_EQ(VlProjGetHtml("sub/b.v2.html"), b);
     EXPECT_EQ(VlProjGetHtml("b.v2.html"), nullptr);
     // The name is cut at its first ".pj", each page name at its last ".".
@@ -55,12 +44,11 @@ TEST(ProjectLookup, NamesAndFinders) {
     VlHtmlForm *form = nullptr;
     VlHtmlAnch *anchor = nullptr;
     EXPECT_EQ(VlProjGetActivator("a_html", 'F', "f", &page, &form, &anchor), 1);
-    EXPECT_EQ(page, a);
-    EXPECT_EQ(form, formOf(a, "f"));
-    EXPECT_EQ(anchor, nullptr);
+    EXPECT_EQ(std::vector<void *>({page, form, anchor}),
+              std::vector<void *>({a, formOf(a, "f"), nullptr}));
     EXPECT_EQ(VlProjGetActivator("a_html", 'A', "l", &page, &form, &anchor), 1);
-    EXPECT_EQ(anchor, anchorOf(a, "l"));
-    EXPECT_EQ(form, nullptr);
+    EXPECT_EQ(std::vector<void *>({page, form, anchor}),
+              std::vector<void *>({a, nullptr, anchorOf(a, "l")}));
     EXPECT_EQ(VlProjGetActivator("a_html", 'A', "f", &page, &form, &anchor), 0);
     EXPECT_EQ(page, nullptr);
     EXPECT_EQ(VlProjGetActivator("a_html", 'X', "f", &page, &form, &anchor), 0);
@@ -90,11 +78,9 @@ TEST(ProjectLookup, ChangeState) {
     // A page whose file changed since it was read asks for a refresh.
     VlHtmlDoc *page = static_cast<VlHtmlDoc *>(SutGetNList(theProj->htmlDocs, 0));
     ws.write("a.html", "<html>\n");
-    struct stat st;
-    ASSERT_EQ(stat("a.html", &st), 0);
-    page->modTime = st.st_mtime;
+    page->modTime = VlGetFileModTime("a.html");
     EXPECT_EQ(VlProjNeedToRefresh(), 0);
-    page->modTime = st.st_mtime - 5;
+    page->modTime -= 5;
     EXPECT_EQ(VlProjNeedToRefresh(), 1);
     VlProjDelete();
     EXPECT_EQ(VlProjNeedToRefresh(), 0);
@@ -107,11 +93,10 @@ TEST(ProjectLookup, CallbackCodeReachesTheActivatorFunction) {
     VlHtmlDoc *a = addPage("a.html", {"f"}, {"l"});
     VlModule *module = addModule(a);
     VlModuleAddFunc(module, formOf(a, "f"), nullptr, "old");
-    functionAt(module, 0)->initCode = strdup("init");
+    set(&functionAt(module, 0)->initCode, "init");
     module->saved = 1;
     EXPECT_EQ(VlProjAddHtmlForm("a.html", "f", "new"), 1);
-    EXPECT_STREQ(functionAt(module, 0)->funcCode, "new");
-    EXPECT_STREQ(functionAt(module, 0)->initCode, "init");
+    EXPECT_EQ(codeOf(functionAt(module, 0)), "init|new|<null>");
     EXPECT_EQ(module->saved, 0);
     // An anchor without a function gets one.
     EXPECT_EQ(VlProjAddHtmlAnch("a.html", "l", "code"), 1);

@@ -2,20 +2,16 @@
 // messages, the upgrade of old names, merging and saving the user's options.
 #include "project/naming.h"
 #include "project_support.hpp"
+#include "support/c_values.hpp"
+#include "support/test_dist.hpp"
 #include "util/options.h"
-#include "util/support.hpp"
-#include "util/tempdir.hpp"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace {
 
 class Options : public testing::Test {
   protected:
     void SetUp() override {
-        std::filesystem::create_directories(dist_.file("config"));
+        fs::create_directories(dist_.file("config"));
         resetProjectState();
         VlProjNewEmpty();
     }
@@ -66,23 +62,17 @@ TEST_F(Options, ProjectNameAndLoginExpanded) {
 
 TEST_F(Options, MissingGlobalFileRepeatsItsMessage) {
     const std::string message = "Global Options File Not Found\nGlobal Options File Not Found\n";
-    testing::internal::CaptureStdout();
-    free(VlProjGetOptionNoParse("Test.A"));
-    free(VlProjGetOptionNoParse("Test.A"));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), message + message);
-
+    auto twice = [] {
+        free(VlProjGetOptionNoParse("Test.A"));
+        free(VlProjGetOptionNoParse("Test.A"));
+    };
+    EXPECT_EQ(printed(twice), message + message);
     // An existing but empty file loads: its message comes once.
     writeGlobal("");
-    testing::internal::CaptureStdout();
-    free(VlProjGetOptionNoParse("Test.A"));
-    free(VlProjGetOptionNoParse("Test.A"));
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), message);
-
+    EXPECT_EQ(printed(twice), message);
     // A user file that appears later is loaded by the next lookup, silently.
     writeUser("Test.A : late\n");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(take(VlProjGetOptionNoParse("Test.A")), "late");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(printed([] { EXPECT_EQ(take(VlProjGetOptionNoParse("Test.A")), "late"); }), "");
 }
 
 TEST_F(Options, UpgradeRenamesOldNamesInPlace) {
@@ -103,10 +93,10 @@ TEST_F(Options, UpgradeRenamesOldNamesInPlace) {
 TEST_F(Options, OldOptionFilesAreUpgradedWithAMessage) {
     writeUser("HTML test Path : /p\n");
     writeGlobal("Database Name : db\n");
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(take(VlProjGetOptionNoParse("Test.HTML Path")), "/p");
-    EXPECT_EQ(take(VlProjGetOptionNoParse("Test.Database Name")), "db");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+    EXPECT_EQ(printed([] {
+                  EXPECT_EQ(take(VlProjGetOptionNoParse("Test.HTML Path")), "/p");
+                  EXPECT_EQ(take(VlProjGetOptionNoParse("Test.Database Name")), "db");
+              }),
               home_.file("Velmora.cfg") +
                   " contains options from an old version of Velmora\n"
                   "Please save your user options from the options editor.\n" +
@@ -120,18 +110,14 @@ TEST_F(Options, MergedListAndSavedUserOptions) {
     writeGlobal("G : 1\nS : g\n");
     writeUser("S : u\nU : 2\n");
     setProjectOptions({"S : p", "P : 3", "no colon"});
-    SutList *merged = VlProjBuildOptionsList();
-    EXPECT_EQ(items(merged), (Strings{"G : 1", "S : p", "U : 2", "P : 3"}));
-    SutDestroyList(merged);
+    EXPECT_EQ(takeList(VlProjBuildOptionsList()), (Strings{"G : 1", "S : p", "U : 2", "P : 3"}));
 
     EXPECT_EQ(VlProjSaveUserOptions(), 1);
     EXPECT_EQ(home_.read("Velmora.cfg"), "G : 1\nS : p\nU : 2\nP : 3\n");
     EXPECT_EQ(items(theUserOptions), (Strings{"G : 1", "S : p", "U : 2", "P : 3"}));
 
     home.set((home_.path() + "/no/such/dir").c_str());
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(VlProjSaveUserOptions(), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlProjSaveUserOptions(), 0); }),
               "Could not open user's option file for write.\n");
     EXPECT_EQ(items(theUserOptions), (Strings{"G : 1", "S : p", "U : 2", "P : 3"}));
 }

@@ -5,30 +5,9 @@
 
 #include "project/options.h"
 #include "project/project.h"
+#include "support/temp_dir.hpp"
 
-#include <cstdlib>
-#include <optional>
-#include <string>
-
-// Sets an environment variable (null: unsets it) and restores it at the end.
-class EnvVar {
-  public:
-    EnvVar(const char *name, const char *value) : name_(name) {
-        if (const char *old = getenv(name)) old_ = old;
-        set(value);
-    }
-    ~EnvVar() { set(old_ ? old_->c_str() : nullptr); }
-    void set(const char *value) {
-        if (value)
-            setenv(name_.c_str(), value, 1);
-        else
-            unsetenv(name_.c_str());
-    }
-
-  private:
-    std::string name_;
-    std::optional<std::string> old_;
-};
+using EnvVar = ScopedEnv;
 
 // Forgets every process-wide project state the tests touch.
 inline void resetProjectState() {

@@ -1,41 +1,24 @@
 // Reading a project: the settled file name, the read script, the header and
 // section rules, naming (which enters the project's directory), pages then
 // modules with their binding code, aliases, the main module, and release.
-#include "module/workspace.hpp"
-
-#include <unistd.h>
-
-#include <string>
-#include <vector>
+#include "support/bind_text.hpp"
+#include "support/binding_code.hpp"
+#include "support/test_dist.hpp"
 
 namespace {
 
-// One request of generated binding code, as the binding-code parser reads it.
-std::string request(const std::string &name, const std::string &bindName) {
-    return "\tpSgeWorkCallData pSgeWCD;\n\n"
-           "\t/********************************************************/\n"
-           "\t/********* users initial code is inserted here **********/\n"
-           "\t/********************************************************/\n"
-           "\tint before;\n"
-           "\n\tpSgeWCD = "
-           "getSgeWorkCallData(UxWidget,\n\t\t-1,\n\t\t\"srv\",\n\t\t\"db\",\n\t\t\"" +
-           name + "\", USE_IT);\n\n" + "\n\t/* Brennix Bind Name : " + bindName + " */\n" +
-           "\tSgeSetCallDetail(pSgeWCD, NO_CACHE,\n\t\t(XtPointer)0x0,\n\t\tROW_INDEX, "
-           "(XtPointer)0x0,\n\t\t(XtPointer)0x0,\n\t\tNO_QUEUE_FILE);\n"
-           "\tSgeSetColBind(pSgeWCD, \"shop.html|list\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n"
-           "\t\t(XtPointer)0x0);\n"
-           "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 0,\n\t\t\"varchar\",\n\t\t\"title\");\n"
-           "\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);\n\n"
-           "\t/*******************************************************/\n"
-           "\t/********** users final code is inserted here **********/\n"
-           "\t/*******************************************************/\n"
-           "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n";
-}
-
-std::string function(const std::string &name, const std::string &code) {
+// An activator function whose code runs one request on page shop.html.
+std::string function(const std::string &name, const std::string &request, const std::string &bind) {
     return "/*Velmora Start of Function */\nstatic void " + name +
-           " ()\n/* start of initial code */\n{\n/* start of func Code */\n{\n" + code +
-           "}\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
+           " ()\n/* start of initial code */\n{\n/* start of func Code */\n" +
+           ::request(
+               "\tint before;\n", workCall("-1", request, "USE_IT"),
+               "\n\t/* Brennix Bind Name : " + bind +
+                   " */\n"
+                   "\tSgeSetColBind(pSgeWCD, \"shop.html|list\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n"
+                   "\t\t(XtPointer)0x0);\n",
+               "DSQL", "") +
+           "\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
 }
 
 const char kModuleHead[] = "/* Velmora Module File V1.0B */\n"
@@ -65,8 +48,8 @@ void writeStore(const Workspace &ws, const std::string &header = "Velmora Projec
     ws.write("proj/cart.html", kCartPage);
     ws.write("proj/shop.c",
              kModuleHead + std::string("static char _Vl_HTML_Filename[] = \"shop.html\";\n") +
-                 function("Forder", request("getorders", "orders")) +
-                 function("Ahome", request("gethome", "homebind")) +
+                 function("Forder", "getorders", "orders") +
+                 function("Ahome", "gethome", "homebind") +
                  "void R_shop_html()\n{\n"
                  "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
                  "\n}/* Velmora End of Module */\n");
@@ -77,20 +60,6 @@ void writeStore(const Workspace &ws, const std::string &header = "Velmora Projec
                                        "shop.c\ncart.c\n"
                                        "HTML Files :\nshop.html\ncart.html\n"
                                        "Project Options :\nTest.CGI URL : /cgi-bin\n");
-}
-
-template <typename T> T *at(SutList *list, int i) {
-    return static_cast<T *>(SutGetNList(list, i));
-}
-
-std::vector<std::string> strings(SutList *list) {
-    std::vector<std::string> out;
-    for (int i = 0; i < SutSizList(list); i++) {
-        const char *s = at<const char>(list, i);
-        out.push_back(s ? s : "<null>");
-    }
-    SutDestroyList(list);
-    return out;
 }
 
 } // namespace
@@ -108,24 +77,23 @@ TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     EXPECT_EQ(project->saved, 1);
     EXPECT_EQ(project->nonameAccepted, 0);
     EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/proj"));
-    ASSERT_EQ(SutSizList(project->options), 1);
-    EXPECT_STREQ(at<char>(project->options, 0), "Test.CGI URL : /cgi-bin");
+    EXPECT_EQ(items(project->options), Strings{"Test.CGI URL : /cgi-bin"});
     EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + path +
                                 "\nvlreadhtml.sh 1|shop.html\nvlreadhtml.sh 1|cart.html\n"
                                 "vlreadmodule.sh 1|shop.c\nvlreadmodule.sh 1|cart.c\n");
 
     ASSERT_EQ(SutSizList(project->htmlDocs), 2);
-    VlHtmlDoc *shop = at<VlHtmlDoc>(project->htmlDocs, 0);
-    VlHtmlDoc *cart = at<VlHtmlDoc>(project->htmlDocs, 1);
+    VlHtmlDoc *shop = nth<VlHtmlDoc>(project->htmlDocs, 0);
+    VlHtmlDoc *cart = nth<VlHtmlDoc>(project->htmlDocs, 1);
     ASSERT_EQ(SutSizList(project->modules), 2);
-    VlModule *shopModule = at<VlModule>(project->modules, 0);
+    VlModule *shopModule = nth<VlModule>(project->modules, 0);
     EXPECT_EQ(shopModule->html, shop);
-    EXPECT_EQ(at<VlModule>(project->modules, 1)->html, cart);
+    EXPECT_EQ(nth<VlModule>(project->modules, 1)->html, cart);
     ASSERT_EQ(SutSizList(shopModule->functions), 2);
-    VlFunction *order = at<VlFunction>(shopModule->functions, 0);
+    VlFunction *order = nth<VlFunction>(shopModule->functions, 0);
     EXPECT_EQ(order->form, formOf(shop, "order"));
     ASSERT_EQ(SutSizList(order->aliases), 1);
-    VlAlias *alias = at<VlAlias>(order->aliases, 0);
+    VlAlias *alias = nth<VlAlias>(order->aliases, 0);
     EXPECT_EQ(alias->html, cart);
     EXPECT_EQ(alias->form, formOf(cart, "pay"));
 
@@ -135,27 +103,12 @@ TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     EXPECT_STREQ(formOf(cart, "pay")->action, "/cgi-bin/store.exe");
     EXPECT_STREQ(VlHtmlGetProjName(), "/cgi-bin/store.exe");
 
-    // The binding code of both functions became binds of the map.
+    // The binding code of both functions became applied binds of the map,
+    // run from the page, activator and kind of the function they came from.
     SpmMap *map = SpmGetMapContext();
     ASSERT_NE(map, nullptr);
-    ASSERT_EQ(SutSizList(map->spBinds), 2);
-    SpmSPBind *first = at<SpmSPBind>(map->spBinds, 0);
-    EXPECT_STREQ(first->servername, "srv");
-    EXPECT_STREQ(first->dbname, "db");
-    EXPECT_STREQ(first->name, "getorders");
-    EXPECT_STREQ(first->altName, "orders");
-    EXPECT_EQ(first->beenApplied, 1);
-    SpmCallbackBind *call = at<SpmCallbackBind>(first->callBinds, 0);
-    EXPECT_STREQ(call->callbackName, "F");
-    EXPECT_STREQ(call->swidget, "order");
-    EXPECT_STREQ(call->interface, "shop.html");
-    SpmColBind *col = at<SpmColBind>(first->colBinds, 0);
-    EXPECT_STREQ(col->interface, "shop.html");
-    EXPECT_STREQ(col->swidget, "list");
-    SpmSPBind *second = at<SpmSPBind>(map->spBinds, 1);
-    EXPECT_STREQ(second->name, "gethome");
-    EXPECT_STREQ(at<SpmCallbackBind>(second->callBinds, 0)->callbackName, "A");
-    EXPECT_STREQ(at<SpmCallbackBind>(second->callBinds, 0)->swidget, "home");
+    EXPECT_EQ(bindsOf(map->spBinds), (Strings{"getorders/orders 1 shop.html|order|F",
+                                              "gethome/homebind 1 shop.html|home|A"}));
 
     // Releasing the project takes the map with it.
     VlProjDelete();
@@ -246,11 +199,8 @@ TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
     EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + dir + "/noname.pj\n");
     EXPECT_FALSE(fs::exists(ws.dir() + "/pwned"));
     EXPECT_EQ(fs::current_path(), fs::path(dir));
-    std::vector<std::string> options;
-    for (int i = 0; i < SutSizList(project->options); i++)
-        options.push_back(at<char>(project->options, i));
-    EXPECT_EQ(options, (std::vector<std::string>{"Project.Call Read/Write Scripts : False",
-                                                 "Test.CGI URL : /x", "Project.B : 2"}));
+    EXPECT_EQ(items(project->options), (Strings{"Project.Call Read/Write Scripts : False",
+                                                "Test.CGI URL : /x", "Project.B : 2"}));
     EXPECT_STREQ(project->name, "noname");
     EXPECT_EQ(project->nonameAccepted, 1);
     printed([&] { project = VlProjNew((dir + "/noname.pj").c_str(), 1); });
@@ -328,14 +278,12 @@ TEST(ProjectRead, SectionReadersAdvanceTheCursor) {
                          "a.c\nb.c\nHTML Files :\na.html\n\nb.html\n"
                          "Project Options :\nX.y : 1\n";
     const char *cursor = buffer;
-    EXPECT_EQ(strings(VlGetModuleNamesFromBuffer(buffer, &cursor)),
-              (std::vector<std::string>{"a.c", "b.c"}));
+    EXPECT_EQ(takeList(VlGetModuleNamesFromBuffer(buffer, &cursor)), (Strings{"a.c", "b.c"}));
     EXPECT_EQ(std::string(cursor).rfind("HTML Files :\n", 0), 0u);
-    EXPECT_EQ(strings(VlGetHTMLNamesFromBuffer(buffer, &cursor)),
-              (std::vector<std::string>{"a.html", "", "b.html"}));
+    EXPECT_EQ(takeList(VlGetHTMLNamesFromBuffer(buffer, &cursor)),
+              (Strings{"a.html", "", "b.html"}));
     EXPECT_EQ(std::string(cursor).rfind("Project Options :\n", 0), 0u);
-    EXPECT_EQ(strings(VlGetOptionsFromBuffer(buffer, &cursor)),
-              (std::vector<std::string>{"X.y : 1"}));
+    EXPECT_EQ(takeList(VlGetOptionsFromBuffer(buffer, &cursor)), Strings{"X.y : 1"});
     EXPECT_EQ(*cursor, '\0');
 
     const char *noModules = "Source files:\nHTML Files :\n";

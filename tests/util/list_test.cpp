@@ -1,11 +1,10 @@
 // The ordered list: growth rule, positional checks, ownership of the array.
+#include "support/c_values.hpp"
 #include "util/list.h"
-#include "util/support.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
 
@@ -13,27 +12,29 @@ void *num(intptr_t n) {
     return reinterpret_cast<void *>(n);
 }
 
-TEST(List, NewListGrowsOnlyWhenTheTwentiethItemFillsIt) {
+std::vector<intptr_t> numbers(const SutList *l) {
+    std::vector<intptr_t> out;
+    for (int i = 0; i < SutSizList(l); i++)
+        out.push_back(reinterpret_cast<intptr_t>(SutGetNList(l, i)));
+    return out;
+}
+
+TEST(List, CapacitiesAndGrowth) {
     SutList *l = SutNewList();
     EXPECT_EQ(l->capacity, 20);
-    EXPECT_EQ(SutSizList(l), 0);
     for (int i = 1; i <= 19; i++)
         SutAddList(l, num(i));
     EXPECT_EQ(l->capacity, 20);
-    EXPECT_EQ(SutAddList(l, num(20)), num(20));
+    EXPECT_EQ(SutAddList(l, num(20)), num(20)); // the twentieth item fills it: grows
     EXPECT_EQ(l->capacity, 30);
     EXPECT_EQ(SutSizList(l), 20);
-    for (int i = 0; i < 20; i++)
-        EXPECT_EQ(SutGetNList(l, i), num(i + 1));
+    EXPECT_EQ(numbers(l)[19], 20);
     SutDeleteList(l);
-}
 
-TEST(List, NewListSizeCapacities) {
-    const int asked[] = {-5, 0, 1, 2, 3, 4, 10};
-    const int capacity[] = {4, 4, 4, 4, 4, 5, 11};
-    for (int i = 0; i < 7; i++) {
-        SutList *l = SutNewListSize(asked[i]);
-        EXPECT_EQ(l->capacity, capacity[i]) << asked[i];
+    const std::pair<int, int> sizes[] = {{-5, 4}, {0, 4}, {3, 4}, {4, 5}, {10, 11}};
+    for (auto [asked, capacity] : sizes) {
+        l = SutNewListSize(asked);
+        EXPECT_EQ(l->capacity, capacity) << asked;
         EXPECT_EQ(l->count, 0);
         SutDeleteList(l);
     }
@@ -47,16 +48,12 @@ TEST(List, FromValuesTakesOverLargeArraysAndCopiesSmallOnes) {
         five[i] = num(i + 1);
     SutList *l = SutNewListFromValues(five, 5);
     EXPECT_EQ(l->items, five);
-    EXPECT_EQ(l->count, 5);
     EXPECT_EQ(l->capacity, 5);
     SutAddList(l, num(6)); // grows to 7 before storing
     EXPECT_EQ(l->capacity, 7);
-    EXPECT_EQ(l->count, 6);
     SutAddList(l, num(7)); // count reaches capacity: grows to 10
     EXPECT_EQ(l->capacity, 10);
-    EXPECT_EQ(l->count, 7);
-    for (int i = 0; i < 7; i++)
-        EXPECT_EQ(SutGetNList(l, i), num(i + 1));
+    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{1, 2, 3, 4, 5, 6, 7}));
     SutDeleteList(l);
 
     // Fewer than four: copied into a fresh array of four; the caller's array is
@@ -66,8 +63,7 @@ TEST(List, FromValuesTakesOverLargeArraysAndCopiesSmallOnes) {
     two[1] = num(8);
     l = SutNewListFromValues(two, 2);
     EXPECT_EQ(l->capacity, 4);
-    EXPECT_EQ(l->count, 2);
-    EXPECT_EQ(SutGetNList(l, 1), num(8));
+    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{7, 8}));
     SutDeleteList(l);
 
     // Zero values: the array is left to the caller.
@@ -81,7 +77,6 @@ TEST(List, FromValuesTakesOverLargeArraysAndCopiesSmallOnes) {
     // No array at all: an empty list, whatever the count claims.
     l = SutNewListFromValues(nullptr, 6);
     EXPECT_EQ(SutSizList(l), 0);
-    EXPECT_EQ(SutGetNList(l, 0), nullptr);
     SutDeleteList(l);
 }
 
@@ -89,24 +84,15 @@ TEST(List, AddAtEndMayLeaveTheListFullAndTheNextAddGrowsFirst) {
     SutList *l = SutNewListSize(3); // capacity 4
     SutAddList(l, num(1));
     SutAddList(l, num(2));
-    EXPECT_EQ(SutAddNList(l, SutSizList(l), num(3)), num(3));
-    EXPECT_EQ(l->count, 3);
-    EXPECT_EQ(l->capacity, 4);
+    EXPECT_EQ(SutAddNList(l, 2, num(3)), num(3));
     EXPECT_EQ(SutAddNList(l, 3, num(4)), num(4)); // fills the last slot, no growth
-    EXPECT_EQ(l->count, 4);
     EXPECT_EQ(l->capacity, 4);
     EXPECT_EQ(SutAddNList(l, 0, num(0)), num(0)); // grows first (6), then 5 < 6
     EXPECT_EQ(l->capacity, 6);
-    EXPECT_EQ(l->count, 5);
-    for (int i = 0; i < 5; i++)
-        EXPECT_EQ(SutGetNList(l, i), num(i));
     // Insertion in the middle that fills the list grows after storing.
     EXPECT_EQ(SutAddNList(l, 2, num(9)), num(9));
-    EXPECT_EQ(l->count, 6);
     EXPECT_EQ(l->capacity, 9);
-    const intptr_t expect[] = {0, 1, 9, 2, 3, 4};
-    for (int i = 0; i < 6; i++)
-        EXPECT_EQ(SutGetNList(l, i), num(expect[i]));
+    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{0, 1, 9, 2, 3, 4}));
     // Bad positions change nothing.
     EXPECT_EQ(SutAddNList(l, -1, num(5)), nullptr);
     EXPECT_EQ(SutAddNList(l, 7, num(5)), nullptr);
@@ -125,16 +111,10 @@ TEST(List, PositionalAccessReplaceRemoveAndPop) {
     EXPECT_EQ(SutSizList(nullptr), -1);
 
     EXPECT_EQ(SutReplaceNList(l, 1, num(99)), num(11));
-    EXPECT_EQ(SutGetNList(l, 1), num(99));
     EXPECT_EQ(SutReplaceNList(l, 5, num(1)), nullptr);
-    EXPECT_EQ(SutReplaceNList(nullptr, 0, num(1)), nullptr);
-
     EXPECT_EQ(SutRemoveNList(l, 0), num(10));
-    EXPECT_EQ(SutSizList(l), 4);
-    EXPECT_EQ(SutGetNList(l, 0), num(99));
-    EXPECT_EQ(SutGetNList(l, 3), num(14));
     EXPECT_EQ(SutRemoveNList(l, 4), nullptr);
-    EXPECT_EQ(SutRemoveNList(nullptr, 0), nullptr);
+    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{99, 12, 13, 14}));
 
     EXPECT_EQ(SutRemoveList(l), num(14)); // the last item, not the first
     EXPECT_EQ(SutSizList(l), 3);
@@ -148,15 +128,11 @@ TEST(List, PositionalAccessReplaceRemoveAndPop) {
 TEST(List, NullItemsAreStoredAndPositionIsByIdentity) {
     SutList *l = makeList({"a", nullptr, "b"});
     EXPECT_EQ(SutSizList(l), 3);
-    EXPECT_EQ(SutGetNList(l, 1), nullptr);
     EXPECT_EQ(SutGetPosFromItem(l, nullptr), 1);
     char same[] = "b";
     EXPECT_EQ(SutGetPosFromItem(l, same), -1); // equal text at another address
     EXPECT_EQ(SutGetPosFromItem(l, SutGetNList(l, 2)), 2);
     EXPECT_EQ(SutGetPosFromItem(nullptr, nullptr), -1);
-    SutList *empty = SutNewList();
-    EXPECT_EQ(SutGetPosFromItem(empty, nullptr), -1);
-    SutDeleteList(empty);
     SutDestroyList(l);
 }
 
@@ -181,12 +157,8 @@ TEST(List, CopyAndCatShareItems) {
     SutRemoveList(l); // the shared pointers would be freed twice otherwise
     SutRemoveList(l);
     SutDestroyList(l);
-}
-
-TEST(List, DeleteAndDestroyAnswerNull) {
     EXPECT_EQ(SutDeleteList(nullptr), -1);
     EXPECT_EQ(SutDestroyList(nullptr), -1);
-    EXPECT_EQ(SutDestroyList(makeList({"owned", "strings"})), 0);
     EXPECT_EQ(SutDeleteList(SutNewList()), 0);
 }
 

@@ -1,8 +1,8 @@
 // Option lines: the exact " : " match, replacement in place, positional name
 // cut of appended lines, and the file and text readers.
+#include "support/c_values.hpp"
+#include "support/temp_dir.hpp"
 #include "util/options.h"
-#include "util/support.hpp"
-#include "util/tempdir.hpp"
 
 #include <gtest/gtest.h>
 
@@ -29,20 +29,14 @@ TEST(Options, LookupTakesTheFirstExactMatch) {
     EXPECT_EQ(VlGetOption(l, "Z", &i), nullptr);
     EXPECT_EQ(i, -1); // not written when nothing matches
     EXPECT_EQ(VlGetOption(l, "", &i), nullptr);
-    EXPECT_EQ(VlGetOption(l, nullptr, &i), nullptr);
     EXPECT_EQ(VlGetOption(nullptr, "A", &i), nullptr);
     EXPECT_EQ(i, -1);
     SutDestroyList(l);
 
-    l = makeList({"A :"});
+    l = makeList({"A :", "B : "});
     EXPECT_EQ(VlGetOptionValue(l, "A"), nullptr); // shorter than "A : "
+    EXPECT_EQ(take(VlGetOptionValue(l, "B")), "");
     SutDestroyList(l);
-    l = makeList({"A : "});
-    EXPECT_EQ(take(VlGetOptionValue(l, "A")), "");
-    SutDestroyList(l);
-    SutList *empty = SutNewList();
-    EXPECT_EQ(VlGetOptionValue(empty, "A"), nullptr);
-    SutDeleteList(empty);
 }
 
 TEST(Options, StrippedValuesAndCategories) {
@@ -53,25 +47,20 @@ TEST(Options, StrippedValuesAndCategories) {
     EXPECT_EQ(take(VlGetStrippedOptionValueByCat(l, "Project.", "CGI URL")), "/cgi-bin/x");
     EXPECT_EQ(VlGetStrippedOptionValueByCat(l, "Test.", "CGI URL"), nullptr);
     EXPECT_EQ(VlGetStrippedOptionValueByCat(l, nullptr, "CGI URL"), nullptr);
-    EXPECT_EQ(VlGetStrippedOptionValueByCat(l, "Project.", nullptr), nullptr);
     SutDestroyList(l);
 }
 
 TEST(Options, NamesAndLineMaking) {
     EXPECT_EQ(VlValidOptionName("App Server.Host name"), 1);
     EXPECT_EQ(VlValidOptionName("a:b"), 0);
-    EXPECT_EQ(VlValidOptionName("a|b"), 0);
     EXPECT_EQ(VlValidOptionName(""), 0);
-    EXPECT_EQ(VlValidOptionName(nullptr), 0);
 
     EXPECT_EQ(take(VlMakeOptionString(" Name\t", "v")), "Name : v");
     EXPECT_EQ(take(VlMakeOptionString("Name\n", " v \r")), "Name :  v \r");
     EXPECT_EQ(take(VlMakeOptionString("N", "")), "N : ");
-    EXPECT_EQ(VlMakeOptionString("a:b", "v"), nullptr);
     EXPECT_EQ(VlMakeOptionString("a|b", "v"), nullptr);
     EXPECT_EQ(VlMakeOptionString(" \t", "v"), nullptr);
     EXPECT_EQ(VlMakeOptionString("N", nullptr), nullptr);
-    EXPECT_EQ(VlMakeOptionString(nullptr, "v"), nullptr);
 }
 
 TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
@@ -105,13 +94,8 @@ TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
     EXPECT_STREQ(noColon, "no colon");
     SutDestroyList(l);
 
-    SutList *fresh = VlAppendOption(nullptr, strdup("A : 1"));
-    EXPECT_EQ(items(fresh), (Strings{"A : 1"}));
-    SutDestroyList(fresh);
-    fresh = VlAppendOption(nullptr, noColon);
-    ASSERT_NE(fresh, nullptr);
-    EXPECT_EQ(SutSizList(fresh), 0);
-    SutDestroyList(fresh);
+    EXPECT_EQ(takeList(VlAppendOption(nullptr, strdup("A : 1"))), (Strings{"A : 1"}));
+    EXPECT_EQ(takeList(VlAppendOption(nullptr, noColon)), Strings{}); // an empty list
 }
 
 TEST(Options, AppendNameValueAndMerge) {
@@ -120,51 +104,36 @@ TEST(Options, AppendNameValueAndMerge) {
     VlAppendOptionNameValue(l, "bad:name", "1");
     VlAppendOptionNameValue(l, "Test.Host", "h");
     EXPECT_EQ(items(l), (Strings{"Test.Port : 81", "Test.Host : h"}));
-    SutList *none = VlAppendOptionNameValue(nullptr, "bad|name", "1");
-    ASSERT_NE(none, nullptr);
-    EXPECT_EQ(SutSizList(none), 0);
-    SutDestroyList(none);
+    EXPECT_EQ(takeList(VlAppendOptionNameValue(nullptr, "bad|name", "1")), Strings{});
 
     const char *shared = "Test.Port : 82";
     EXPECT_EQ(VlVaOptionsMerge(l, shared, "Z : 1", (char *)nullptr), l);
     EXPECT_EQ(items(l), (Strings{"Test.Port : 81", "Test.Host : h", "Test.Port : 82", "Z : 1"}));
     EXPECT_NE(SutGetNList(l, 2), shared); // copies, not the caller's text
     SutDestroyList(l);
-    SutList *merged = VlVaOptionsMerge(nullptr, "A : 1", (char *)nullptr);
-    EXPECT_EQ(items(merged), (Strings{"A : 1"}));
-    SutDestroyList(merged);
+    EXPECT_EQ(takeList(VlVaOptionsMerge(nullptr, "A : 1", (char *)nullptr)), (Strings{"A : 1"}));
 }
 
 TEST(Options, ReadersKeepLinesVerbatimAndDropLinesWithoutColon) {
     TempDir dir;
     std::string path = dir.write("Velmora.cfg", "A : 1\n\nB\nC : 3\n");
-    SutList *l = VlOptionGetFromFile(path.c_str());
-    EXPECT_EQ(items(l), (Strings{"A : 1", "C : 3"}));
-    SutDestroyList(l);
+    EXPECT_EQ(takeList(VlOptionGetFromFile(path.c_str())), (Strings{"A : 1", "C : 3"}));
 
     // No comments, no continuation; carriage returns and blanks stay.
     path = dir.write("dos.cfg", "# note : kept\r\n  Indented : x \\\r\nnext\r\n");
-    l = VlOptionGetFromFile(path.c_str());
-    EXPECT_EQ(items(l), (Strings{"# note : kept\r", "  Indented : x \\\r"}));
-    SutDestroyList(l);
+    EXPECT_EQ(takeList(VlOptionGetFromFile(path.c_str())),
+              (Strings{"# note : kept\r", "  Indented : x \\\r"}));
 
-    for (std::string missing : {dir.file("missing.cfg"), dir.path(), std::string()}) {
-        l = VlOptionGetFromFile(missing.c_str());
-        ASSERT_NE(l, nullptr) << missing;
-        EXPECT_EQ(SutSizList(l), 0);
-        SutDestroyList(l);
+    // Unreadable files give an empty list, never null.
+    std::string missingFile = dir.file("missing.cfg");
+    for (const char *missing : std::initializer_list<const char *>{
+             missingFile.c_str(), dir.path().c_str(), "", nullptr}) {
+        SutList *l = VlOptionGetFromFile(missing);
+        ASSERT_NE(l, nullptr) << str(missing);
+        EXPECT_EQ(takeList(l), Strings{});
     }
-    l = VlOptionGetFromFile(nullptr);
-    ASSERT_NE(l, nullptr);
-    EXPECT_EQ(SutSizList(l), 0);
-    SutDestroyList(l);
-
-    l = VlOptionGetFromString("x:y\n:\nz");
-    EXPECT_EQ(items(l), (Strings{"x:y", ":"}));
-    SutDestroyList(l);
-    l = VlOptionGetFromString("");
-    EXPECT_EQ(SutSizList(l), 0);
-    SutDestroyList(l);
+    EXPECT_EQ(takeList(VlOptionGetFromString("x:y\n:\nz")), (Strings{"x:y", ":"}));
+    EXPECT_EQ(takeList(VlOptionGetFromString("")), Strings{});
     EXPECT_EQ(VlOptionGetFromString(nullptr), nullptr);
 }
 
@@ -179,14 +148,11 @@ std::vector<intptr_t> numbers(SutList *l) {
 TEST(Options, IntegerLists) {
     EXPECT_EQ(numbers(VlOptionGetIntList("10, 20,5")), (std::vector<intptr_t>{10, 20, 5}));
     EXPECT_EQ(numbers(VlOptionGetIntList(",,3,,\t4 ,")), (std::vector<intptr_t>{3, 4}));
-    SutList *empty = VlOptionGetIntList("");
-    ASSERT_NE(empty, nullptr);
-    EXPECT_EQ(SutSizList(empty), 0);
-    SutDeleteList(empty);
-    empty = VlOptionGetIntList(",,");
-    ASSERT_NE(empty, nullptr);
-    EXPECT_EQ(SutSizList(empty), 0);
-    SutDeleteList(empty);
+    for (const char *empty : {"", ",,"}) {
+        SutList *l = VlOptionGetIntList(empty);
+        ASSERT_NE(l, nullptr) << empty;
+        EXPECT_EQ(numbers(l), std::vector<intptr_t>{});
+    }
     EXPECT_EQ(VlOptionGetIntList("10,0"), nullptr);
     EXPECT_EQ(VlOptionGetIntList("1,x"), nullptr);
     EXPECT_EQ(VlOptionGetIntList("1, ,2"), nullptr); // trims to "" and so to 0
