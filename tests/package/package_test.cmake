@@ -3,14 +3,25 @@
 # with find_package(Velmora) and with pkg-config, run and its output compared.
 #
 #   cmake -DBUILD_DIR=... -DSOURCE_DIR=... -DWORK_DIR=... -DC_COMPILER=...
-#         [-DC_FLAGS=...] [-DLINK_FLAGS=...] [-DGENERATOR=...] -P package_test.cmake
+#         -DVERSION=... -DVERSION_MAJOR=... [-DC_FLAGS=...] [-DLINK_FLAGS=...]
+#         [-DGENERATOR=...] [-DBINDIR=bin -DLIBDIR=lib -DINCLUDEDIR=include
+#         -DDATADIR=share -DMANDIR=share/man] -P package_test.cmake
 #
 # C_FLAGS and LINK_FLAGS are the flags the library was built with (the
 # sanitizer build needs them on the programs that link it too).
 
-foreach(var BUILD_DIR SOURCE_DIR WORK_DIR C_COMPILER)
+foreach(var BUILD_DIR SOURCE_DIR WORK_DIR C_COMPILER VERSION VERSION_MAJOR)
   if(NOT ${var})
     message(FATAL_ERROR "package test: ${var} is not set")
+  endif()
+endforeach()
+# The build's installation directories, relative to the prefix.
+foreach(dir BINDIR:bin LIBDIR:lib INCLUDEDIR:include DATADIR:share MANDIR:share/man)
+  string(REPLACE ":" ";" dir ${dir})
+  list(GET dir 0 var)
+  list(GET dir 1 default)
+  if(NOT ${var})
+    set(${var} ${default})
   endif()
 endforeach()
 
@@ -39,26 +50,28 @@ endfunction()
 run("cmake --install" ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
 # The layout.
-foreach(file bin/vlnogui lib/libvelmora.a
-             include/velmora/velmora.h include/velmora/util/list.h include/velmora/maps/map.h
-             share/velmora/config/main.tem share/velmora/config/Makefile.tem
-             share/velmora/config/Velmora.cfg share/velmora/config/VlKeyWds.ini
-             share/velmora/bin/vlinst.sh share/man/man1/vlnogui.1
-             lib/cmake/Velmora/VelmoraConfig.cmake lib/cmake/Velmora/VelmoraConfigVersion.cmake
-             lib/cmake/Velmora/VelmoraTargets.cmake lib/pkgconfig/velmora.pc)
+set(headers ${INCLUDEDIR}/velmora)
+set(dist ${DATADIR}/velmora)
+foreach(file ${BINDIR}/vlnogui ${LIBDIR}/libvelmora.a
+             ${headers}/velmora.h ${headers}/util/list.h ${headers}/maps/map.h
+             ${dist}/config/main.tem ${dist}/config/Makefile.tem
+             ${dist}/config/Velmora.cfg ${dist}/config/VlKeyWds.ini
+             ${dist}/bin/vlinst.sh ${MANDIR}/man1/vlnogui.1
+             ${LIBDIR}/cmake/Velmora/VelmoraConfig.cmake ${LIBDIR}/cmake/Velmora/VelmoraConfigVersion.cmake
+             ${LIBDIR}/cmake/Velmora/VelmoraTargets.cmake ${LIBDIR}/pkgconfig/velmora.pc)
   if(NOT EXISTS ${prefix}/${file})
     message(FATAL_ERROR "package test: ${file} is not installed")
   endif()
 endforeach()
 # Exactly the public headers: every .h under src/ in its subfolder, nothing else.
 file(GLOB_RECURSE public RELATIVE ${SOURCE_DIR}/src ${SOURCE_DIR}/src/*.h)
-file(GLOB_RECURSE installed RELATIVE ${prefix}/include/velmora ${prefix}/include/velmora/*)
+file(GLOB_RECURSE installed RELATIVE ${prefix}/${headers} ${prefix}/${headers}/*)
 list(SORT public)
 list(SORT installed)
 if(NOT public STREQUAL installed)
   message(FATAL_ERROR "package test: installed headers\n  ${installed}\ndiffer from the public ones\n  ${public}")
 endif()
-execute_process(COMMAND test -x ${prefix}/share/velmora/bin/vlinst.sh RESULT_VARIABLE rc)
+execute_process(COMMAND test -x ${prefix}/${dist}/bin/vlinst.sh RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "package test: the installed scripts are not executable")
 endif()
@@ -89,7 +102,7 @@ find_program(PKG_CONFIG pkg-config)
 if(NOT PKG_CONFIG)
   message(FATAL_ERROR "package test: pkg-config is not installed (apt-get install pkg-config)")
 endif()
-set(ENV{PKG_CONFIG_PATH} ${prefix}/lib/pkgconfig)
+set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
 execute_process(COMMAND ${PKG_CONFIG} --modversion velmora OUTPUT_VARIABLE version
                 OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE rc ERROR_VARIABLE err)
 if(NOT rc EQUAL 0 OR NOT version STREQUAL VERSION)
