@@ -111,7 +111,7 @@ VlHtmlAnch *ProcessKeyWordsAt(KeywordScan &scan, const char *position) {
     // The first keyword in list order that the attribute name begins with.
     const char *keyword = nullptr;
     for (int i = 0; i < SutSizList(keys) && !keyword; i++) {
-        auto *k = static_cast<const char *>(SutGetNList(keys, i));
+        const auto *k = static_cast<const char *>(SutGetNList(keys, i));
         if (k && *k && IPrefix(position + 1, k)) keyword = k;
     }
     if (!keyword) return nullptr;

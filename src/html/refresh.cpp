@@ -66,7 +66,7 @@ void RefreshSites(VlHtmlDoc *oldDoc, VlHtmlDoc *newDoc, const char *pageName) {
     }
     for (int i = 0; i < SutSizList(oldDoc->sites); i++) {
         auto *site = static_cast<VlHtmlSite *>(SutGetNList(oldDoc->sites, i));
-        if (site->name && !present.count(site->name))
+        if (site->name && !present.contains(site->name))
             SwdUpdateMapDeletedSwidget(site->name, pageName, "S", nullptr);
     }
 }

@@ -141,7 +141,7 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
     }
 
     for (int i = 0; i < SutSizList(bind->colBinds); i++) {
-        auto *col = static_cast<const SpmColBind *>(SutGetNList(bind->colBinds, i));
+        const auto *col = static_cast<const SpmColBind *>(SutGetNList(bind->colBinds, i));
         if (!col) continue;
         out.append("\tSgeSetColBind(pSgeWCD, ").append(widgetWord(col));
         out.append(", ").append(std::to_string(col->group));
@@ -164,7 +164,7 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
     }
 
     for (int i = 0; i < SutSizList(bind->argBinds); i++) {
-        auto *arg = static_cast<const SpmArgBind *>(SutGetNList(bind->argBinds, i));
+        const auto *arg = static_cast<const SpmArgBind *>(SutGetNList(bind->argBinds, i));
         if (!arg) continue;
         out.append("\tSgeSetArgBnd2(pSgeWCD, ").append(std::to_string(arg->dataTypeId));
         out.append(", ").append(std::to_string(arg->dataSize));

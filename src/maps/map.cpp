@@ -482,7 +482,7 @@ char *WbeGetUniqueSPName(const char *base) {
     }
     for (unsigned long n = 1;; n++) {
         std::string candidate = stem + std::to_string(n);
-        if (!taken.count(candidate)) return VlHeapCopy(candidate);
+        if (!taken.contains(candidate)) return VlHeapCopy(candidate);
     }
 }
 

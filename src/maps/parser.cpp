@@ -40,6 +40,11 @@ string_view dropLast(string_view v, size_t n) {
     return v.substr(0, v.size() > n ? v.size() - n : 0);
 }
 
+// A C string as a view; a null one (a failed copy) is the empty text.
+string_view viewOf(const char *s) {
+    return s ? string_view(s) : string_view();
+}
+
 // The first ";" outside double quotes from `from`. With escapes, a quote
 // preceded by a backslash does not open or close a quoted part.
 size_t findCodeEnd(string_view t, size_t from, bool escapes) {
@@ -320,10 +325,10 @@ void applyWorkCall(SpmSPBind *bind, SpmCallbackBind *call, string_view text) {
     char *server = nullptr, *db = nullptr, *name = nullptr, *last = nullptr;
     SwdParseWorkCall(copy.c_str(), &maxRows, &server, &db, &name, &last);
     VlCharPtr s(server), d(db), n(name), l(last);
-    setField(&bind->servername, dropLast(server, 2));
-    setField(&bind->dbname, dropLast(db, 2));
-    setField(&bind->name, dropLast(name, 2));
-    string_view word = dropLast(last, 2);
+    setField(&bind->servername, dropLast(viewOf(server), 2));
+    setField(&bind->dbname, dropLast(viewOf(db), 2));
+    setField(&bind->name, dropLast(viewOf(name), 2));
+    string_view word = dropLast(viewOf(last), 2);
     call->maxRows = maxRows;
     setField(&call->useDialog, word);
     for (const KindWord &kind : kindWords) {

@@ -348,7 +348,7 @@ char *SwdGetUnique(const char *base, SutList *names) {
     for (int i = 0; i < SutSizList(names); i++)
         if (const char *name = At<const char>(names, i)) taken.insert(name);
     std::string candidate = base;
-    for (int n = 1; taken.count(candidate); n++)
+    for (int n = 1; taken.contains(candidate); n++)
         candidate = std::string(base) + std::to_string(n);
     return VlHeapCopy(candidate);
 }

@@ -25,7 +25,7 @@ VlAlias *AliasAt(const VlFunction *fn, int i) {
 }
 
 char TypeLetter(const char *type) {
-    return type ? type[0] : 0;
+    return type ? type[0] : '\0';
 }
 
 /* Replaces a text field by a copy of text, freeing the old one. */

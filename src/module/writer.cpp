@@ -54,7 +54,7 @@ std::string ModuleText(const VlModule *module, const char *fileName) {
 
     const int count = SutSizList(module->functions);
     for (int i = 0; i < count; i++) {
-        auto *fn = static_cast<const VlFunction *>(SutGetNList(module->functions, i));
+        const auto *fn = static_cast<const VlFunction *>(SutGetNList(module->functions, i));
         out += "/*Velmora Start of Function */\nstatic void ";
         AppendOwned(out, FunctionName(fn));
         out += " ()\n/* start of initial code */\n{\n";

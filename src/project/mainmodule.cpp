@@ -58,8 +58,8 @@ const char kFinalEnd[] = "\t/* Velmora End Of Final Code */\n";
 
 // One piece of the template, found from where the previous piece ended; a
 // piece that is not there writes nothing.
-void WritePiece(FILE *fp, const char **cursor, const char *start, const char *end) {
-    VlCharPtr piece(VlParseSection(*cursor, start, end, cursor));
+void WritePiece(FILE *fp, const char **cursor, const char *after, const char *before) {
+    VlCharPtr piece(VlParseSection(*cursor, after, before, cursor));
     if (piece) fputs(piece.get(), fp);
 }
 

@@ -108,7 +108,7 @@ void LoadGlobalOptions() {
 // already present replaces it in place).
 void MergeInto(SutList *merged, SutList *list) {
     for (int i = 0; i < SutSizList(list); i++) {
-        auto *line = static_cast<const char *>(SutGetNList(list, i));
+        const auto *line = static_cast<const char *>(SutGetNList(list, i));
         if (!line) continue;
         char *copy = StrDup(line);
         VlAppendOption(merged, copy);
@@ -203,7 +203,7 @@ SutList *VlProjBuildOptionsList(void) {
     free(VlProjGetOptionNoParse("Makefile.$VL_SOURCE_SUFFIX"));
     SutList *merged = SutNewList();
     for (int i = 0; i < SutSizList(theGlobalOptions); i++) {
-        auto *line = static_cast<const char *>(SutGetNList(theGlobalOptions, i));
+        const auto *line = static_cast<const char *>(SutGetNList(theGlobalOptions, i));
         if (line) SutAddList(merged, StrDup(line));
     }
     MergeInto(merged, theUserOptions);
@@ -221,7 +221,7 @@ int VlProjSaveUserOptions(void) {
         return 0;
     }
     for (int i = 0; i < SutSizList(merged); i++) {
-        auto *line = static_cast<const char *>(SutGetNList(merged, i));
+        const auto *line = static_cast<const char *>(SutGetNList(merged, i));
         if (line) fprintf(out, "%s\n", line);
     }
     fclose(out);

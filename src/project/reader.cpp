@@ -17,7 +17,6 @@
 #include "project/lookup.h"
 #include "project/mainmodule.h"
 #include "project/naming.h"
-#include "project/options.h"
 #include "project/writer.h"
 #include "util/files.h"
 #include "util/heap.hpp"

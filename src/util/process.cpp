@@ -172,6 +172,9 @@ void clr_fl(int fd, int flags) {
     if (fcntl(fd, F_SETFL, now & ~flags) < 0) std::fputs("fcntl F_SETFL error", stderr);
 }
 
+// The signature is the toolkit's input callback (XtAppAddInput takes it) and part of
+// the C interface, so its pointers stay non-const.
+// NOLINTNEXTLINE(readability-non-const-parameter): fixed callback signature
 void ReadFromStdIn(void *stream, int *fdPtr, unsigned long *inputIdPtr) {
     if (!stream || !fdPtr) return;
     int fd = *fdPtr;
