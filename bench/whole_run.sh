@@ -66,7 +66,8 @@ for n in "$@"; do
     t0=$(now)
     cp -r "$work/tree" "$work/copy"
     t1=$(now)
-    rm -rf "$work/copy"
+    # The copy stays until after the run: creating files where many were just
+    # deleted costs the file system more, and would be charged to vlnogui.
     t2=$(now)
     kb=$(cd "$work/tree" && export VELMORA="$work/dist" HOME="$work/home" \
         PATH="$work/dist/bin:/usr/bin:/bin" && peak "$vlnogui" -p "$work/tree/big.pj" -c "$work/run.cfg")
