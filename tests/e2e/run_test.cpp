@@ -8,6 +8,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -333,6 +334,68 @@ TEST(EndToEnd, NamesThatNeedQuotingArriveAsOneArgument) {
     r = w.run({"-p", "my shop.pj"});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(w.read("proj/velmoraBackmy shop/my shop.pj"), w.read("proj/my shop.pj"));
+}
+
+// Every file found under dir whose own name is name.
+std::vector<std::string> filesNamed(const std::string &dir, const std::string &name) {
+    std::vector<std::string> found;
+    for (const auto &entry : fs::recursive_directory_iterator(dir))
+        if (entry.path().filename() == name) found.push_back(entry.path().string());
+    return found;
+}
+
+// Directory, project, page and module names that hold a blank, both quotes,
+// ";", "&", "|", "$(...)" and a backquote, each built around a command that
+// would leave a file "canary" behind: with the read and write scripts on, a
+// run and a second run (which backs every file up) start no such command,
+// and every script gets each name as one argument.
+TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
+    E2eWorld w;
+    distribution(w);
+    const std::string dir = "it's \"a\" dir $(touch canary)";
+    const std::string name = "shop;touch canary;&touch canary&|touch canary|";
+    const std::string page = "pg $(touch canary) `touch canary`.html";
+    const std::string pageModule = "pg___touch_canary___touch_canary__html";
+    const std::string module = "pg $(touch canary) `touch canary`.c"; // the page's module
+    w.write("proj/" + dir + "/" + name + ".pj",
+            std::string(kHead) + module + "\nHTML Files :\n" + page +
+                "\nProject Options :\nProject.Call Read/Write Scripts : True\n");
+    w.write("proj/" + dir + "/" + page,
+            "<p>\n<FORM ACTION=\"x.cgi\" METHOD=\"post\">\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
+            "VALUE=\"order__F" +
+                pageModule + "\">\n</FORM>\n");
+    w.write("proj/" + dir + "/" + module,
+            "/* Velmora Module File V1.0B */\n/* Velmora Start Of user Includes */\n"
+            "static char _Vl_HTML_Filename[] = \"" +
+                page + "\";\n" + kOrder + "void R_" + pageModule +
+                "()\n{\n\n}/* Velmora End of Module */\n");
+    const std::string project = w.path("proj/" + dir + "/" + name + ".pj");
+    const std::string none = w.path("none.cfg");
+    ProgramRun r = w.run({"-p", project, "-c", none});
+    const std::string noConfig = "Warning : Could not open configuration file " + none + "\n";
+    EXPECT_EQ(r.out, progress(project, none,
+                              "Could not read file in VlMainModuleRead:" + name + ".c\n" + noConfig,
+                              ""));
+    EXPECT_EQ(r.err, "");
+    EXPECT_EQ(r.status, 0);
+    const std::string calls = "vlreadhtml.sh: [" + page + "]\nvlreadmodule.sh: [" + module +
+                              "]\nvlwritemodule.sh: [" + module + "]\nvlwritehtml.sh: [" + page +
+                              "]\nvlwriteprj.sh: [" + name + ".pj]\nvlinst.sh: [" + name +
+                              ".cgi] [" + page + "] [/cgi] [http://h/" + name + "] [/www/" + name +
+                              "] [" + name + ".mak] [CGI] [ " + page + "]\n";
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
+    EXPECT_EQ(w.read("proj/" + dir + "/" + name + ".mak"),
+              "PROGRAM = " + name + ".cgi\nOBJS = " + name + ".c \\\n\t" + module + "\n");
+
+    r = w.run({"-p", project, "-c", none});
+    EXPECT_EQ(r.out, progress(project, none, noConfig, ""));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
+    for (const std::string &file : {name + ".pj", name + ".c", page, module})
+        EXPECT_EQ(w.read("proj/" + dir + "/velmoraBack" + name + "/" + file),
+                  w.read("proj/" + dir + "/" + file))
+            << file;
+    EXPECT_EQ(filesNamed(w.path(), "canary"), std::vector<std::string>{});
 }
 
 } // namespace
