@@ -200,6 +200,9 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
         VlPrintError("\n");
         return nullptr;
     }
+    // The page stays as it is while its module is read: its forms and
+    // anchors are looked up by name through an index, once per function.
+    VlHtmlBeginNameLookups(module->html);
 
     module->functions = SutNewList();
     VlFunction *fn = nullptr;
@@ -208,6 +211,7 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
     ReadAliases(module, &cursor);
 
     text.reset();
+    VlHtmlEndNameLookups();
     module->saved = 1;
     struct stat st;
     if (stat(fileName, &st) != 0) {
