@@ -398,4 +398,75 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
     EXPECT_EQ(filesNamed(w.path(), "canary"), std::vector<std::string>{});
 }
 
+// Each section is read from its first marker on, wherever the others stand:
+// repeated markers end up inside the options and are written back as they
+// were; markers out of order leave the project without options, and then the
+// run stops before writing anything.
+TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
+    E2eWorld w;
+    distribution(w);
+    const std::string repeated = std::string(kHead) +
+                                 "HTML Files :\na.html\nProject Options :\n"
+                                 "Project.Call Read/Write Scripts : False\n"
+                                 "HTML Files :\nb.html\nProject Options :\nTest.Y : 2\n";
+    w.write("proj/r.pj", repeated);
+    w.write("proj/a.html", "<p>a</p>\n");
+    w.write("proj/b.html", "<p>b</p>\n");
+    ProgramRun r = w.run({"-p", "r.pj"});
+    EXPECT_EQ(r.out, progress("r.pj", "",
+                              "Could not read file in VlMainModuleRead:r.c\n"
+                              "Warning : Could not open configuration file \n",
+                              kNoBinding));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.read("proj/r.pj"), repeated);
+    EXPECT_EQ(w.project({"r.", "velmoraBack"}),
+              (Files{{"a.html", "<p>a</p>\n"},
+                     {"b.html", "<p>b</p>\n"},
+                     {"in_use", "<dir>"},
+                     {"in_use/a.html.vlm", "<p>a</p>\n"}}));
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [r.pj]\n");
+
+    const std::string outOfOrder = "Velmora Project File V1.0\nProject Options :\nTest.X : 1\n"
+                                   "HTML Files :\na.html\n"
+                                   "This is a generated file. DO NOT MODIFY.\nSource files:\nm.c\n";
+    w.write("proj/o.pj", outOfOrder);
+    const Files before = w.project();
+    r = w.run({"-p", "o.pj"});
+    EXPECT_EQ(r.out, std::string(kBanner) +
+                         "Applying Changes to o.pj from \n"
+                         "Could not read file in VlModuleNewFromFile<m.c>\n"
+                         "Could not read file in VlMainModuleRead:o.c\n"
+                         "Internal Error. could not read project options\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(w.project(), before);
+}
+
+// Control characters, bytes above 127 and invalid UTF-8 pass through a run
+// unchanged in pages and options. A NUL byte ends the text as the engine
+// sees it (files are read as C strings, so what follows it is not written
+// back): the run does not crash and what stands before the NUL is kept.
+TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
+    E2eWorld w;
+    distribution(w);
+    const std::string page = "<p>\xff\xfe\x01\x80\x7f caf\xc3\xa9\n"
+                             "<A HREF=\"\xe9\x1b.html\">\x02</A>\n";
+    w.write("proj/b.pj", std::string(kHead) +
+                             "HTML Files :\nb.html\nz.html\nProject Options :\n"
+                             "Project.Call Read/Write Scripts : False\n");
+    w.write("proj/b.html", page);
+    w.write("proj/z.html", std::string("<p>z\0after</p>\n", 15));
+    w.write("bin.cfg", std::string("Test.Z : \x01\xff\xc0\n", 13));
+    ProgramRun r = w.run({"-p", "b.pj", "-c", w.path("bin.cfg")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, progress("b.pj", w.path("bin.cfg"),
+                              "Could not read file in VlMainModuleRead:b.c\n", kNoBinding));
+    EXPECT_EQ(w.read("proj/b.html"), page);
+    EXPECT_EQ(w.read("proj/in_use/b.html.vlm"), page);
+    EXPECT_EQ(w.read("proj/z.html").substr(0, 4), "<p>z");
+    EXPECT_EQ(w.read("proj/b.pj"), std::string(kHead) +
+                                       "HTML Files :\nb.html\nz.html\nProject Options :\n"
+                                       "Project.Call Read/Write Scripts : False\n"
+                                       "Test.Z : \x01\xff\xc0\n");
+}
+
 } // namespace
