@@ -3,12 +3,14 @@
 // the gaps, and the orig copies remember how the page stands on disk.
 #include "html/document.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "html/page.h"
 #include "util/list.h"
@@ -81,13 +83,53 @@ template <class Record, class Deleter> void DeleteRecords(SutList *list, Deleter
     SutDeleteList(list);
 }
 
+// The position of the first record of each full name and, among the records
+// without one, of each URL: a lookup by name answers with the smaller of the
+// two, which is the record a walk of the list would meet first.
+struct NameIndex {
+    std::unordered_map<std::string, int> byFullName, byUrl;
+};
+
+template <class Record, class UrlOf> NameIndex BuildIndex(SutList *list, UrlOf urlOf) {
+    NameIndex index;
+    for (int i = 0; i < SutSizList(list); i++) {
+        auto *r = static_cast<Record *>(SutGetNList(list, i));
+        if (!r) continue;
+        if (!IsEmpty(r->fullName))
+            index.byFullName.emplace(r->fullName, i);
+        else if (urlOf(r))
+            index.byUrl.emplace(urlOf(r), i);
+    }
+    return index;
+}
+
+// The page whose lookups go through indexes, between VlHtmlBeginNameLookups
+// and VlHtmlEndNameLookups; each index is built at its first lookup.
+struct LookupSession {
+    VlHtmlDoc *doc = nullptr;
+    bool formsBuilt = false, anchorsBuilt = false;
+    NameIndex forms, anchors;
+};
+LookupSession session;
+
 // Shared by the form and anchor lookups: the first record whose full name
 // equals the built one, or, while unnamed, whose URL equals the short name.
 template <class Record, class UrlOf>
-Record *FindByName(VlHtmlDoc *doc, SutList *list, const char *shortName, char letter, UrlOf urlOf) {
+Record *FindByName(VlHtmlDoc *doc, SutList *list, const char *shortName, char letter, UrlOf urlOf,
+                   NameIndex *index) {
     if (!doc || IsEmpty(shortName)) return nullptr;
     char *full = MakeFullName(doc, shortName, letter);
     Record *found = nullptr;
+    if (index) {
+        int at = -1;
+        if (auto hit = index->byFullName.find(full ? full : ""); hit != index->byFullName.end())
+            at = hit->second;
+        if (auto hit = index->byUrl.find(shortName); hit != index->byUrl.end())
+            at = at < 0 ? hit->second : std::min(at, hit->second);
+        if (at >= 0) found = static_cast<Record *>(SutGetNList(list, at));
+        free(full);
+        return found;
+    }
     for (int i = 0; i < SutSizList(list) && !found; i++) {
         auto *r = static_cast<Record *>(SutGetNList(list, i));
         if (!r) continue;
@@ -224,13 +266,34 @@ int VlHtmlSplitFuncName(const char *fullName, char **restOut, char *typeOut, cha
 }
 
 VlHtmlForm *VlHtmlGetFormByName(VlHtmlDoc *doc, const char *shortName) {
-    return FindByName<VlHtmlForm>(doc, doc ? doc->forms : nullptr, shortName, 'F',
-                                  [](VlHtmlForm *f) { return f->action; });
+    auto action = [](VlHtmlForm *f) { return f->action; };
+    NameIndex *index = nullptr;
+    if (doc && doc == session.doc) {
+        if (!session.formsBuilt) session.forms = BuildIndex<VlHtmlForm>(doc->forms, action);
+        session.formsBuilt = true;
+        index = &session.forms;
+    }
+    return FindByName<VlHtmlForm>(doc, doc ? doc->forms : nullptr, shortName, 'F', action, index);
 }
 
 VlHtmlAnch *VlHtmlGetAnchByName(VlHtmlDoc *doc, const char *shortName) {
-    return FindByName<VlHtmlAnch>(doc, doc ? doc->anchors : nullptr, shortName, 'A',
-                                  [](VlHtmlAnch *a) { return a->url; });
+    auto url = [](VlHtmlAnch *a) { return a->url; };
+    NameIndex *index = nullptr;
+    if (doc && doc == session.doc) {
+        if (!session.anchorsBuilt) session.anchors = BuildIndex<VlHtmlAnch>(doc->anchors, url);
+        session.anchorsBuilt = true;
+        index = &session.anchors;
+    }
+    return FindByName<VlHtmlAnch>(doc, doc ? doc->anchors : nullptr, shortName, 'A', url, index);
+}
+
+void VlHtmlBeginNameLookups(VlHtmlDoc *doc) {
+    session = LookupSession{};
+    session.doc = doc;
+}
+
+void VlHtmlEndNameLookups(void) {
+    session = LookupSession{};
 }
 
 int VlHtmlIsUniqueFormName(VlHtmlDoc *doc, const char *shortName) {

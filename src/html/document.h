@@ -99,6 +99,14 @@ int VlHtmlSplitFuncName(const char *fullName, char **restOut, char *typeOut, cha
  * equals the name asked for. */
 VlHtmlForm *VlHtmlGetFormByName(VlHtmlDoc *doc, const char *shortName);
 VlHtmlAnch *VlHtmlGetAnchByName(VlHtmlDoc *doc, const char *shortName);
+/* From VlHtmlBeginNameLookups(doc) to VlHtmlEndNameLookups(), the two
+ * lookups above answer for doc from an index made at the first lookup, with
+ * the same result as the walk of its list, in constant time: for a reader
+ * that looks up many names on a page while neither the page nor its forms
+ * and anchors change (the module reader). One page at a time; a new begin
+ * replaces the old. */
+void VlHtmlBeginNameLookups(VlHtmlDoc *doc);
+void VlHtmlEndNameLookups(void);
 int VlHtmlIsUniqueFormName(VlHtmlDoc *doc, const char *shortName);
 int VlHtmlIsUniqueAnchName(VlHtmlDoc *doc, const char *shortName);
 SutList *VlHtmlGetForms(VlHtmlDoc *doc);                           /* new strings */

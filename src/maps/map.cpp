@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <unordered_set>
+#include <vector>
 #include <utility>
 
 #include "util/heap.hpp"
@@ -472,18 +472,29 @@ char *WbeGetUniqueSPName(const char *base) {
     std::string stem(base);
     if (!stem.empty() && stem.back() >= '0' && stem.back() <= '9') stem.pop_back();
 
-    // Collect the names in use once, so finding a free number stays linear in
-    // the number of binds. A bind without an altName blocks no candidate.
-    std::unordered_set<std::string> taken;
+    // One walk marks the numbers n for which stem + n is taken. With m binds
+    // the answer is at most m + 1, so larger numbers need no mark, and no
+    // name is copied or hashed.
     SutList *binds = theMapContext->spBinds;
+    const size_t limit = static_cast<size_t>(SutSizList(binds)) + 1;
+    std::vector<bool> taken(limit + 1, false);
     for (int i = 0; i < SutSizList(binds); i++) {
         auto *bind = static_cast<SpmSPBind *>(SutGetNList(binds, i));
-        if (bind && bind->altName) taken.insert(bind->altName);
+        const char *name = bind ? bind->altName : nullptr;
+        if (!name || strncmp(name, stem.data(), stem.size()) != 0) continue;
+        const char *digits = name + stem.size();
+        // Only the decimal form that "%d" writes: no sign, no leading zero.
+        if (*digits < '1' || *digits > '9') continue;
+        size_t n = 0;
+        const char *d = digits;
+        for (; *d >= '0' && *d <= '9' && n <= limit; d++)
+            n = n * 10 + static_cast<size_t>(*d - '0');
+        if (*d == '\0' && n <= limit) taken[n] = true;
     }
-    for (unsigned long n = 1;; n++) {
-        std::string candidate = stem + std::to_string(n);
-        if (!taken.contains(candidate)) return VlHeapCopy(candidate);
-    }
+    size_t n = 1;
+    while (taken[n])
+        n++;
+    return VlHeapCopy(stem + std::to_string(n));
 }
 
 SpmSPBind *PjDuplicateObjBinding(SpmSPBind *src, const char *interface, const char *swidget) {

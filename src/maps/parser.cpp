@@ -342,8 +342,15 @@ void applyWorkCall(SpmSPBind *bind, SpmCallbackBind *call, string_view text) {
 // Walks one body. States: 0 between requests, 1 in the initial-code banner,
 // 2 in the initial code, 3 at the work call, 4 in the request's calls, 6 in
 // the final-code banner, 5 in the final code.
+// Each request's bind is first named by WbeGetUniqueSPName("bind1"), which
+// walks the whole map context; the bind-name comment that generated code
+// always carries then replaces that name. So the walk is left to the end of
+// the extraction and made only for the binds that kept no name of their own
+// (their addresses go into unnamed): the map context does not change while a
+// body is read, so the name is the same as it would have been at once, and
+// reading a project's modules stays linear in the number of its binds.
 void extractFromBody(SutList *result, const char *interface, const char *widget,
-                     const char *callbackName, string_view t) {
+                     const char *callbackName, string_view t, std::vector<SpmSPBind *> &unnamed) {
     int state = 0, requests = 0, slashes = 0;
     size_t codeStart = 0, sixthSlash = 0;
     SpmSPBind *bind = nullptr;
@@ -387,7 +394,8 @@ void extractFromBody(SutList *result, const char *interface, const char *widget,
                 size_t callEnd = end == npos ? t.size() : end + 1;
                 applyWorkCall(bind, call, slice(t, i, end == npos ? t.size() : end + 4));
                 free(bind->altName);
-                bind->altName = WbeGetUniqueSPName("bind1");
+                bind->altName = nullptr;
+                unnamed.push_back(bind);
                 bind->beenApplied = 1;
                 call->callOrder = requests - 1;
                 call->isChanged = 1;
@@ -509,11 +517,19 @@ int SwdParseAnchCode(const char *interface, const char *widget, const char *body
 SutList *SwdExtractMapsFromCallbacks(const char *interface, const char *widget,
                                      SutList *callbacks) {
     SutList *result = SutNewList();
+    std::vector<SpmSPBind *> unnamed;
     for (int i = 0; i < SutSizList(callbacks); i++) {
         auto *item = static_cast<SwdCallbackCode *>(SutGetNList(callbacks, i));
         if (item && item->code)
-            extractFromBody(result, interface, widget, item->callbackName, item->code);
+            extractFromBody(result, interface, widget, item->callbackName, item->code, unnamed);
     }
+    char *name = nullptr;
+    for (SpmSPBind *bind : unnamed) {
+        if (bind->altName) continue; // its bind-name comment named it
+        if (!name) name = WbeGetUniqueSPName("bind1");
+        bind->altName = name ? strdup(name) : nullptr;
+    }
+    free(name);
     return result;
 }
 

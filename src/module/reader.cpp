@@ -147,6 +147,17 @@ void ReadAliases(VlModule *module, const char **cursor) {
     }
 }
 
+// strstr without measuring the whole rest of the text first, as the
+// sanitizers' strstr does: a module is searched from many cursors, and each
+// search must cost what it reads, not the length of the rest of the file.
+const char *FindText(const char *text, const char *pattern) {
+    const size_t length = strlen(pattern);
+    if (length == 0) return text;
+    for (const char *p = text; (p = strchr(p, pattern[0])) != nullptr; p++)
+        if (strncmp(p, pattern, length) == 0) return p;
+    return nullptr;
+}
+
 } // namespace
 
 extern "C" {
@@ -156,12 +167,12 @@ char *VlParseSection(const char *text, const char *startMarker, const char *endM
     if (!text || !cursor) return nullptr;
     const char *begin = text;
     if (startMarker) {
-        const char *found = strstr(text, startMarker);
+        const char *found = FindText(text, startMarker);
         if (!found) return nullptr;
         begin = found + strlen(startMarker);
     }
     const char *end = nullptr;
-    if (endMarker) end = strstr(begin, endMarker);
+    if (endMarker) end = FindText(begin, endMarker);
     if (!end) end = begin + strlen(begin);
     *cursor = end;
     return StrNDup(begin, static_cast<int>(end - begin));
@@ -200,6 +211,9 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
         VlPrintError("\n");
         return nullptr;
     }
+    // The page stays as it is while its module is read: its forms and
+    // anchors are looked up by name through an index, once per function.
+    VlHtmlBeginNameLookups(module->html);
 
     module->functions = SutNewList();
     VlFunction *fn = nullptr;
@@ -208,6 +222,7 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
     ReadAliases(module, &cursor);
 
     text.reset();
+    VlHtmlEndNameLookups();
     module->saved = 1;
     struct stat st;
     if (stat(fileName, &st) != 0) {

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "module/functions.h"
 #include "project/options.h"
@@ -65,9 +66,27 @@ int AddActivatorCode(const char *pageName, const char *widget, const char *code,
     return VlModuleAddFunc(module, form, anch, code);
 }
 
+// Between VlProjBeginPageLookups and VlProjEndPageLookups: the position of
+// the first page of each name in the list it was built from.
+struct PageIndex {
+    bool active = false;
+    SutList *pages = nullptr; // the list indexed; null until the first lookup
+    std::unordered_map<std::string, int> first;
+};
+PageIndex pageIndex;
+
 } // namespace
 
 extern "C" {
+
+void VlProjBeginPageLookups(void) {
+    pageIndex = PageIndex{};
+    pageIndex.active = true;
+}
+
+void VlProjEndPageLookups(void) {
+    pageIndex = PageIndex{};
+}
 
 char *VlProjGetMainCFileName(void) {
     if (!theProj) return nullptr;
@@ -105,6 +124,17 @@ VlModule *VlProjGetModule(VlHtmlDoc *htmlDoc) {
 
 VlHtmlDoc *VlProjGetHtml(const char *name) {
     if (!name) return nullptr;
+    if (pageIndex.active && theProj) {
+        if (pageIndex.pages != theProj->htmlDocs) {
+            pageIndex.pages = theProj->htmlDocs;
+            pageIndex.first.clear();
+            for (int i = 0; i < PageCount(); i++)
+                if (const char *pageName = VlHtmlGetName(PageAt(i)))
+                    pageIndex.first.emplace(pageName, i);
+        }
+        const auto hit = pageIndex.first.find(name);
+        return hit == pageIndex.first.end() ? nullptr : PageAt(hit->second);
+    }
     for (int i = 0; i < PageCount(); i++) {
         const char *pageName = VlHtmlGetName(PageAt(i));
         if (pageName && strcmp(pageName, name) == 0) return PageAt(i);

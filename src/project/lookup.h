@@ -23,6 +23,12 @@ VlModule *VlProjGetModuleByFileName(const char *cFileName);
 /* The module whose page is this very document record. */
 VlModule *VlProjGetModule(VlHtmlDoc *htmlDoc);
 VlHtmlDoc *VlProjGetHtml(const char *name);
+/* From VlProjBeginPageLookups() to VlProjEndPageLookups(), VlProjGetHtml
+ * answers from an index of the project's pages made at its first call, with
+ * the same result as the walk: for a caller that looks many pages up while
+ * neither the pages nor their names change (reading the modules). */
+void VlProjBeginPageLookups(void);
+void VlProjEndPageLookups(void);
 /* Matches the name cut at its first ".pj" against each page name cut at its
  * last ".". */
 VlHtmlDoc *VlProjGetHtmlByShortName(const char *shortName);

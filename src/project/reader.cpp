@@ -76,6 +76,8 @@ int VlProjReadModules(SutList *names, SutList **statusOut) {
     SutList *status = SutNewList();
     if (statusOut) *statusOut = status;
     int allRead = 1;
+    // Each module names its page; the pages stay as they are meanwhile.
+    VlProjBeginPageLookups();
     for (int i = 0; i < SutSizList(names); i++) {
         const char *name = static_cast<const char *>(SutGetNList(names, i));
         if (!name) {
@@ -89,6 +91,7 @@ int VlProjReadModules(SutList *names, SutList **statusOut) {
             allRead = 0;
         SutAddList(status, reinterpret_cast<void *>(static_cast<intptr_t>(module ? 1 : 0)));
     }
+    VlProjEndPageLookups();
     if (!statusOut) SutDeleteList(status);
     return allRead;
 }

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -333,6 +334,139 @@ TEST(EndToEnd, NamesThatNeedQuotingArriveAsOneArgument) {
     r = w.run({"-p", "my shop.pj"});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(w.read("proj/velmoraBackmy shop/my shop.pj"), w.read("proj/my shop.pj"));
+}
+
+// Every file found under dir whose own name is name.
+std::vector<std::string> filesNamed(const std::string &dir, const std::string &name) {
+    std::vector<std::string> found;
+    for (const auto &entry : fs::recursive_directory_iterator(dir))
+        if (entry.path().filename() == name) found.push_back(entry.path().string());
+    return found;
+}
+
+// Directory, project, page and module names that hold a blank, both quotes,
+// ";", "&", "|", "$(...)" and a backquote, each built around a command that
+// would leave a file "canary" behind: with the read and write scripts on, a
+// run and a second run (which backs every file up) start no such command,
+// and every script gets each name as one argument.
+TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
+    E2eWorld w;
+    distribution(w);
+    const std::string dir = "it's \"a\" dir $(touch canary)";
+    const std::string name = "shop;touch canary;&touch canary&|touch canary|";
+    const std::string page = "pg $(touch canary) `touch canary`.html";
+    const std::string pageModule = "pg___touch_canary___touch_canary__html";
+    const std::string module = "pg $(touch canary) `touch canary`.c"; // the page's module
+    w.write("proj/" + dir + "/" + name + ".pj",
+            std::string(kHead) + module + "\nHTML Files :\n" + page +
+                "\nProject Options :\nProject.Call Read/Write Scripts : True\n");
+    w.write("proj/" + dir + "/" + page,
+            "<p>\n<FORM ACTION=\"x.cgi\" METHOD=\"post\">\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
+            "VALUE=\"order__F" +
+                pageModule + "\">\n</FORM>\n");
+    w.write("proj/" + dir + "/" + module,
+            "/* Velmora Module File V1.0B */\n/* Velmora Start Of user Includes */\n"
+            "static char _Vl_HTML_Filename[] = \"" +
+                page + "\";\n" + kOrder + "void R_" + pageModule +
+                "()\n{\n\n}/* Velmora End of Module */\n");
+    const std::string project = w.path("proj/" + dir + "/" + name + ".pj");
+    const std::string none = w.path("none.cfg");
+    ProgramRun r = w.run({"-p", project, "-c", none});
+    const std::string noConfig = "Warning : Could not open configuration file " + none + "\n";
+    EXPECT_EQ(r.out, progress(project, none,
+                              "Could not read file in VlMainModuleRead:" + name + ".c\n" + noConfig,
+                              ""));
+    EXPECT_EQ(r.err, "");
+    EXPECT_EQ(r.status, 0);
+    const std::string calls = "vlreadhtml.sh: [" + page + "]\nvlreadmodule.sh: [" + module +
+                              "]\nvlwritemodule.sh: [" + module + "]\nvlwritehtml.sh: [" + page +
+                              "]\nvlwriteprj.sh: [" + name + ".pj]\nvlinst.sh: [" + name +
+                              ".cgi] [" + page + "] [/cgi] [http://h/" + name + "] [/www/" + name +
+                              "] [" + name + ".mak] [CGI] [ " + page + "]\n";
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
+    EXPECT_EQ(w.read("proj/" + dir + "/" + name + ".mak"),
+              "PROGRAM = " + name + ".cgi\nOBJS = " + name + ".c \\\n\t" + module + "\n");
+
+    r = w.run({"-p", project, "-c", none});
+    EXPECT_EQ(r.out, progress(project, none, noConfig, ""));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
+    for (const std::string &file : {name + ".pj", name + ".c", page, module})
+        EXPECT_EQ(w.read("proj/" + dir + "/velmoraBack" + name + "/" + file),
+                  w.read("proj/" + dir + "/" + file))
+            << file;
+    EXPECT_EQ(filesNamed(w.path(), "canary"), std::vector<std::string>{});
+}
+
+// Each section is read from its first marker on, wherever the others stand:
+// repeated markers end up inside the options and are written back as they
+// were; markers out of order leave the project without options, and then the
+// run stops before writing anything.
+TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
+    E2eWorld w;
+    distribution(w);
+    const std::string repeated = std::string(kHead) +
+                                 "HTML Files :\na.html\nProject Options :\n"
+                                 "Project.Call Read/Write Scripts : False\n"
+                                 "HTML Files :\nb.html\nProject Options :\nTest.Y : 2\n";
+    w.write("proj/r.pj", repeated);
+    w.write("proj/a.html", "<p>a</p>\n");
+    w.write("proj/b.html", "<p>b</p>\n");
+    ProgramRun r = w.run({"-p", "r.pj"});
+    EXPECT_EQ(r.out, progress("r.pj", "",
+                              "Could not read file in VlMainModuleRead:r.c\n"
+                              "Warning : Could not open configuration file \n",
+                              kNoBinding));
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(w.read("proj/r.pj"), repeated);
+    EXPECT_EQ(w.project({"r.", "velmoraBack"}),
+              (Files{{"a.html", "<p>a</p>\n"},
+                     {"b.html", "<p>b</p>\n"},
+                     {"in_use", "<dir>"},
+                     {"in_use/a.html.vlm", "<p>a</p>\n"}}));
+    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [r.pj]\n");
+
+    const std::string outOfOrder = "Velmora Project File V1.0\nProject Options :\nTest.X : 1\n"
+                                   "HTML Files :\na.html\n"
+                                   "This is a generated file. DO NOT MODIFY.\nSource files:\nm.c\n";
+    w.write("proj/o.pj", outOfOrder);
+    const Files before = w.project();
+    r = w.run({"-p", "o.pj"});
+    EXPECT_EQ(r.out, std::string(kBanner) +
+                         "Applying Changes to o.pj from \n"
+                         "Could not read file in VlModuleNewFromFile<m.c>\n"
+                         "Could not read file in VlMainModuleRead:o.c\n"
+                         "Internal Error. could not read project options\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(w.project(), before);
+}
+
+// Control characters, bytes above 127 and invalid UTF-8 pass through a run
+// unchanged in pages and options. A NUL byte ends the text as the engine
+// sees it (files are read as C strings, so what follows it is not written
+// back): the run does not crash and what stands before the NUL is kept.
+TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
+    E2eWorld w;
+    distribution(w);
+    const std::string page = "<p>\xff\xfe\x01\x80\x7f caf\xc3\xa9\n"
+                             "<A HREF=\"\xe9\x1b.html\">\x02</A>\n";
+    w.write("proj/b.pj", std::string(kHead) +
+                             "HTML Files :\nb.html\nz.html\nProject Options :\n"
+                             "Project.Call Read/Write Scripts : False\n");
+    w.write("proj/b.html", page);
+    w.write("proj/z.html", std::string("<p>z\0after</p>\n", 15));
+    w.write("bin.cfg", std::string("Test.Z : \x01\xff\xc0\n", 13));
+    ProgramRun r = w.run({"-p", "b.pj", "-c", w.path("bin.cfg")});
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, progress("b.pj", w.path("bin.cfg"),
+                              "Could not read file in VlMainModuleRead:b.c\n", kNoBinding));
+    EXPECT_EQ(w.read("proj/b.html"), page);
+    EXPECT_EQ(w.read("proj/in_use/b.html.vlm"), page);
+    EXPECT_EQ(w.read("proj/z.html").substr(0, 4), "<p>z");
+    EXPECT_EQ(w.read("proj/b.pj"), std::string(kHead) +
+                                       "HTML Files :\nb.html\nz.html\nProject Options :\n"
+                                       "Project.Call Read/Write Scripts : False\n"
+                                       "Test.Z : \x01\xff\xc0\n");
 }
 
 } // namespace

@@ -281,6 +281,13 @@ TEST_F(MapModel, WbeGetUniqueSPNameCountsUpFromTheStemLessOneDigit) {
     SpmAddSPBind()->altName = strdup("total2");
     EXPECT_EQ(unique("total"), "total3");
     EXPECT_EQ(unique("total2"), "total3");
+    // Only the exact name stem + n blocks n: not a leading zero, a sign, a
+    // tail after the digits or a number too long for any counter.
+    for (const char *near : {"total03", "total+3", "total3x", "total", "total99999999999999999999"})
+        SpmAddSPBind()->altName = strdup(near);
+    EXPECT_EQ(unique("total"), "total3");
+    SpmAddSPBind()->altName = strdup("total3");
+    EXPECT_EQ(unique("total"), "total4");
     EXPECT_EQ(unique(""), "1");
     EXPECT_EQ(unique(nullptr), std::nullopt);
 }

@@ -1,0 +1,146 @@
+// Writes a large project for timing whole vlnogui runs: N pages of about
+// 50 KB, each with 10 named forms, 20 anchors, keyword attributes and site
+// marks, and one module per page whose form functions hold two requests each
+// (binding code from the generator, so that it parses back into binds).
+//   make_project <directory> <pages>
+// leaves <directory>/big.pj with its pages and modules beside it.
+#include "maps/generator.h"
+#include "maps/map.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+void set(char **field, const std::string &value) {
+    free(*field);
+    *field = strdup(value.c_str());
+}
+
+// One request of a form: two columns shown in a site of the page, one argument.
+std::string request(const std::string &file, const std::string &form, int n) {
+    SpmSPBind *b = SpmCreateListsForSpmBind(2, 1, 1);
+    set(&b->servername, "localhost");
+    set(&b->dbname, "shop");
+    set(&b->name, "proc_" + form + "_" + std::to_string(n));
+    set(&b->altName, "bind" + std::to_string(n));
+    b->id = 1;
+    b->sqlFrags = SutNewList();
+    SutAddList(b->sqlFrags, strdup("select title, price from books where title like :title"));
+    for (int i = 0; i < 2; i++) {
+        auto *col = static_cast<SpmColBind *>(SutGetNList(b->colBinds, i));
+        set(&col->swidget, "site1");
+        set(&col->interface, file);
+        set(&col->columnName, i ? "price" : "title");
+        set(&col->dataType, i ? "decimal" : "varchar");
+        col->columnId = i + 1;
+        col->dataSize = 40;
+        col->dataTypeId = i ? 3 : 12;
+    }
+    auto *call = static_cast<SpmCallbackBind *>(SutGetNList(b->callBinds, 0));
+    set(&call->callbackName, "F");
+    set(&call->swidget, form);
+    set(&call->interface, file);
+    set(&call->useDialog, "NO_WP");
+    call->maxRows = 20;
+    set(&call->initCode, "\tint count = " + std::to_string(n) + ";");
+    set(&call->finalCode, "\tshowResult(count);");
+    auto *arg = static_cast<SpmArgBind *>(SutGetNList(b->argBinds, 0));
+    arg->argId = 1;
+    set(&arg->argName, "title");
+    set(&arg->dataType, "varchar");
+    set(&arg->initCode, "VlGetInputValue(\"title\")");
+    char *code = getCallbackCode(b, call, 1);
+    std::string text = code ? code : "";
+    free(code);
+    SpmDestroySPBind(&b);
+    return text;
+}
+
+bool writeFile(const std::string &path, const std::string &text) {
+    std::ofstream out(path, std::ios::binary);
+    out << text;
+    return static_cast<bool>(out);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (argc != 3 || std::atoi(argv[2]) < 1) {
+        std::fprintf(stderr, "usage: make_project <directory> <pages>\n");
+        return 2;
+    }
+    const std::string dir = argv[1];
+    const int pages = std::atoi(argv[2]);
+    std::filesystem::create_directories(dir);
+
+    // About 1.3 KB of ordinary text, repeated to bring each page to 50 KB.
+    std::string filler;
+    for (int i = 0; i < 13; i++)
+        filler += "<p>Lorem ipsum dolor sit amet, <b>consectetur</b> adipiscing elit, sed do "
+                  "eiusmod tempor incididunt ut labore.</p>\n";
+
+    std::string project = "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\n"
+                          "Source files:\n";
+    for (int p = 0; p < pages; p++)
+        project += "p" + std::to_string(p) + ".c\n";
+    project += "HTML Files :\n";
+    for (int p = 0; p < pages; p++)
+        project += "p" + std::to_string(p) + ".html\n";
+    project += "Project Options :\nProject.Call Read/Write Scripts : False\n"
+               "Test.CGI URL : http://localhost/cgi-bin\nTest.HTML URL : http://localhost/big\n";
+    if (!writeFile(dir + "/big.pj", project)) return 1;
+
+    for (int p = 0; p < pages; p++) {
+        const std::string file = "p" + std::to_string(p) + ".html";
+        const std::string page = "p" + std::to_string(p) + "_html";
+        const std::string cgi = "http://localhost/cgi-bin/big.cgi";
+        std::string html = "<html>\n<head><title>Page " + std::to_string(p) +
+                           "</title></head>\n<body BACKGROUND=\"images/paper.gif\">\n";
+        std::string module = "/* Velmora Module File V1.0B */\n"
+                             "/* Velmora Start Of Tool Includes */\n#include \"VlRnHtml.h\"\n"
+                             "/* Velmora Start Of user Includes */\n#include <string.h>\n"
+                             "static char _Vl_HTML_Filename[] = \"" +
+                             file + "\";\n";
+        std::string registration = "void R_" + page + "()\n{\n";
+        for (int f = 0; f < 10; f++) {
+            const std::string form = "f" + std::to_string(f);
+            html += "<FORM ACTION=\"" + cgi +
+                    "\" METHOD=\"post\" >\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"" +
+                    form + "__F" + page +
+                    "\">\nTitle: <INPUT TYPE=\"text\" NAME=\"title\">\n"
+                    "<INPUT TYPE=\"submit\" VALUE=\"Search\">\n</FORM>\n##Vl_site" +
+                    std::to_string(f + 1) + "##\n<IMG SRC=\"images/i" + std::to_string(f) +
+                    ".gif\" ALT=\"\">\n" + filler + filler + filler;
+            module += "/*Velmora Start of Function */\nstatic void F" + form +
+                      " ()\n/* start of initial code */\n{\n\tconst char *title = "
+                      "VlGetInputValue(\"title\");\n/* start of func Code */\n" +
+                      request(file, form, 1) + "\n" + request(file, form, 2) +
+                      "\n/* end of func code */\n/* start of final code */\n}/* end of final code "
+                      "*/\n";
+            registration +=
+                "\tVlRegisterHtmlActivator(\"" + form + "__F" + page + "\",F" + form + ");\n";
+        }
+        for (int a = 0; a < 20; a++) {
+            const std::string anch = "a" + std::to_string(a);
+            html += "<A HREF=\"" + cgi + "?FNC=" + anch + "__A" + page + "\" >Link " +
+                    std::to_string(a) + "</A>\n";
+            module += "/*Velmora Start of Function */\nstatic void A" + anch +
+                      " ()\n/* start of initial code */\n{\n/* start of func Code */\n"
+                      "/* end of func code */\n/* start of final code */\n}/* end of final code "
+                      "*/\n";
+            registration +=
+                "\tVlRegisterHtmlActivator(\"" + anch + "__A" + page + "\",A" + anch + ");\n";
+        }
+        html += "</body>\n</html>\n";
+        module += registration + "\n}/* Velmora End of Module */\n";
+        if (!writeFile(dir + "/" + file, html) ||
+            !writeFile(dir + "/p" + std::to_string(p) + ".c", module))
+            return 1;
+    }
+    return 0;
+}
