@@ -3,7 +3,7 @@
 // line forms and failures that the start-up steps handle, and the progress
 // lines of a complete run.
 #include "support/run_program.hpp"
-#include "util/tempdir.hpp"
+#include "support/temp_dir.hpp"
 
 #include <gtest/gtest.h>
 

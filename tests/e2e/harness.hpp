@@ -7,7 +7,7 @@
 #define VELMORA_TESTS_E2E_HARNESS_HPP
 
 #include "support/run_program.hpp"
-#include "util/tempdir.hpp"
+#include "support/temp_dir.hpp"
 
 #include <filesystem>
 #include <fstream>

@@ -3,7 +3,7 @@
 // per page module, and the runtime setup calls with their defaults.
 #include "project_support.hpp"
 #include "run_support.hpp"
-#include "util/tempdir.hpp"
+#include "support/temp_dir.hpp"
 
 #include <string>
 

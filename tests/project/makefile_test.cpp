@@ -3,7 +3,7 @@
 // suffix, an unknown token, and the failures that leave the makefile alone.
 #include "project_support.hpp"
 #include "run_support.hpp"
-#include "util/tempdir.hpp"
+#include "support/temp_dir.hpp"
 
 #include <string>
 

@@ -5,7 +5,7 @@
 #ifndef VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
 #define VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
 
-#include "module/workspace.hpp"
+#include "support/test_dist.hpp"
 
 #include <chrono>
 #include <initializer_list>

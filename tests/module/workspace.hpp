@@ -1,2 +1,0 @@
-// Kept for the test files outside this folder that still include it.
-#include "support/test_dist.hpp"
