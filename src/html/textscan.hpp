@@ -12,14 +12,16 @@
 
 namespace vlscan {
 
+// The C library's space class in the "C" locale.
 inline bool IsWhite(char c) {
-    return isspace(static_cast<unsigned char>(c)) != 0;
+    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 inline bool IsAlnum(char c) {
-    return isalnum(static_cast<unsigned char>(c)) != 0;
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
+// Case folding of the ASCII letters only: tag and attribute names are ASCII.
 inline char Upper(char c) {
-    return static_cast<char>(toupper(static_cast<unsigned char>(c)));
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 // s begins with pat, ignoring case; never reads past the end of s.
