@@ -83,6 +83,30 @@ void BM_ModuleWrite(benchmark::State &state) {
 }
 BENCHMARK(BM_ModuleWrite)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
+// A hostile module: n function markers without any code markers. Each
+// function's section searches find nothing; the time must grow linearly in n.
+void BM_ModuleReadBareFunctions(benchmark::State &state) {
+    LargeModule setup(1);
+    const int n = static_cast<int>(state.range(0));
+    std::string text = "/* Velmora Module File V1.0B */\n"
+                       "static char _Vl_HTML_Filename[] = \"big.html\";\n";
+    for (int i = 0; i < n; i++)
+        text += "/*Velmora Start of Function */\nstatic void Ff0 ()\n";
+    std::ofstream("bare.c", std::ios::binary) << text;
+    for (auto _ : state) {
+        VlModule *module = VlModuleNewFromFile("bare.c");
+        benchmark::DoNotOptimize(module);
+        VlModuleDelete(module);
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+    state.SetComplexityN(n);
+}
+BENCHMARK(BM_ModuleReadBareFunctions)
+    ->RangeMultiplier(4)
+    ->Range(1024, 65536)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+
 // A page of n named forms refreshed against a new reading in which half the
 // forms keep their names and half are found again by their original action.
 void BM_HtmlRefresh(benchmark::State &state) {

@@ -40,6 +40,54 @@ const char kAlias[] = "\tVlRegisterHtmlAlias(\"";
 const char kAliasMid[] = "\",\"";
 const char kAliasEnd[] = "\"";
 
+// strstr without measuring the whole rest of the text first, as the
+// sanitizers' strstr does: a module is searched from many cursors, and each
+// search must cost what it reads, not the length of the rest of the file.
+const char *FindText(const char *text, const char *pattern) {
+    const size_t length = strlen(pattern);
+    if (length == 0) return text;
+    for (const char *p = text; (p = strchr(p, pattern[0])) != nullptr; p++)
+        if (strncmp(p, pattern, length) == 0) return p;
+    return nullptr;
+}
+
+/* A marker searched again and again from a cursor that only moves forward.
+ * The first occurrence at or after the cursor is remembered with the place
+ * the search began, so a later search from a cursor between the two gets it
+ * without scanning: a file of many functions that lack their code markers is
+ * read in time linear in its length, not scanned to its end per function. */
+struct MarkerSearch {
+    const char *marker;
+    const char *from = nullptr;  /* where the remembered search began */
+    const char *found = nullptr; /* its result; null: no marker after from */
+
+    const char *Find(const char *cursor) {
+        if (!from || cursor < from || (found && cursor > found)) {
+            from = cursor;
+            found = FindText(cursor, marker);
+        }
+        return found;
+    }
+};
+
+/* The markers of a function's code sections, searched once per file. */
+struct FunctionMarkers {
+    MarkerSearch initStart{kInitCode}, initEnd{kFuncCode};
+    MarkerSearch funcStart{kFuncCode}, funcEnd{kFuncCodeEnd};
+    MarkerSearch finalStart{kFinalCode}, finalEnd{kFinalCodeEnd};
+};
+
+/* VlParseSection with both markers given, through remembered searches. */
+char *ParseSection(const char **cursor, MarkerSearch &start, MarkerSearch &end) {
+    const char *found = start.Find(*cursor);
+    if (!found) return nullptr;
+    const char *begin = found + strlen(start.marker);
+    const char *stop = end.Find(begin);
+    if (!stop) stop = begin + strlen(begin);
+    *cursor = stop;
+    return StrNDup(begin, static_cast<int>(stop - begin));
+}
+
 const char *OrNullHtml(const char *name) {
     return name ? name : "NULL HTML Name";
 }
@@ -48,7 +96,7 @@ const char *OrNullHtml(const char *name) {
  * cursor. Returns 0 when there are no more functions; otherwise 1, with
  * *function set to the record or null when it was dropped. */
 int ReadFunction(VlModule *module, const char *pageName, const char **cursor,
-                 VlFunction **function) {
+                 FunctionMarkers &markers, VlFunction **function) {
     *function = nullptr;
     VlCharPtr name(VlParseSection(*cursor, kFunction, kFunctionEnd, cursor));
     if (!name || !*name) return 0;
@@ -91,9 +139,9 @@ int ReadFunction(VlModule *module, const char *pageName, const char **cursor,
     fn->form = form;
     fn->anchor = anchor;
     fn->aliases = SutNewList();
-    fn->initCode = VlParseSection(*cursor, kInitCode, kFuncCode, cursor);
-    fn->funcCode = VlParseSection(*cursor, kFuncCode, kFuncCodeEnd, cursor);
-    fn->finalCode = VlParseSection(*cursor, kFinalCode, kFinalCodeEnd, cursor);
+    fn->initCode = ParseSection(cursor, markers.initStart, markers.initEnd);
+    fn->funcCode = ParseSection(cursor, markers.funcStart, markers.funcEnd);
+    fn->finalCode = ParseSection(cursor, markers.finalStart, markers.finalEnd);
 
     // The binding code of the function rebuilds the project's binding maps.
     if (fn->funcCode) {
@@ -145,17 +193,6 @@ void ReadAliases(VlModule *module, const char **cursor) {
             VlPrintError("\n");
         }
     }
-}
-
-// strstr without measuring the whole rest of the text first, as the
-// sanitizers' strstr does: a module is searched from many cursors, and each
-// search must cost what it reads, not the length of the rest of the file.
-const char *FindText(const char *text, const char *pattern) {
-    const size_t length = strlen(pattern);
-    if (length == 0) return text;
-    for (const char *p = text; (p = strchr(p, pattern[0])) != nullptr; p++)
-        if (strncmp(p, pattern, length) == 0) return p;
-    return nullptr;
 }
 
 } // namespace
@@ -217,7 +254,8 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
 
     module->functions = SutNewList();
     VlFunction *fn = nullptr;
-    while (ReadFunction(module, pageName.get(), &cursor, &fn))
+    FunctionMarkers markers;
+    while (ReadFunction(module, pageName.get(), &cursor, markers, &fn))
         if (fn) SutAddList(module->functions, fn);
     ReadAliases(module, &cursor);
 

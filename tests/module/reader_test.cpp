@@ -297,3 +297,54 @@ TEST(ModuleRead, EveryTruncationOfAModuleReadsWithoutHarm) {
     EXPECT_EQ(read, kShopModule.size() + 1 - named - 2);
     EXPECT_EQ(ws.scripts(), "");
 }
+
+// Functions without their code markers used to send every section search to
+// the end of the file, once per function: a file of many bare function
+// markers took time quadratic in its length. The searches now remember where
+// a marker is (or that it is absent); what is read stays the same.
+TEST(ModuleRead, ManyFunctionsWithoutCodeMarkersAreReadOnce) {
+    Workspace ws;
+    theProj->options = SutNewList();
+    SutAddList(theProj->options, strdup("Project.Call Read/Write Scripts : False"));
+    VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
+    const std::string head = "/* Velmora Module File V1.0B */\n"
+                             "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+    const std::string bare = "/*Velmora Start of Function */\nstatic void Forder ()\n";
+    std::string text = head;
+    for (int i = 0; i < 20000; i++)
+        text += bare;
+    text += "void R_shop_html()\n{\n\tVlRegisterHtmlAlias(\"x__Fshop_html\",\"order__Fshop_html\");"
+            "\n\n}/* Velmora End of Module */\n";
+    ws.write("bare.c", text);
+    VlModule *module = nullptr;
+    EXPECT_EQ(printed([&] { module = VlModuleNewFromFile("bare.c"); }), "");
+    ASSERT_NE(module, nullptr);
+    ASSERT_EQ(SutSizList(module->functions), 20000);
+    for (int i = 0; i < 20000; i++) {
+        VlFunction *fn = functionAt(module, i);
+        ASSERT_EQ(fn->form, formOf(shop, "order"));
+        ASSERT_EQ(fn->initCode, nullptr);
+        ASSERT_EQ(fn->funcCode, nullptr);
+        ASSERT_EQ(fn->finalCode, nullptr);
+        ASSERT_EQ(SutSizList(fn->aliases), i == 0 ? 1 : 0);
+    }
+    EXPECT_STREQ(aliasAt(functionAt(module, 0), 0)->name, "x__Fshop_html");
+    VlModuleDelete(module);
+
+    // A section marker that stands only further on is still found from an
+    // earlier function, which takes the section, and everything up to it is
+    // passed over; the function after it is read from there on.
+    ws.write("late.c", head + bare + bare +
+                           "/*Velmora Start of Function */\nstatic void Ahome ()\n" +
+                           "/* start of final code */\nX}/* end of final code */\n" + bare);
+    EXPECT_EQ(printed([&] { module = VlModuleNewFromFile("late.c"); }), "");
+    ASSERT_NE(module, nullptr);
+    ASSERT_EQ(SutSizList(module->functions), 2);
+    EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
+    EXPECT_EQ(functionAt(module, 0)->initCode, nullptr);
+    EXPECT_EQ(functionAt(module, 0)->funcCode, nullptr);
+    EXPECT_STREQ(functionAt(module, 0)->finalCode, "X");
+    EXPECT_EQ(functionAt(module, 1)->form, formOf(shop, "order"));
+    EXPECT_EQ(functionAt(module, 1)->finalCode, nullptr);
+    VlModuleDelete(module);
+}

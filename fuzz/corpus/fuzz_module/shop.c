@@ -1,0 +1,32 @@
+/* Velmora Module File V1.0B */
+/* Velmora Start Of Tool Includes */
+#include "VlRnHtml.h"
+/* Velmora Start Of user Includes */
+#include <stdio.h>
+static char _Vl_HTML_Filename[] = "shop.html";
+/*Velmora Start of Function */
+static void Forder ()
+/* start of initial code */
+{
+	int n = 0;
+/* start of func Code */
+	n++;
+/* end of func code */
+/* start of final code */
+	return;
+}/* end of final code */
+/*Velmora Start of Function */
+static void Ahome ()
+/* start of initial code */
+{
+/* start of func Code */
+/* end of func code */
+/* start of final code */
+}/* end of final code */
+void R_shop_html()
+{
+	VlRegisterHtmlActivator("order__Fshop_html",Forder);
+	VlRegisterHtmlActivator("home__Ashop_html",Ahome);
+	VlRegisterHtmlAlias("pay__Fcart_html","order__Fshop_html");
+
+}/* Velmora End of Module */
