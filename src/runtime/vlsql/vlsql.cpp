@@ -2,7 +2,8 @@
 // running a file of SQL statements (a schema, seed data, the stored
 // procedures of vl_procedures), so that no separate SQLite shell is needed.
 // The file runs as one transaction (so it holds no BEGIN or COMMIT of its
-// own): when a statement fails, nothing of it stays.
+// own): when a statement fails, nothing of it stays. Rows that statements
+// return are printed one a line, values separated by '|'.
 //   vlsql DATABASE-FILE [SQL-FILE]     (standard input without SQL-FILE)
 #include <sqlite3.h>
 
@@ -11,6 +12,17 @@
 #include <iostream>
 #include <sstream>
 #include <string>
+
+namespace {
+
+int printRow(void *, int columns, char **values, char **) {
+    for (int i = 0; i < columns; i++)
+        std::printf("%s%s", i ? "|" : "", values[i] ? values[i] : "");
+    std::printf("\n");
+    return 0;
+}
+
+} // namespace
 
 int main(int argc, char **argv) {
     if (argc < 2 || argc > 3) {
@@ -38,7 +50,7 @@ int main(int argc, char **argv) {
     }
     char *error = nullptr;
     int rc = sqlite3_exec(db, "BEGIN", nullptr, nullptr, &error);
-    if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql.str().c_str(), nullptr, nullptr, &error);
+    if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql.str().c_str(), printRow, nullptr, &error);
     if (rc == SQLITE_OK) rc = sqlite3_exec(db, "COMMIT", nullptr, nullptr, &error);
     if (rc != SQLITE_OK) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK)
