@@ -131,8 +131,8 @@ int VlAddHeader(const char *name, const char *value) {
     std::string_view n(name);
     if (!vlrun::isHeaderSafe(n) || n.find_first_of(": \t") != std::string_view::npos ||
         !vlrun::isHeaderSafe(value)) {
-        std::fprintf(stderr, "VlAddHeader: refused the header %s: it holds a line break\n",
-                     vlrun::isHeaderSafe(n) ? name : "(name with a line break)");
+        std::fprintf(stderr, "VlAddHeader: refused a header whose name or value holds a line "
+                             "break, or whose name holds a blank or colon\n");
         return -1;
     }
     answer->headers.emplace_back(name, value);

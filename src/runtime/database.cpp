@@ -108,8 +108,8 @@ Fault bindParameters(sqlite3_stmt *statement, const SgeWorkCallData &call) {
         else if (v.type == ValueType::Numeric)
             rc = sqlite3_bind_double(statement, i, v.number);
         else
-            rc = sqlite3_bind_text(statement, i, v.text.data(), static_cast<int>(v.text.size()),
-                                   SQLITE_TRANSIENT);
+            rc = sqlite3_bind_text(statement, i, arg->value.data(),
+                                   static_cast<int>(arg->value.size()), SQLITE_TRANSIENT);
         if (rc != SQLITE_OK) return databaseFault(sqlite3_db_handle(statement), call, rc);
     }
     return {};

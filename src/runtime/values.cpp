@@ -97,7 +97,6 @@ bool typedValue(std::string_view dataType, int dataTypeId, int size, const std::
     out.type = valueTypeOf(dataType, dataTypeId);
     if (!text) return true;
     std::string_view s(*text);
-    out.text = s;
     if (out.type == ValueType::Text) {
         out.null = false;
         if (size > 0 && utf8Length(s) > static_cast<std::size_t>(size)) {

@@ -22,7 +22,6 @@ struct TypedValue {
     bool null = true;
     long long integer = 0;
     double number = 0;
-    std::string_view text;
 };
 
 // Checks text (null: no value) against the type and size: an integer is
