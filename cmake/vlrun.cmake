@@ -24,9 +24,21 @@ target_compile_options(vlsql PRIVATE ${VELMORA_WARNINGS})
 
 # The generated makefile links with "-L$(VELMORA)/lib -lvlrun" and nothing
 # else; -lvlrun finds this linker script first, which adds the archive and
-# the libraries it needs.
+# the libraries it needs. SQLite and the C++ library are linked statically
+# when their archives are there: a CGI program starts for every request, and
+# loading the two shared libraries made up most of what it took beyond an
+# empty process (bench/bench_runtime.cpp). Sanitizer builds keep them shared.
 set(VELMORA_STAGE ${PROJECT_BINARY_DIR}/dist)
-set(VLRUN_LINKER_SCRIPT "GROUP ( libvlrun.a -lsqlite3 -lstdc++ -lm )\n")
+execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libstdc++.a
+                OUTPUT_VARIABLE VLRUN_STDCXX_ARCHIVE OUTPUT_STRIP_TRAILING_WHITESPACE)
+execute_process(COMMAND ${CMAKE_C_COMPILER} -print-file-name=libsqlite3.a
+                OUTPUT_VARIABLE VLRUN_SQLITE_ARCHIVE OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(IS_ABSOLUTE "${VLRUN_STDCXX_ARCHIVE}" AND IS_ABSOLUTE "${VLRUN_SQLITE_ARCHIVE}"
+   AND NOT CMAKE_CXX_FLAGS MATCHES "sanitize")
+  set(VLRUN_LINKER_SCRIPT "GROUP ( libvlrun.a -l:libsqlite3.a -l:libstdc++.a -lm )\n")
+else()
+  set(VLRUN_LINKER_SCRIPT "GROUP ( libvlrun.a -lsqlite3 -lstdc++ -lm )\n")
+endif()
 file(CONFIGURE OUTPUT ${VELMORA_STAGE}/lib/libvlrun.so CONTENT "${VLRUN_LINKER_SCRIPT}")
 
 file(GLOB_RECURSE VELMORA_DIST_FILES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/dist/*)
