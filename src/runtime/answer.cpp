@@ -102,7 +102,7 @@ std::string cgiResponse(const Answer &answer, bool head) {
     out += answer.contentType.empty() ? "text/html; charset=utf-8" : answer.contentType;
     out += "\r\nContent-Length: " + std::to_string(answer.body.size()) + "\r\n";
     for (const auto &[name, value] : answer.headers)
-        out += name + ": " + value + "\r\n";
+        out.append(name).append(": ").append(value).append("\r\n");
     out += "\r\n";
     if (!head) out += answer.body;
     return out;

@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
@@ -32,8 +33,9 @@ std::string where(const SgeWorkCallData &call) {
 // the newline is dropped) and the lines into the work call's rows.
 void addRows(SgeWorkCallData &call, std::string_view text) {
     int delimiter = VlDelimStrToChar(optionValue(call.requestOptions, "Delimiter").c_str());
-    std::vector<int> widths;
     SutList *list = VlOptionGetIntList(optionValue(call.requestOptions, "Column Widths").c_str());
+    std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(std::max(0, SutSizList(list))));
     for (int i = 0; i < SutSizList(list); i++)
         widths.push_back(static_cast<int>(reinterpret_cast<intptr_t>(SutGetNList(list, i))));
     SutDeleteList(list);
@@ -63,9 +65,11 @@ void addRows(SgeWorkCallData &call, std::string_view text) {
 bool runProgram(const SgeWorkCallData &call, std::string &output, std::string &why) {
     std::string program = fromProgramDir(call.name);
     std::vector<std::string> args = {program};
+    args.reserve(call.arguments.size() + 1);
     for (const ArgumentBind &arg : call.arguments)
         args.push_back(arg.value);
     std::vector<char *> argv;
+    argv.reserve(args.size() + 1);
     for (std::string &a : args)
         argv.push_back(a.data());
     argv.push_back(nullptr);

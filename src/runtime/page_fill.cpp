@@ -19,7 +19,7 @@ bool validSiteChar(char c) {
 
 // Position of needle in text from pos on, ignoring ASCII case.
 std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t pos = 0) {
-    auto it = std::search(text.begin() + static_cast<std::ptrdiff_t>(std::min(pos, text.size())),
+    const auto *it = std::search(text.begin() + static_cast<std::ptrdiff_t>(std::min(pos, text.size())),
                           text.end(), needle.begin(), needle.end(), [](char a, char b) {
                               return std::tolower(static_cast<unsigned char>(a)) ==
                                      std::tolower(static_cast<unsigned char>(b));
@@ -161,6 +161,7 @@ std::string beforeBodyEnd(std::string_view page, std::string_view html) {
 std::string pairTable(std::string_view what,
                       const std::vector<std::pair<std::string, std::string>> &pairs) {
     std::vector<std::vector<std::string>> rows;
+    rows.reserve(pairs.size());
     for (const auto &[name, value] : pairs)
         rows.push_back({name, value});
     return siteTable(what, {"name", "value"}, rows);

@@ -99,6 +99,7 @@ void answerWithPage(RequestState &request, const std::vector<Field> &fields) {
         env("SCRIPT_NAME"), s.htmlUrl);
     if (s.printArgs) {
         std::vector<std::pair<std::string, std::string>> pairs;
+        pairs.reserve(fields.size());
         for (const Field &field : fields)
             pairs.emplace_back(field.name, field.value);
         page = beforeBodyEnd(page, pairTable("args", pairs));

@@ -79,7 +79,7 @@ void registerPage(std::string_view page) {
 
 bool isRegisteredPage(std::string_view page) {
     const Registrations &r = registrations();
-    return r.pages.count(page) > 0 || r.modules.count(moduleNameOf(page)) > 0;
+    return r.pages.contains(page) || r.modules.contains(moduleNameOf(page));
 }
 
 } // namespace vlrun

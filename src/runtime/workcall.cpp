@@ -254,6 +254,7 @@ const char *VlGetArgValue(pSgeWorkCallData call, const char *name) {
 int VlAddRow(pSgeWorkCallData call, int count, const char *const *values) {
     if (!call || !currentRequest() || count < 0 || (count > 0 && !values)) return -1;
     std::vector<std::string> row;
+    row.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; i++)
         row.emplace_back(vlrun::text(values[i]));
     if (!call->ran) {
