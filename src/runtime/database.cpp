@@ -16,16 +16,12 @@ namespace {
 constexpr const char *kFailed = "The request could not be completed.";
 constexpr int kBusyMilliseconds = 5000;
 
-std::string where(const SgeWorkCallData &call) {
-    return "work call " + call.name + " of " + (call.activator.empty() ? "?" : call.activator);
-}
-
 // A fault for what the database said about the statement or the connection.
 Fault databaseFault(sqlite3 *db, const SgeWorkCallData &call, int rc) {
     int status = rc == SQLITE_BUSY || rc == SQLITE_LOCKED ? 503 : 500;
     return {status,
             status == 503 ? "The database is busy; try again in a moment." : kFailed,
-            where(call) + ": " + (db ? sqlite3_errmsg(db) : sqlite3_errstr(rc))};
+            describe(call) + ": " + (db ? sqlite3_errmsg(db) : sqlite3_errstr(rc))};
 }
 
 // The SQL of a stored procedure: the text kept under its name.
@@ -39,7 +35,7 @@ bool storedProcedure(sqlite3 *db, const SgeWorkCallData &call, std::string &sql,
         const unsigned char *text = sqlite3_column_text(query, 0);
         sql = text ? reinterpret_cast<const char *>(text) : "";
     } else if (rc == SQLITE_DONE) {
-        fault = {500, kFailed, where(call) + ": no stored procedure " + call.name + " in vl_procedures"};
+        fault = {500, kFailed, describe(call) + ": no stored procedure " + call.name + " in vl_procedures"};
     } else {
         fault = databaseFault(db, call, rc);
     }
@@ -65,13 +61,13 @@ sqlite3_stmt *prepareOne(sqlite3 *db, const SgeWorkCallData &call, const std::st
         if (rc != SQLITE_OK || next) {
             sqlite3_finalize(next);
             sqlite3_finalize(statement);
-            fault = {500, kFailed, where(call) + ": the SQL holds more than one statement"};
+            fault = {500, kFailed, describe(call) + ": the SQL holds more than one statement"};
             return nullptr;
         }
         if (after == tail) break;
         tail = after;
     }
-    if (!statement) fault = {500, kFailed, where(call) + ": the SQL is empty"};
+    if (!statement) fault = {500, kFailed, describe(call) + ": the SQL is empty"};
     return statement;
 }
 
@@ -91,14 +87,14 @@ Fault bindParameters(sqlite3_stmt *statement, const SgeWorkCallData &call) {
         const char *placeholder = sqlite3_bind_parameter_name(statement, i);
         if (!placeholder || placeholder[0] != ':')
             return {500, kFailed,
-                    where(call) + ": parameter " + (placeholder ? placeholder : "?") +
+                    describe(call) + ": parameter " + (placeholder ? placeholder : "?") +
                         " is not a :name placeholder"};
         const ArgumentBind *arg = nullptr;
         for (const ArgumentBind &a : call.arguments)
             if (!arg && a.name == placeholder + 1) arg = &a;
         if (!arg)
             return {500, kFailed,
-                    where(call) + ": placeholder " + placeholder + " has no argument bind"};
+                    describe(call) + ": placeholder " + placeholder + " has no argument bind"};
         const TypedValue &v = arg->typed;
         int rc = SQLITE_OK;
         if (v.null)
@@ -144,9 +140,9 @@ Fault Databases::run(SgeWorkCallData &call) {
         return {500,
                 "The database vendor " + s.vendorName +
                     " is not supported by this runtime, which serves SQLITE.",
-                where(call) + ": database vendor " + s.vendorName + " is not supported"};
+                describe(call) + ": database vendor " + s.vendorName + " is not supported"};
     const std::string &name = s.database.empty() ? call.database : s.database;
-    if (name.empty()) return {500, kFailed, where(call) + ": no database is named"};
+    if (name.empty()) return {500, kFailed, describe(call) + ": no database is named"};
     Fault fault;
     sqlite3 *db = open(databaseFile(name), fault);
     if (!db) return fault;

@@ -51,7 +51,7 @@ bool checkArguments(SgeWorkCallData &call) {
         if (!typedValue(arg.dataType, arg.dataTypeId, arg.size, arg.hasValue ? &arg.value : nullptr,
                         arg.typed, why)) {
             failRequest({400, "The value for " + arg.name + " " + why + ".",
-                         "work call " + call.name + ": argument " + arg.name + " " + why});
+                         describe(call) + ": argument " + arg.name + " " + why});
             return false;
         }
     }
@@ -96,6 +96,10 @@ const char *resultValue(const SgeWorkCallData &call, int row, int column) {
         return nullptr;
     return static_cast<const char *>(
         SutGetNList(request->record->strings, call.firstString + row * call.columnCount + column));
+}
+
+std::string describe(const SgeWorkCallData &call) {
+    return "work call " + call.name + " of " + (call.activator.empty() ? "?" : call.activator);
 }
 
 std::string optionValue(const std::vector<std::string> &options, std::string_view name) {

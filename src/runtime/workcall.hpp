@@ -73,6 +73,9 @@ void endResults(SgeWorkCallData &call, int affected);
 // The value at row and column (from 0), or null.
 const char *resultValue(const SgeWorkCallData &call, int row, int column);
 
+// "work call <name> of <activator>", for the details of a fault.
+std::string describe(const SgeWorkCallData &call);
+
 // The value of an option line "name : value" of the list, or empty.
 std::string optionValue(const std::vector<std::string> &options, std::string_view name);
 

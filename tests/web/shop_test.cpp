@@ -152,6 +152,8 @@ TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
         std::string message;
     };
     const std::string big(2 << 20, 'a');
+    EXPECT_EQ(httpGet(server_->url("/cgi-bin/shop.cgi"), {"-X", "PUT"}).status, 405);
+    EXPECT_EQ(httpGet(server_->url("/cgi-bin/shop.cgi"), {"-F", "title=Mo"}).status, 415);
     const Case cases[] = {
         // (lighttpd passes a bad escape of the query on as "%25".)
         {"FNC=%zz", "", 400, "The request holds a bad %-escape."},
