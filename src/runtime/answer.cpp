@@ -3,7 +3,7 @@
 // content type, written text, a file, a redirect).
 #include "runtime/answer.hpp"
 
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 #include "runtime/pages.hpp"
 #include "runtime/request_state.hpp"
 

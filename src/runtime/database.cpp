@@ -4,7 +4,7 @@
 // as SQL kept by name in the table vl_procedures.
 #include "runtime/database.hpp"
 
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 #include "runtime/settings.hpp"
 
 #include <sqlite3.h>

@@ -3,7 +3,7 @@
 // registered C function gives the rows itself.
 #include "runtime/file_objects.hpp"
 
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 #include "runtime/registration.hpp"
 #include "runtime/settings.hpp"
 #include "util/list.h"

@@ -3,7 +3,7 @@
 // registered activator, then the activator's own output or the answer page
 // filled with the work calls' results, committed as one transaction; every
 // refusal or failure becomes its HTTP status and a short page.
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 #include "runtime/cgi_input.hpp"
 #include "runtime/database.hpp"
 #include "runtime/page_fill.hpp"

@@ -4,7 +4,7 @@
 #ifndef VELMORA_RUNTIME_REGISTRATION_HPP
 #define VELMORA_RUNTIME_REGISTRATION_HPP
 
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 
 #include <string>
 #include <string_view>

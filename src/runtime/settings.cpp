@@ -3,7 +3,7 @@
 // (configuration file, HTML directory, databases) are taken from.
 #include "runtime/settings.hpp"
 
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 #include "util/list.h"
 #include "util/options.h"
 

@@ -4,7 +4,7 @@
 // page filler and the activator's final code read them.
 #include "runtime/workcall.hpp"
 
-#include "runtime/VlRnHtml.h"
+#include "runtime/api.hpp"
 #include "runtime/database.hpp"
 #include "runtime/file_objects.hpp"
 #include "runtime/registration.hpp"
