@@ -71,7 +71,10 @@ bool runProgram(const SgeWorkCallData &call, std::string &output, std::string &w
     argv.push_back(nullptr);
 
     int fds[2];
-    if (pipe(fds) != 0) return why = "pipe failed", false;
+    if (pipe(fds) != 0) {
+        why = "pipe failed";
+        return false;
+    }
     std::fflush(stdout);
     std::fflush(stderr);
     pid_t pid = fork();
@@ -85,7 +88,8 @@ bool runProgram(const SgeWorkCallData &call, std::string &output, std::string &w
     close(fds[1]);
     if (pid < 0) {
         close(fds[0]);
-        return why = "fork failed", false;
+        why = "fork failed";
+        return false;
     }
     char buffer[65536];
     ssize_t n = 0;
