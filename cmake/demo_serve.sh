@@ -5,7 +5,8 @@
 # DEMO-DIR/cgi-bin (shop.cgi and its database) with lighttpd on 127.0.0.1 at a
 # free port, asks the program for a search and an order with curl, shows the
 # answers and the orders in the database, and stops the server (also when a
-# step fails or the demo is interrupted).
+# step fails or the demo is interrupted). What the program writes to standard
+# error goes to DEMO-DIR/cgi-stderr.log.
 set -eu
 demo=$1
 vlsql=$2
@@ -38,6 +39,7 @@ server.bind = "127.0.0.1"
 server.port = $port
 server.modules = ( "mod_alias", "mod_cgi" )
 server.errorlog = "$log"
+server.breakagelog = "$demo/cgi-stderr.log"
 alias.url = ( "/cgi-bin/" => "$demo/cgi-bin/" )
 cgi.assign = ( ".cgi" => "" )
 mimetype.assign = ( ".html" => "text/html", ".svg" => "image/svg+xml" )

@@ -35,7 +35,7 @@ class WebServer {
   public:
     // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
     WebServer(const std::string &dir, const std::string &www, const std::string &cgiBin)
-        : log_(dir + "/lighttpd-error.log") {
+        : log_(dir + "/lighttpd-error.log"), cgiLog_(dir + "/cgi-stderr.log") {
         std::mt19937 random(std::random_device{}());
         for (int attempt = 0; attempt < 20 && pid_ <= 0; attempt++) {
             port_ = 30000 + static_cast<int>(random() % 20000);
@@ -43,7 +43,8 @@ class WebServer {
             writeText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
                                 "server.port = " + std::to_string(port_) +
                                 "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
-                                "server.errorlog = \"" + log_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
+                                "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
+                                cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
                                 cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n");
             pid_ = fork();
             if (pid_ == 0) {
@@ -62,7 +63,8 @@ class WebServer {
     std::string url(const std::string &path) const {
         return "http://127.0.0.1:" + std::to_string(port_) + path;
     }
-    std::string errorLog() const { return readText(log_); }
+    // The server's log, then what the CGI programs wrote to standard error.
+    std::string errorLog() const { return readText(log_) + readText(cgiLog_); }
 
     void stop() {
         if (pid_ <= 0) return;
@@ -92,6 +94,7 @@ class WebServer {
     }
 
     std::string log_;
+    std::string cgiLog_;
     int port_ = 0;
     pid_t pid_ = -1;
 };
