@@ -20,8 +20,10 @@
 # It copies the pages to HTML-PATH and, when a C compiler, make and the
 # makefile's inputs (the makefile, the sources it names and the Velmora
 # runtime, VELMORA/include/VlRnHtml.h) are all present, builds the program and
-# copies it to CGI-PATH. A step whose inputs are missing is skipped with a
-# message. The status is 0 when every step that could run succeeded.
+# copies it to CGI-PATH, with the program's configuration file (the project
+# name and ".cfg", as the engine writes it by default) when there is one. A
+# step whose inputs are missing is skipped with a message. The status is 0
+# when every step that could run succeeded.
 set -u
 set -f
 program=${1:-}
@@ -69,6 +71,8 @@ else
     if make -f "$makefile" VELMORA="$VELMORA"; then
         if [ -n "$cgipath" ]; then
             mkdir -p -- "$cgipath" && cp -- "$program" "$cgipath/" || status=1
+            config=${program%.*}.cfg
+            if [ -f "$config" ]; then cp -- "$config" "$cgipath/" || status=1; fi
             say "$program ($target) installed in $cgipath"
         else
             say "no CGI path given: $program built but not installed"

@@ -13,7 +13,7 @@ static void Fsearch ()
 {
 	const char *title = VlGetInputValue("title");
 	if (title == NULL || strlen(title) < MIN_TITLE)
-		title = "%";
+		title = "";
 /* start of func Code */
 {
 	pSgeWorkCallData pSgeWCD;
@@ -36,7 +36,8 @@ static void Fsearch ()
 		(XtPointer)0x0,
 		NO_QUEUE_FILE);
 	SgeVaSetFrags(pSgeWCD,
-		"select title, price from books where title like :title",
+		"select title, printf('%.2f', price) as price from books",
+		"where title like '%' || :title || '%' order by title",
 		VULL);
 	SgeSetColBind(pSgeWCD, "catalog.html|site1", 1, 1, 60,
 		(XtPointer)0x0,
@@ -51,7 +52,7 @@ static void Fsearch ()
 		"decimal",
 		"price");
 	SgeSetArgBnd2(pSgeWCD, 12, 60, "title", "varchar",
-		VlGetInputValue("title"));
+		title);
 
 	DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);
 
@@ -89,9 +90,6 @@ static void Aspecials ()
 		ROW_INDEX, (XtPointer)0x0,
 		(XtPointer)0x0,
 		NO_QUEUE_FILE);
-	SgeVaSetFrags(pSgeWCD,
-		"select title, price from books where special = 1",
-		VULL);
 	SgeSetColBind(pSgeWCD, "catalog.html|site1", 1, 1, 60,
 		(XtPointer)0x0,
 		(XtPointer)0x0);
@@ -121,6 +119,10 @@ static void Abanner ()
 /* start of initial code */
 {
 	/* The banner image is sent by the page's own program. */
+	VlSetContentType("image/svg+xml");
+	VlPrintf("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"320\" height=\"40\">"
+		"<text x=\"10\" y=\"28\" font-size=\"22\">%s</text></svg>\n",
+		"This week's specials");
 /* start of func Code */
 /* end of func code */
 /* start of final code */

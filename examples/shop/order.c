@@ -2,15 +2,12 @@
 /* Velmora Start Of Tool Includes */
 #include "VlRnHtml.h"
 /* Velmora Start Of user Includes */
-#include <stdlib.h>
 static char _Vl_HTML_Filename[] = "order.html";
 /*Velmora Start of Function */
 static void Forder ()
 /* start of initial code */
 {
-	const char *quantity = VlGetInputValue("quantity");
-	if (quantity == NULL || atoi(quantity) < 1)
-		return;
+	/* Copies come from a list of 1 to 3; the database refuses fewer than 1. */
 /* start of func Code */
 {
 	pSgeWorkCallData pSgeWCD;
@@ -50,15 +47,59 @@ static void Forder ()
 
 	/*************** END OF VELMORA FINAL CODE  ***************************/
 }
+{
+	pSgeWorkCallData pSgeWCD;
+
+	/********************************************************/
+	/********* users initial code is inserted here **********/
+	/********************************************************/
+
+	pSgeWCD = getSgeWorkCallData(UxWidget,
+		1,
+		"localhost",
+		"shop",
+		"confirm_order", NO_WP);
+
+
+	/* Brennix Bind Name : confirmOrder */
+	SgeSetCallDetail(pSgeWCD, NO_CACHE,
+		(XtPointer)0x0,
+		ROW_INDEX, (XtPointer)0x0,
+		(XtPointer)0x0,
+		NO_QUEUE_FILE);
+	SgeVaSetFrags(pSgeWCD,
+		"select 'Thank you, ' || customer || '. Ordered: ' || quantity || ' x ' || title",
+		"as confirmation from orders where id = last_insert_rowid()",
+		VULL);
+	SgeSetColBind(pSgeWCD, "order.html|site1", 1, 1, 200,
+		(XtPointer)0x0,
+		(XtPointer)0x0);
+	SgeSetColDetail(pSgeWCD, 12, 0, 0, 1,
+		"varchar",
+		"confirmation");
+
+	DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);
+
+	/*******************************************************/
+	/********** users final code is inserted here **********/
+	/*******************************************************/
+
+	/*************** END OF VELMORA FINAL CODE  ***************************/
+}
 /* end of func code */
 /* start of final code */
-	/* The page named by the startup option confirms the order. */
+	/* The confirmation bound to the order page answers the order. */
 }/* end of final code */
 /*Velmora Start of Function */
 static void Acart ()
 /* start of initial code */
 {
 	/* The cart applet loads its classes from here. */
+	if (VlSendFile("Cart.class") != 0) {
+		VlSetStatus(404);
+		VlSetContentType("text/plain; charset=utf-8");
+		VlPrintf("Cart.class is not installed.\n");
+	}
 /* start of func Code */
 /* end of func code */
 /* start of final code */

@@ -41,7 +41,7 @@ int main(int argc, char **argv)
 	VlSetCacheNumConn(2);
 	VlSetSessTimeOut(1200);
 	VlSetGifURL("http://localhost/shop/images");
-	VlSetDefaultVendor(SGEORACLE);
+	VlSetDefaultVendor(SGESQLITE);
 	VlSetOrbHost("localhost");
 	VlSetDefaultUser("shop");
 	VlSetDefaultPass("");

@@ -57,6 +57,7 @@ foreach(file ${BINDIR}/vlnogui ${LIBDIR}/libvelmora.a
              ${dist}/config/main.tem ${dist}/config/Makefile.tem
              ${dist}/config/Velmora.cfg ${dist}/config/VlKeyWds.ini
              ${dist}/bin/vlinst.sh ${MANDIR}/man1/vlnogui.1
+             ${dist}/include/VlRnHtml.h ${dist}/lib/libvlrun.a ${dist}/lib/libvlrun.so ${dist}/bin/vlsql
              ${LIBDIR}/cmake/Velmora/VelmoraConfig.cmake ${LIBDIR}/cmake/Velmora/VelmoraConfigVersion.cmake
              ${LIBDIR}/cmake/Velmora/VelmoraTargets.cmake ${LIBDIR}/pkgconfig/velmora.pc)
   if(NOT EXISTS ${prefix}/${file})
@@ -65,6 +66,7 @@ foreach(file ${BINDIR}/vlnogui ${LIBDIR}/libvelmora.a
 endforeach()
 # Exactly the public headers: every .h under src/ in its subfolder, nothing else.
 file(GLOB_RECURSE public RELATIVE ${SOURCE_DIR}/src ${SOURCE_DIR}/src/*.h)
+list(REMOVE_ITEM public runtime/VlRnHtml.h) # the runtime's header: in the distribution's include/
 file(GLOB_RECURSE installed RELATIVE ${prefix}/${headers} ${prefix}/${headers}/*)
 list(SORT public)
 list(SORT installed)

@@ -1,0 +1,62 @@
+# The application runtime that generated programs link: the static library
+# libvlrun (src/runtime/, with the util pieces it uses), its C header
+# VlRnHtml.h, the vlsql tool that creates an application's SQLite database,
+# and the distribution staged in the build tree (build/dist: config/, bin/,
+# include/, lib/), which the demo and the tests name as VELMORA.
+find_package(SQLite3 REQUIRED) # libsqlite3-dev
+
+file(GLOB VLRUN_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/runtime/*.cpp)
+# The runtime's options and requests stand on the util layer; util's process
+# runner still calls the toolkit substitutes of the command-line build, which
+# the linker pulls in only with it.
+file(GLOB VLRUN_UTIL_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/util/*.cpp)
+add_library(vlrun STATIC ${VLRUN_SOURCES} ${VLRUN_UTIL_SOURCES}
+            ${PROJECT_SOURCE_DIR}/src/driver/nogui.cpp)
+target_include_directories(vlrun PUBLIC ${PROJECT_SOURCE_DIR}/src)
+target_link_libraries(vlrun PUBLIC SQLite::SQLite3)
+target_compile_options(vlrun PRIVATE ${VELMORA_WARNINGS})
+# Generated programs are built by cc with its defaults, often as PIE.
+set_target_properties(vlrun PROPERTIES POSITION_INDEPENDENT_CODE ON)
+
+add_executable(vlsql ${PROJECT_SOURCE_DIR}/src/runtime/vlsql/vlsql.cpp)
+target_link_libraries(vlsql PRIVATE SQLite::SQLite3)
+target_compile_options(vlsql PRIVATE ${VELMORA_WARNINGS})
+
+# The generated makefile links with "-L$(VELMORA)/lib -lvlrun" and nothing
+# else; -lvlrun finds this linker script first, which adds the archive and
+# the libraries it needs. SQLite and the C++ library are linked statically
+# when their archives are there: a CGI program starts for every request, and
+# loading the two shared libraries made up most of what it took beyond an
+# empty process (bench/bench_runtime.cpp). Sanitizer builds keep them shared.
+set(VELMORA_STAGE ${PROJECT_BINARY_DIR}/dist)
+execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=libstdc++.a
+                OUTPUT_VARIABLE VLRUN_STDCXX_ARCHIVE OUTPUT_STRIP_TRAILING_WHITESPACE)
+execute_process(COMMAND ${CMAKE_C_COMPILER} -print-file-name=libsqlite3.a
+                OUTPUT_VARIABLE VLRUN_SQLITE_ARCHIVE OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(IS_ABSOLUTE "${VLRUN_STDCXX_ARCHIVE}" AND IS_ABSOLUTE "${VLRUN_SQLITE_ARCHIVE}"
+   AND NOT CMAKE_CXX_FLAGS MATCHES "sanitize")
+  set(VLRUN_LINKER_SCRIPT "GROUP ( libvlrun.a -l:libsqlite3.a -l:libstdc++.a -lm )\n")
+else()
+  set(VLRUN_LINKER_SCRIPT "GROUP ( libvlrun.a -lsqlite3 -lstdc++ -lm )\n")
+endif()
+file(CONFIGURE OUTPUT ${VELMORA_STAGE}/lib/libvlrun.so CONTENT "${VLRUN_LINKER_SCRIPT}")
+
+file(GLOB_RECURSE VELMORA_DIST_FILES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/dist/*)
+add_custom_command(
+  OUTPUT ${PROJECT_BINARY_DIR}/dist.staged
+  COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/dist ${VELMORA_STAGE}
+  COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/src/runtime/VlRnHtml.h
+          ${VELMORA_STAGE}/include/VlRnHtml.h
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:vlrun> ${VELMORA_STAGE}/lib/libvlrun.a
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:vlsql> ${VELMORA_STAGE}/bin/vlsql
+  COMMAND ${CMAKE_COMMAND} -E touch ${PROJECT_BINARY_DIR}/dist.staged
+  DEPENDS ${VELMORA_DIST_FILES} ${PROJECT_SOURCE_DIR}/src/runtime/VlRnHtml.h vlrun vlsql
+  COMMENT "Staging the distribution in ${VELMORA_STAGE}")
+add_custom_target(velmora_dist ALL DEPENDS ${PROJECT_BINARY_DIR}/dist.staged)
+
+# Installed beside config/ and bin/ of the distribution.
+set(VELMORA_DIST_DIR ${CMAKE_INSTALL_DATADIR}/velmora)
+install(FILES ${PROJECT_SOURCE_DIR}/src/runtime/VlRnHtml.h DESTINATION ${VELMORA_DIST_DIR}/include)
+install(TARGETS vlrun ARCHIVE DESTINATION ${VELMORA_DIST_DIR}/lib)
+install(FILES ${VELMORA_STAGE}/lib/libvlrun.so DESTINATION ${VELMORA_DIST_DIR}/lib)
+install(TARGETS vlsql RUNTIME DESTINATION ${VELMORA_DIST_DIR}/bin)

@@ -1,0 +1,29 @@
+// The file objects a work call can name instead of SQL: READ_FILE (a flat
+// file), READ_EXEC (a program's output) and EXEC_FUNCTION (a registered C
+// function), whose lines become the work call's rows.
+#ifndef VELMORA_RUNTIME_FILE_OBJECTS_HPP
+#define VELMORA_RUNTIME_FILE_OBJECTS_HPP
+
+#include "runtime/fault.hpp"
+#include "runtime/workcall.hpp"
+
+#include <string_view>
+#include <vector>
+
+namespace vlrun {
+
+// Splits one line into columns: at fixed widths when widths are given (the
+// last column takes the rest), else at the delimiter when it is not 0, else
+// the whole line is one column.
+std::vector<std::string> splitLine(std::string_view line, int delimiter,
+                                   const std::vector<int> &widths);
+
+// Runs a READ_FILE, READ_EXEC or EXEC_FUNCTION work call. The file or
+// program is the work call's name, relative to the program's directory; the
+// request options "Delimiter" and "Column Widths" say how lines split; the
+// program gets the argument values as its arguments, without a shell.
+Fault runFileObject(SgeWorkCallData &call);
+
+} // namespace vlrun
+
+#endif

@@ -1,0 +1,163 @@
+// Every code shape the project's own generator writes compiles against the
+// distribution's VlRnHtml.h without a warning, as C11 and as C++20, and links
+// with -lvlrun alone: the binding code of getCallbackCode with every
+// optional list, every kind, dialog, cache, index and queue word and all five
+// run calls, inside the frames the map upkeep writes (with the older one and
+// the older argument call), in a module of the module file format, together
+// with the example's generated main module and page modules.
+#include "support/run_program.hpp"
+#include "support/temp_dir.hpp"
+#include "velmora.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+const std::string kStage = VELMORA_STAGE_DIR;
+const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples/shop/";
+
+char *dup(const char *s) {
+    return s ? strdup(s) : nullptr;
+}
+void replace(char *&field, const char *value) {
+    free(field);
+    field = dup(value);
+}
+SutList *texts(std::initializer_list<const char *> items) {
+    SutList *list = SutNewList();
+    for (const char *item : items)
+        SutAddList(list, strdup(item));
+    return list;
+}
+
+// The code of request k: its kind, dialog and detail words chosen by k, so
+// that together the requests use every word.
+std::string requestCode(int k) {
+    static const char *const indexWords[] = {"ROW_INDEX",    "WIDGET_INDEX", "NEXT_INDEX",
+                                             "PREV_INDEX",   "PAGEUP_INDEX", "PAGEDW_INDEX",
+                                             "LAST_INDEX",   "HOME_INDEX"};
+    static const int kinds[] = {0, 0, 0, 1, 1002, 1003, 1004, 1005};
+    static const char *const dialogs[] = {"NO_WP", "USE_IT", "NO_USE"};
+    static const char *const caches[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
+    SpmSPBind *bind = SpmNewSPBind();
+    replace(bind->servername, "srv");
+    replace(bind->dbname, "db");
+    replace(bind->name, "request");
+    replace(bind->altName, ("bind" + std::to_string(k)).c_str());
+    bind->id = kinds[k];
+    bind->dbVendor = k % 5;
+    replace(bind->cacheFlag, caches[k % 3]);
+    if (k % 2) replace(bind->cacheKey, "\"key\"");
+    if (k % 2) replace(bind->indexKey, "\"index\"");
+    bind->sqlFrags = texts({"select \"a\" from t", "where b = :b\nand c = :c"});
+    bind->options = texts({"Delimiter : ,"});
+    SpmCallbackBind *call = SpmAddCallbackBindToSP(bind);
+    call->maxRows = 10;
+    replace(call->useDialog, dialogs[k % 3]);
+    replace(call->indexFlag, indexWords[k]);
+    if (k % 2) replace(call->indexValue, "\"value\"");
+    replace(call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
+    replace(call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
+    replace(call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
+    call->options = texts({"Call : 1"});
+    struct Column {
+        const char *page, *widget, *popup, *clientData;
+    };
+    for (Column c : {Column{"p.html", "site1", "showRow", "(XtPointer)\"row\""},
+                     Column{nullptr, "site2", nullptr, nullptr},
+                     Column{nullptr, nullptr, nullptr, nullptr}}) {
+        SpmColBind *col = SpmAddColBindToSP(bind);
+        replace(col->interface, c.page);
+        replace(col->swidget, c.widget);
+        replace(col->popCallbackName, c.popup);
+        replace(col->clientData, c.clientData);
+        replace(col->dataType, "varchar");
+        replace(col->columnName, "a");
+        col->options = texts({"Width : 20"});
+    }
+    for (const char *init : {"VlGetInputValue(\"b\")", "\"\"", "seen"}) {
+        SpmArgBind *arg = SpmAddArgBindToSP(bind);
+        replace(arg->argName, "b");
+        replace(arg->dataType, "int");
+        replace(arg->initCode, init);
+        arg->options = texts({"Null : yes"});
+    }
+    char *code = getCallbackCode(bind, call, 1);
+    std::string text = code ? code : "";
+    free(code);
+    SpmDestroySPBind(&bind);
+    return text;
+}
+
+// A module of eight activators, their registration and the setup calls that
+// the example's main module does not make.
+std::string shapesModule() {
+    const std::string frame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
+    const std::string oldFrame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer SgeClientData;\n";
+    std::string module = "/* Velmora Module File V1.0B */\n/* Velmora Start Of Tool Includes */\n"
+                         "#include \"VlRnHtml.h\"\n/* Velmora Start Of user Includes */\n"
+                         "static void showRow(void) {}\n"
+                         "static char _Vl_HTML_Filename[] = \"shapes.html\";\n";
+    std::string registration = "void R_shapes_html()\n{\n";
+    for (int k = 0; k < 8; k++) {
+        std::string body = requestCode(k);
+        if (k == 0) body = frame + body + "\n" + requestCode(1) + "\n}";
+        if (k == 1) {
+            std::size_t run = body.find("\n\tDoWorkProc");
+            body = oldFrame + body.insert(run, "\tSgeSetArgBind(pSgeWCD, 12, \"b\",\n\t\t\"\");\n") +
+                   "\n}";
+        }
+        std::string name = "F" + std::to_string(k);
+        module += "/*Velmora Start of Function */\nstatic void " + name +
+                  " ()\n/* start of initial code */\n{\n/* start of func Code */\n" + body +
+                  "/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
+        registration += "\tVlRegisterHtmlActivator(\"" + std::to_string(k) + "__Fshapes_html\"," +
+                        name + ");\n";
+    }
+    registration += "\tVlRegisterHtmlAlias(\"x__Aother_html\",\"0__Fshapes_html\");\n"
+                    "\tVlSetOrbSeed(7);\n";
+    for (const char *vendor : {"SQLITE", "POSTGRES", "ORACLE", "SYBASE", "INFORMIX", "DB2", "ODBC",
+                               "MSSQL", "MYSQL", "INGRES"})
+        registration += std::string("\tVlSetDefaultVendor(SGE") + vendor + ");\n";
+    return module + registration + "\n}/* Velmora End of Module */\n";
+}
+
+ProgramRun sh(const std::string &command, const std::string &dir) {
+    return runProgram("/bin/sh", {"-c", command}, {"PATH=/usr/bin:/bin"}, dir);
+}
+
+TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
+    TempDir dir;
+    dir.write("shapes.c", shapesModule());
+    for (const char *file : {"shop.c", "catalog.c", "order.c"})
+        dir.write(file, readText(kExample + file));
+    struct Language {
+        std::string compiler, options;
+    };
+    for (const Language &language :
+         {Language{VELMORA_C_COMPILER, "-std=c11"},
+          Language{VELMORA_CXX_COMPILER, "-x c++ -std=c++20"}}) {
+        SCOPED_TRACE(language.options);
+        for (const char *file : {"shapes", "shop", "catalog", "order"}) {
+            ProgramRun run = sh(language.compiler + " " + language.options + " " +
+                                    VELMORA_C_FLAGS + " -Wall -Wextra -Werror -I" + kStage +
+                                    "/include -c " + file + ".c -o " + file + ".o",
+                                dir.path());
+            EXPECT_EQ(run.status, 0) << file << ".c:\n" << run.err;
+        }
+        // Linked as the generated makefile links: the C compiler, -lvlrun alone.
+        ProgramRun link = sh(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS +
+                                 " -o shop.cgi shop.o catalog.o order.o shapes.o -L" + kStage +
+                                 "/lib -lvlrun",
+                             dir.path());
+        ASSERT_EQ(link.status, 0) << link.err;
+        // It answers: the start page is not installed here.
+        ProgramRun answer = runProgram(dir.file("shop.cgi"), {}, {"REQUEST_METHOD=GET"}, dir.path());
+        EXPECT_EQ(answer.out.substr(0, 23), "Status: 404 Not Found\r\n");
+    }
+}
+
+} // namespace

@@ -1,0 +1,118 @@
+// A lighttpd with mod_cgi on 127.0.0.1 at a free port for the web tests,
+// serving a directory of pages and a directory of CGI programs, stopped by
+// its destructor (and with the test process, should that die first), and
+// curl to ask it.
+#ifndef VELMORA_TESTS_WEB_WEB_SERVER_HPP
+#define VELMORA_TESTS_WEB_WEB_SERVER_HPP
+
+#include "support/run_program.hpp"
+#include "support/temp_dir.hpp"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+inline const char *const kLighttpd = "/usr/sbin/lighttpd";
+inline const char *const kCurl = "/usr/bin/curl";
+
+struct HttpAnswer {
+    int status = 0;
+    std::string headers;
+    std::string body;
+};
+
+class WebServer {
+  public:
+    // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
+    WebServer(const std::string &dir, const std::string &www, const std::string &cgiBin)
+        : log_(dir + "/lighttpd-error.log"), cgiLog_(dir + "/cgi-stderr.log") {
+        std::mt19937 random(std::random_device{}());
+        for (int attempt = 0; attempt < 20 && pid_ <= 0; attempt++) {
+            port_ = 30000 + static_cast<int>(random() % 20000);
+            const std::string conf = dir + "/lighttpd.conf";
+            writeText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
+                                "server.port = " + std::to_string(port_) +
+                                "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
+                                "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
+                                cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
+                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n");
+            pid_ = fork();
+            if (pid_ == 0) {
+                prctl(PR_SET_PDEATHSIG, SIGTERM);
+                execl(kLighttpd, kLighttpd, "-D", "-f", conf.c_str(), static_cast<char *>(nullptr));
+                _exit(127);
+            }
+            if (!waitUntilListening()) stop();
+        }
+    }
+    ~WebServer() { stop(); }
+    WebServer(const WebServer &) = delete;
+    WebServer &operator=(const WebServer &) = delete;
+
+    bool running() const { return pid_ > 0; }
+    std::string url(const std::string &path) const {
+        return "http://127.0.0.1:" + std::to_string(port_) + path;
+    }
+    // The server's log, then what the CGI programs wrote to standard error.
+    std::string errorLog() const { return readText(log_) + readText(cgiLog_); }
+
+    void stop() {
+        if (pid_ <= 0) return;
+        kill(pid_, SIGTERM);
+        waitpid(pid_, nullptr, 0);
+        pid_ = -1;
+    }
+
+  private:
+    bool waitUntilListening() {
+        for (int i = 0; i < 100; i++) {
+            if (waitpid(pid_, nullptr, WNOHANG) == pid_) {
+                pid_ = -1; // it ended: most likely the port is taken
+                return false;
+            }
+            int fd = socket(AF_INET, SOCK_STREAM, 0);
+            sockaddr_in address{};
+            address.sin_family = AF_INET;
+            address.sin_port = htons(static_cast<uint16_t>(port_));
+            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+            bool up = connect(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
+            close(fd);
+            if (up) return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        return false;
+    }
+
+    std::string log_;
+    std::string cgiLog_;
+    int port_ = 0;
+    pid_t pid_ = -1;
+};
+
+// Asks url with curl; extra are further curl arguments (-d, -H, ...).
+inline HttpAnswer httpGet(const std::string &url, std::vector<std::string> extra = {}) {
+    extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
+    extra.push_back(url);
+    ProgramRun run = runProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");
+    HttpAnswer answer;
+    // A large body may first get an interim "100 Continue".
+    while (run.out.compare(0, 12, "HTTP/1.1 100") == 0)
+        run.out.erase(0, run.out.find("\r\n\r\n") + 4);
+    std::size_t end = run.out.find("\r\n\r\n");
+    answer.headers = run.out.substr(0, end);
+    answer.body = end == std::string::npos ? "" : run.out.substr(end + 4);
+    if (run.out.size() > 12) answer.status = std::atoi(run.out.c_str() + 9);
+    return answer;
+}
+
+#endif
