@@ -2,7 +2,6 @@
 // reads the two paths from the command line, checks the project file and the
 // environment, merges the configuration file into the project's options and
 // has the project written back and installed.
-#include "driver/nogui.h"
 #include "html/keywords.h"
 #include "project/naming.h"
 #include "project/project.h"
@@ -12,6 +11,7 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/list.h"
+#include "util/messages.h"
 #include "util/options.h"
 #include "util/strings.h"
 

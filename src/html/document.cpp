@@ -13,8 +13,8 @@
 #include <unordered_map>
 
 #include "html/page.h"
-#include "util/list.h"
 #include "util/heap.hpp"
+#include "util/list.h"
 #include "util/strings.h"
 
 namespace {

@@ -13,9 +13,9 @@
 #include <string>
 #include <string_view>
 
-#include "driver/nogui.h"
 #include "maps/map.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/process.h"
 
 namespace {

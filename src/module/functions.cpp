@@ -7,11 +7,10 @@
 
 #include <memory>
 
-#include "driver/nogui.h"
 #include "project/lookup.h"
-#include "project/project.h"
-#include "util/ident.h"
 #include "util/heap.hpp"
+#include "util/ident.h"
+#include "util/messages.h"
 #include "util/strings.h"
 
 namespace {

@@ -14,7 +14,6 @@
 #include <cstring>
 #include <string>
 
-#include "driver/nogui.h"
 #include "project/configfile.h"
 #include "project/lookup.h"
 #include "project/makefile.h"
@@ -25,6 +24,7 @@
 #include "project/writer.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/process.h"
 #include "util/strings.h"
 

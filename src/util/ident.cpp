@@ -3,9 +3,9 @@
 // option names, and lookups in resource lists (the lines of a map file).
 #include "util/ident.h"
 
-#include "driver/nogui.h"
 #include "util/heap.hpp"
 #include "util/strings.h"
+#include "util/toolkit.hpp"
 
 #include <cctype>
 #include <cstdio>

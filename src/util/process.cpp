@@ -4,9 +4,9 @@
 // name or value from running as a command.
 #include "util/process.h"
 
-#include "driver/nogui.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/toolkit.hpp"
 
 #include <cerrno>
 #include <cstdio>

@@ -31,9 +31,6 @@ static void driverSubstitutes(void) {
     const char *text = "default";
     CHECK(VlCatGets(10, 2, text) == text);
     CHECK(strcmp(GCatb(1, 2), " ") == 0);
-    CHECK(SgeValidateProcedure(NULL) == 1);
-    CHECK(takeEq(SgeGetObjTypeIdFromInt(4), "Hello"));
-    CHECK(XmTextGetLastPosition(NULL) == 0);
 }
 
 static void lists(void) {

@@ -1,7 +1,7 @@
 // The binding map model: starting values, list building, destructors, the
 // interface list, lookups, copying and the naming of new binds.
 #include "support/bind_text.hpp"
-#include "maps/upkeep.h"
+#include "bindcode/upkeep.h"
 #include "support/test_dist.hpp"
 
 #include <gtest/gtest.h>

@@ -4,7 +4,7 @@
 #include "support/capture.hpp"
 #include "support/bind_text.hpp"
 #include "maps/mapfile.h"
-#include "maps/upkeep.h"
+#include "bindcode/upkeep.h"
 #include "support/temp_dir.hpp"
 
 #include <gtest/gtest.h>

@@ -2,10 +2,10 @@
 // back gives every field the code carries, and generating again gives the
 // same text; a written map file read back gives every stored field.
 #include "support/bind_text.hpp"
-#include "maps/generator.h"
+#include "bindcode/generator.h"
 #include "maps/mapfile.h"
-#include "maps/parser.h"
-#include "maps/upkeep.h"
+#include "bindcode/parser.h"
+#include "bindcode/upkeep.h"
 #include "support/binding_code.hpp"
 #include "support/temp_dir.hpp"
 

@@ -3,7 +3,7 @@
 // generator's output by fixed texts, fixed skips and counts of separators;
 // every skip is checked against the end of the text, and the walk never goes
 // back, so any input is read in time linear in its length.
-#include "maps/parser.h"
+#include "bindcode/parser.h"
 
 #include <algorithm>
 #include <cstdio>

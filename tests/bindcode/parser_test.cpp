@@ -2,8 +2,8 @@
 // the work call, the kind and vendor tables, columns, arguments, quoted lists
 // and their unescaping, and truncated or malformed code.
 #include "support/bind_text.hpp"
-#include "maps/parser.h"
-#include "maps/upkeep.h"
+#include "bindcode/parser.h"
+#include "bindcode/upkeep.h"
 #include "support/binding_code.hpp"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // The binding-code generator: the exact text of one request's code, with and
 // without the user's code, and the escaping of quoted list items.
 #include "support/bind_text.hpp"
-#include "maps/generator.h"
-#include "maps/upkeep.h"
+#include "bindcode/generator.h"
+#include "bindcode/upkeep.h"
 #include "support/binding_code.hpp"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // callback, as the fixed sequence of calls on the work-call record that the
 // binding-code parser reads back. Quoted list items are escaped so that the
 // parser restores them exactly.
-#include "maps/generator.h"
+#include "bindcode/generator.h"
 
 #include <string>
 #include <string_view>
