@@ -22,6 +22,12 @@ char *VlHeapCopy(std::string_view text) {
     return out;
 }
 
+void VlReplaceString(char **field, const char *value) {
+    char *copy = value ? strdup(value) : nullptr;
+    std::free(*field);
+    *field = copy;
+}
+
 namespace {
 
 bool isSpace(char c) {

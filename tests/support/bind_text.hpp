@@ -4,14 +4,17 @@
 #ifndef VELMORA_TESTS_SUPPORT_BIND_TEXT_HPP
 #define VELMORA_TESTS_SUPPORT_BIND_TEXT_HPP
 
+#include "maps/fields.hpp"
 #include "maps/map.h"
 #include "support/c_values.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <random>
 #include <string>
+#include <vector>
 
 inline void add(SutList **list, const std::string &value) {
     if (!*list) *list = SutNewList();
@@ -35,41 +38,52 @@ inline std::string showList(const SutList *l) {
     return s + "]";
 }
 
-inline std::string fields(std::initializer_list<std::string> parts) {
+// The fields of a record that the map file stores (memoryOnly false) or those
+// kept in memory only, in the record's order, blank-separated; for a bind, the
+// stored fields of each child record follow on a line of their own.
+inline std::string fieldText(const void *record, const BindRecordKind &kind, bool memoryOnly) {
+    std::vector<const BindField *> fields;
+    for (const BindField &f : kind.fields)
+        if (f.kind != FieldKind::Records && f.kind != FieldKind::Count &&
+            ((f.flags & kMemoryOnly) != 0) == memoryOnly)
+            fields.push_back(&f);
+    std::sort(fields.begin(), fields.end(),
+              [](const BindField *a, const BindField *b) { return a->offset < b->offset; });
     std::string s;
-    for (const std::string &p : parts)
-        s += (s.empty() ? "" : " ") + p;
+    for (const BindField *f : fields) {
+        if (!s.empty() || memoryOnly) s += " ";
+        switch (f->kind) {
+        case FieldKind::Text:
+        case FieldKind::LongText:
+        case FieldKind::Choice:
+            s += show(FieldOf<char *>(record, *f));
+            break;
+        case FieldKind::Lines:
+        case FieldKind::LongLines:
+            s += showList(FieldOf<SutList *>(record, *f));
+            break;
+        case FieldKind::Long:
+            s += std::to_string(FieldOf<long>(record, *f));
+            break;
+        case FieldKind::Handle:
+            s += std::to_string(reinterpret_cast<long>(FieldOf<void *>(record, *f)));
+            break;
+        default:
+            s += std::to_string(FieldOf<int>(record, *f));
+        }
+    }
     return s;
 }
 
-// Every field that the map file stores, blank-separated, one line per child.
+// Every field that the map file stores, one line per child record.
 inline std::string stored(const SpmSPBind *b) {
-    auto n = [](long v) { return std::to_string(v); };
-    std::string s = fields({show(b->servername), n(b->serverid), show(b->dbname), n(b->dbid),
-                            show(b->name), n(b->id), show(b->altName), n(b->beenApplied),
-                            show(b->cacheFlag), show(b->cacheKey), show(b->indexKey),
-                            showList(b->sqlFrags), n(b->dbVendor), showList(b->options)});
-    for (int i = 0; i < SutSizList(b->colBinds); i++) {
-        auto *c = nth<SpmColBind>(b->colBinds, i);
-        s += "\ncol " + fields({show(c->swidget), show(c->interface), n(c->order),
-                                show(c->tableName), n(c->tableId), show(c->columnName),
-                                n(c->columnId), show(c->dataType), n(c->dataTypeId), n(c->dataSize),
-                                show(c->popCallbackName), show(c->clientData), n(c->group),
-                                n(c->computeId), n(c->computeColumn), showList(c->options)});
-    }
-    for (int i = 0; i < SutSizList(b->callBinds); i++) {
-        auto *k = nth<SpmCallbackBind>(b->callBinds, i);
-        s += "\ncall " +
-             fields({show(k->swidget), show(k->interface), show(k->callbackName), n(k->isWritten),
-                     show(k->initCode), show(k->finalCode), show(k->useDialog), n(k->maxRows),
-                     n(k->callOrder), show(k->indexFlag), show(k->indexValue), show(k->queueFile),
-                     showList(k->options)});
-    }
-    for (int i = 0; i < SutSizList(b->argBinds); i++) {
-        auto *a = nth<SpmArgBind>(b->argBinds, i);
-        s += "\narg " + fields({show(a->argName), n(a->argId), show(a->dataType), n(a->dataTypeId),
-                                n(a->dataSize), show(a->initCode), showList(a->options)});
-    }
+    std::string s = fieldText(b, kSPBindKind, false);
+    for (int i = 0; i < SutSizList(b->colBinds); i++)
+        s += "\ncol " + fieldText(SutGetNList(b->colBinds, i), kColBindKind, false);
+    for (int i = 0; i < SutSizList(b->callBinds); i++)
+        s += "\ncall " + fieldText(SutGetNList(b->callBinds, i), kCallbackBindKind, false);
+    for (int i = 0; i < SutSizList(b->argBinds); i++)
+        s += "\narg " + fieldText(SutGetNList(b->argBinds, i), kArgBindKind, false);
     return s;
 }
 
@@ -86,17 +100,13 @@ inline Strings bindsOf(const SutList *binds) {
 
 // The fields that are kept in memory only and copied with a bind.
 inline std::string unstored(const SpmSPBind *b) {
-    auto n = [](long v) { return " " + std::to_string(v); };
-    std::string s = n(reinterpret_cast<long>(b->editor)) + n(b->isChanged);
+    std::string s = fieldText(b, kSPBindKind, true);
     for (int i = 0; i < SutSizList(b->colBinds); i++)
-        s += n(nth<SpmColBind>(b->colBinds, i)->isChanged) +
-             n(nth<SpmColBind>(b->colBinds, i)->spare);
+        s += fieldText(SutGetNList(b->colBinds, i), kColBindKind, true);
     for (int i = 0; i < SutSizList(b->callBinds); i++)
-        s += n(nth<SpmCallbackBind>(b->callBinds, i)->isChanged) +
-             n(nth<SpmCallbackBind>(b->callBinds, i)->transientC);
+        s += fieldText(SutGetNList(b->callBinds, i), kCallbackBindKind, true);
     for (int i = 0; i < SutSizList(b->argBinds); i++)
-        s += n(nth<SpmArgBind>(b->argBinds, i)->isChanged) +
-             n(nth<SpmArgBind>(b->argBinds, i)->spare);
+        s += fieldText(SutGetNList(b->argBinds, i), kArgBindKind, true);
     return s;
 }
 
