@@ -69,11 +69,6 @@ size_t FindNth(string_view t, char c, size_t from, int n) {
     return pos;
 }
 
-void SetField(char **field, string_view v) {
-    free(*field);
-    *field = VlHeapCopy(v);
-}
-
 void AppendItem(SutList **list, string_view v) {
     if (!*list) *list = SutNewList();
     SutAddList(*list, VlHeapCopy(v));
@@ -90,13 +85,13 @@ void ParseBindName(SpmSPBind *bind, string_view t, size_t &pos) {
     size_t start = colon + 2 <= t.size() ? colon + 2 : t.size();
     size_t star = t.find('*', start);
     size_t end = star == npos ? t.size() : star;
-    SetField(&bind->altName, DropLast(Slice(t, start, end), 1));
+    VlReplaceText(&bind->altName, DropLast(Slice(t, start, end), 1));
     pos = end;
 }
 
 // "0x0" stands for a null pointer in the generated code: no value.
 void SetUnlessNull(char **field, string_view v) {
-    if (v != "0x0") SetField(field, v);
+    if (v != "0x0") VlReplaceText(field, v);
 }
 
 void ParseCallDetail(SpmSPBind *bind, string_view t, size_t &pos) {
@@ -105,7 +100,7 @@ void ParseCallDetail(SpmSPBind *bind, string_view t, size_t &pos) {
     size_t comma = FindFrom(t, ',', pos);
     size_t flagEnd = comma == npos ? npos : FindFrom(t, ',', comma + 2);
     if (flagEnd == npos) return void(pos = stop);
-    SetField(&bind->cacheFlag, Slice(t, comma + 2, flagEnd));
+    VlReplaceText(&bind->cacheFlag, Slice(t, comma + 2, flagEnd));
 
     size_t paren = FindFrom(t, ')', flagEnd);
     size_t eol = FindFrom(t, '\n', paren);
@@ -114,7 +109,7 @@ void ParseCallDetail(SpmSPBind *bind, string_view t, size_t &pos) {
 
     size_t indexFlagEnd = FindFrom(t, ',', eol + 3);
     if (indexFlagEnd == npos) return void(pos = stop);
-    if (call) SetField(&call->indexFlag, Slice(t, eol + 3, indexFlagEnd));
+    if (call) VlReplaceText(&call->indexFlag, Slice(t, eol + 3, indexFlagEnd));
     paren = FindFrom(t, ')', indexFlagEnd);
     eol = FindFrom(t, '\n', paren);
     if (eol == npos) return void(pos = stop);
@@ -127,7 +122,7 @@ void ParseCallDetail(SpmSPBind *bind, string_view t, size_t &pos) {
 
     paren = FindFrom(t, ')', eol + 3);
     if (paren == npos) return void(pos = stop);
-    if (call) SetField(&call->queueFile, Slice(t, eol + 3, paren));
+    if (call) VlReplaceText(&call->queueFile, Slice(t, eol + 3, paren));
     pos = paren;
 }
 
@@ -148,11 +143,11 @@ void ParseColumnDetail(SpmColBind *col, string_view t, size_t &pos) {
     if (eol1 == npos) return void(pos = t.size());
     size_t eol2 = FindFrom(t, '\n', eol1 + 1);
     size_t end2 = eol2 == npos ? t.size() : eol2;
-    SetField(&col->dataType, DropLast(Slice(t, eol1 + 4, end2), 2));
+    VlReplaceText(&col->dataType, DropLast(Slice(t, eol1 + 4, end2), 2));
     if (eol2 == npos) return void(pos = t.size());
     size_t eol3 = FindFrom(t, '\n', eol2 + 1);
     size_t end3 = eol3 == npos ? t.size() : eol3;
-    SetField(&col->columnName, DropLast(Slice(t, eol2 + 4, end3), 3));
+    VlReplaceText(&col->columnName, DropLast(Slice(t, eol2 + 4, end3), 3));
     pos = end3;
 }
 
@@ -231,16 +226,16 @@ void ParseColBind(SpmSPBind *bind, string_view t, size_t &pos) {
             inside = inside.substr(0, inside.find('"'));
             size_t bar = inside.find('|');
             if (bar != npos) {
-                SetField(&col->interface, inside.substr(0, bar));
-                SetField(&col->swidget, inside.substr(bar + 1));
+                VlReplaceText(&col->interface, inside.substr(0, bar));
+                VlReplaceText(&col->swidget, inside.substr(bar + 1));
                 // Earlier columns written without their page share this one's.
                 for (int i = 0; i + 1 < SutSizList(bind->colBinds); i++) {
                     auto *earlier = static_cast<SpmColBind *>(SutGetNList(bind->colBinds, i));
                     if (earlier && !earlier->interface)
-                        SetField(&earlier->interface, inside.substr(0, bar));
+                        VlReplaceText(&earlier->interface, inside.substr(0, bar));
                 }
             } else {
-                SetField(&col->swidget, inside);
+                VlReplaceText(&col->swidget, inside);
             }
         }
     }
@@ -248,14 +243,14 @@ void ParseColBind(SpmSPBind *bind, string_view t, size_t &pos) {
         string_view word = DropLast(popup.data(), 1);
         if (word != "(XtPointer)0x0") {
             if (word.starts_with("(XtPointer)")) word.remove_prefix(strlen("(XtPointer)"));
-            SetField(&col->popCallbackName, word);
+            VlReplaceText(&col->popCallbackName, word);
         }
     }
 
     if (sixth == npos) return void(pos = t.size());
     size_t end = FindCodeEnd(t, sixth + 4, true);
     string_view data = DropLast(Slice(t, sixth + 4, end == npos ? t.size() : end), 1);
-    if (data != "(XtPointer)0x0") SetField(&col->clientData, data);
+    if (data != "(XtPointer)0x0") VlReplaceText(&col->clientData, data);
     pos = end == npos ? t.size() : end + 1;
 }
 
@@ -273,14 +268,14 @@ void ParseArgBind(SpmSPBind *bind, string_view t, size_t &pos, bool older) {
         int read =
             sscanf(head.c_str(), "\tSgeSetArgBind(pSgeWCD, %d, \"%s", &dataTypeId, name.data());
         if (read >= 1) arg->dataTypeId = dataTypeId;
-        if (read >= 2) SetField(&arg->argName, DropLast(name.data(), 2));
+        if (read >= 2) VlReplaceText(&arg->argName, DropLast(name.data(), 2));
     } else {
         int read = sscanf(head.c_str(), "\tSgeSetArgBnd2(pSgeWCD, %d, %d, \"%s \"%s", &dataTypeId,
                           &dataSize, name.data(), type.data());
         if (read >= 1) arg->dataTypeId = dataTypeId;
         if (read >= 2) arg->dataSize = dataSize;
-        if (read >= 3) SetField(&arg->argName, DropLast(name.data(), 2));
-        if (read >= 4) SetField(&arg->dataType, DropLast(type.data(), 2));
+        if (read >= 3) VlReplaceText(&arg->argName, DropLast(name.data(), 2));
+        if (read >= 4) VlReplaceText(&arg->dataType, DropLast(type.data(), 2));
     }
     if (comma == npos) return void(pos = t.size());
     // The value's line: two tabs, the expression, ");".
@@ -289,7 +284,7 @@ void ParseArgBind(SpmSPBind *bind, string_view t, size_t &pos, bool older) {
     for (int k = 0; k < 2 && init.starts_with('\t'); k++)
         init.remove_prefix(1);
     if (init.ends_with(')')) init.remove_suffix(1);
-    SetField(&arg->initCode, init);
+    VlReplaceText(&arg->initCode, init);
     pos = end == npos ? t.size() : end + 1;
 }
 
@@ -319,16 +314,16 @@ void ApplyWorkCall(SpmSPBind *bind, SpmCallbackBind *call, string_view text) {
     char *server = nullptr, *db = nullptr, *name = nullptr, *last = nullptr;
     SwdParseWorkCall(copy.c_str(), &maxRows, &server, &db, &name, &last);
     VlCharPtr s(server), d(db), n(name), l(last);
-    SetField(&bind->servername, DropLast(ViewOf(server), 2));
-    SetField(&bind->dbname, DropLast(ViewOf(db), 2));
-    SetField(&bind->name, DropLast(ViewOf(name), 2));
+    VlReplaceText(&bind->servername, DropLast(ViewOf(server), 2));
+    VlReplaceText(&bind->dbname, DropLast(ViewOf(db), 2));
+    VlReplaceText(&bind->name, DropLast(ViewOf(name), 2));
     string_view word = DropLast(ViewOf(last), 2);
     call->maxRows = maxRows;
-    SetField(&call->useDialog, word);
+    VlReplaceText(&call->useDialog, word);
     for (const KindWord &kind : kKindWords) {
         if (word == kind.word) {
             bind->id = kind.id;
-            SetField(&call->useDialog, "NO_WP");
+            VlReplaceText(&call->useDialog, "NO_WP");
         }
     }
 }
@@ -393,7 +388,7 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
             break;
         case BodyState::InitialCode:
             if (StartsAt(t, i, "\n\tpSgeWCD = getSgeWo")) {
-                if (i > codeStart + 1) SetField(&call->initCode, Slice(t, codeStart, i - 1));
+                if (i > codeStart + 1) VlReplaceText(&call->initCode, Slice(t, codeStart, i - 1));
                 size_t end = FindCodeEnd(t, i, false);
                 size_t callEnd = end == npos ? t.size() : end + 1;
                 ApplyWorkCall(bind, call, Slice(t, i, end == npos ? t.size() : end + 4));
@@ -463,7 +458,7 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
                 // banner that stand before this text.
                 size_t count = i - sixthSlash;
                 if (count > 22)
-                    SetField(&call->finalCode, Slice(t, codeStart, codeStart + count - 22));
+                    VlReplaceText(&call->finalCode, Slice(t, codeStart, codeStart + count - 22));
                 state = BodyState::BetweenRequests;
             }
             break;

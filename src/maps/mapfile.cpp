@@ -168,11 +168,6 @@ bool ParseChoice(string_view v, char **field, std::span<const char *const> names
     return false;
 }
 
-void SetString(char **field, string_view v) {
-    free(*field);
-    *field = VlHeapCopy(v);
-}
-
 void AppendLine(SutList **list, string_view v) {
     if (!*list) *list = SutNewList();
     SutAddList(*list, VlHeapCopy(v));
@@ -213,14 +208,14 @@ struct MapReader {
     std::string prefix; // "*" and the current bind's name
 
     void StartGathering(char **field, string_view first) {
-        SetString(field, first);
+        VlReplaceText(field, first);
         gatherField = field;
         gathered.assign(first);
         state = ReadState::GatheringValue;
     }
 
     void StoreGathered() {
-        SetString(gatherField, gathered);
+        VlReplaceText(gatherField, gathered);
         gatherField = nullptr;
         gathered.clear();
     }
@@ -313,7 +308,7 @@ bool MapReader::BindHeader(string_view rest) {
     value = value.substr(0, value.find(':'));
     if (value.empty() || value.front() == '\n') return false;
     value = LessLast(value);
-    SetString(&bind->name, value);
+    VlReplaceText(&bind->name, value);
     prefix = "*";
     prefix.append(value);
     return true;
@@ -359,7 +354,7 @@ bool MapReader::ChildLine(const BindField &list, string_view key, string_view va
 bool MapReader::SetField(void *record, const BindField &field, string_view value) {
     switch (field.kind) {
     case FieldKind::Text:
-        SetString(&FieldOf<char *>(record, field), LessNewline(value));
+        VlReplaceText(&FieldOf<char *>(record, field), LessNewline(value));
         return true;
     case FieldKind::LongText:
         StartGathering(&FieldOf<char *>(record, field), value);

@@ -20,5 +20,7 @@ char *VlHeapCopy(std::string_view text);
 
 // Replaces the owned string in *field by a copy of value (null leaves none).
 void VlReplaceString(char **field, const char *value);
+// Replaces the owned string in *field by a copy of text.
+void VlReplaceText(char **field, std::string_view text);
 
 #endif

@@ -28,6 +28,12 @@ void VlReplaceString(char **field, const char *value) {
     *field = copy;
 }
 
+void VlReplaceText(char **field, std::string_view text) {
+    char *copy = VlHeapCopy(text);
+    std::free(*field);
+    *field = copy;
+}
+
 namespace {
 
 bool IsSpace(char c) {
