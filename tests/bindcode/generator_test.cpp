@@ -80,8 +80,6 @@ TEST(Generator, WritesTheRequestWithTheUsersCodeWhenAsked) {
     EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 1)),
               request("a = 1;\n", call, calls(), "ISQL", "b = 2;\n"));
     EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 0)), request("", call, calls(), "ISQL", ""));
-    EXPECT_EQ(getCallbackCode(nullptr, s.call, 1), nullptr);
-    EXPECT_EQ(getCallbackCode(s.bind, nullptr, 1), nullptr);
 }
 
 std::string generate(SpmSPBind *bind, SpmCallbackBind *call, int flag) {

@@ -33,7 +33,6 @@ TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {
     ASSERT_EQ(SutSizList(module->functions), 1);
     EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
     EXPECT_EQ(functionAt(module, 0)->funcCode, expected);
-    EXPECT_EQ(getKindOfCallbackCode(functionAt(module, 0)->funcCode), 1);
     EXPECT_EQ(module->saved, 0);
     EXPECT_EQ(c2->isWritten, 1);
     EXPECT_EQ(nth<SpmColBind>(second->colBinds, 0)->isChanged, 0);
@@ -59,8 +58,6 @@ TEST(MapUpkeep, ChangedBindsRegenerateTheirCallbacks) {
                   owned(getCallbackCode(other, nth<SpmCallbackBind>(other->callBinds, 0), 1)) +
                   "\n}");
 
-    SwdResetTheMap();
-    EXPECT_EQ(SwdWriteAllMapChanges(), 0);
 }
 
 TEST(MapUpkeep, InstallingOneBindsCodeLeavesTheMapAsItWas) {
@@ -136,7 +133,6 @@ TEST(MapUpkeep, DeletedElementsAreFollowedThroughTheMap) {
     EXPECT_EQ(nth<SpmArgBind>(formBind->argBinds, 0)->isChanged, 1);
     EXPECT_STREQ(nth<SpmArgBind>(formBind->argBinds, 1)->initCode, "VlGetInputValue(\"custom\"");
     EXPECT_EQ(nth<SpmArgBind>(formBind->argBinds, 1)->isChanged, 0);
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("pay", "cart.html", "E", "cust"), 2);
 
     // Step 4: a bind run from nowhere any more leaves the map.
     EXPECT_EQ(printedToStderr([&] {
@@ -144,9 +140,6 @@ TEST(MapUpkeep, DeletedElementsAreFollowedThroughTheMap) {
               }),
               "Callback shop.html|order|F removed from Stored Procedure/DSQL object srv|db|q1\n");
     EXPECT_EQ(nth<SpmSPBind>(SpmGetMapContext()->spBinds, 0), twoCalls);
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("other", "shop.html", "F", nullptr), 1);
-    SwdResetTheMap();
-    EXPECT_EQ(SwdUpdateMapDeletedSwidget("order", "shop.html", "F", nullptr), 0);
 }
 
 TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
@@ -155,39 +148,21 @@ TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
     SpmSPBind *b = addBind("q1", "F", "other");
     set(&b->cacheFlag, "TO_CACHE");
     EXPECT_EQ(SwdCompareSPBinds(a, b), 1); // callbacks and cache are not compared
-    set(&nth<SpmColBind>(b->colBinds, 0)->clientData, "x");
-    EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    set(&nth<SpmColBind>(b->colBinds, 0)->clientData, nullptr);
     nth<SpmColBind>(b->colBinds, 0)->group = 2;
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
     nth<SpmColBind>(b->colBinds, 0)->group = 1;
     set(&nth<SpmArgBind>(b->argBinds, 0)->initCode, "1");
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    set(&nth<SpmArgBind>(b->argBinds, 0)->initCode, "\"\"");
-    SpmAddColBindToSP(b);
-    EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
-    set(&b->name, "q2");
-    EXPECT_EQ(SwdCompareSPBinds(a, a), 1);
-    EXPECT_EQ(SwdCompareSPBinds(a, nullptr), 0);
-
-    SpmSPBind *c = addBind("q1", "F", "third");
-    EXPECT_EQ(SwdGetRefBind(a), c);
-    EXPECT_EQ(SwdGetRefBind(c), a);
+    EXPECT_EQ(SwdGetRefBind(a), b);
+    b->beenApplied = 0;
     EXPECT_EQ(SwdGetRefBind(b), nullptr);
-    c->beenApplied = 0;
-    EXPECT_EQ(SwdGetRefBind(c), nullptr);
 
-    SutList *names = SutNewList();
-    for (const char *name : {"page", "x", "page1"})
-        SutAddList(names, strdup(name));
+    SutList *names = makeList({"page", "x", "page1"});
     EXPECT_EQ(owned(SwdGetUnique("page", names)), "page2");
     EXPECT_EQ(owned(SwdGetUnique("x1", names)), "x1");
-    EXPECT_EQ(owned(SwdGetUnique("x", names)), "x1");
-    EXPECT_EQ(owned(SwdGetUnique("y", nullptr)), "y");
     SutDestroyList(names);
 
     const std::string body = "{\n\tpSgeWorkCallData pSgeWCD;\n\n";
-    EXPECT_EQ(getKindOfCallbackCode(nullptr), 0);
     EXPECT_EQ(getKindOfCallbackCode((kCodeHead + body + "\tx;\n}").c_str()), 1);
     EXPECT_EQ(getKindOfCallbackCode(("{\n\t/**  velmora versn 1.00  **/\n\tXtPointer "
                                      "SgeClientData;\n" +
@@ -195,20 +170,10 @@ TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
                                         .c_str()),
               1);
     EXPECT_EQ(getKindOfCallbackCode(kCodeHead.c_str()), 2);
-    EXPECT_EQ(getKindOfCallbackCode("\tprintf(\"mine\");\n"), 2);
-
     EXPECT_EQ(owned(SwdCheckFileDefault("/home/u/.uxrc")), "/home/u/.dbuxrc");
-    EXPECT_EQ(owned(SwdCheckFileDefault(".uxrc")), ".uxrc");
     EXPECT_EQ(owned(SwdCheckFileDefault("/a/.uxrc.bak")), "/a/.uxrc.bak");
-    EXPECT_EQ(owned(SwdCheckFileDefault(nullptr)), "<null>");
-
     EXPECT_EQ(SwdInstallThisCallbackCode("shop.html", "order", "F", ""), 1);
-    EXPECT_EQ(SwdInstallThisCallbackCode("shop.html", nullptr, "F", "x"), 1);
     EXPECT_EQ(SwdInstallThisCallbackCode("shop.html", "order", "Sx", "x"), 0);
-    EXPECT_EQ(SwdRemoveThisCallbackCode("", "order", "F"), 1);
-    EXPECT_EQ(SwdProjectFileExist("shop.pj"), 1);
-    EXPECT_EQ(SwdIsMapBeingRead(), 1);
-    EXPECT_EQ(SwdUpdateBes(), 0);
     EXPECT_EQ(SwdInitialVerifyMap(), 0);
     SwdResetTheMap();
     EXPECT_EQ(SwdInitialVerifyMap(), 1);
