@@ -3,6 +3,7 @@
 // directory, and every script call with its arguments. The expected texts
 // follow from the rules for each file, written out here by hand.
 #include "e2e/harness.hpp"
+#include "support/file_texts.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,19 +15,8 @@ namespace {
 
 using Files = std::map<std::string, std::string>;
 
-const char kBanner[] = "No GUI Velmora Version 3.0\n";
-const char kHead[] = "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\n"
-                     "Source files:\n";
-const char IS[] = "/* Velmora Start Of User Includes */\n";
-const char IE[] = "/* Velmora End Of User Includes */\n";
-const char DS[] = "/* Velmora Start Of Callback Declarations */\n";
-const char DE[] = "/* Velmora End Of Callback Declarations */\n";
-const char InS[] = "\t/* Velmora Start Of Initial Code */\n";
-const char InE[] = "\t/* Velmora End Of Initial Code */\n";
-const char RS[] = "\t/* Velmora Start Of Callback Registration */\n";
-const char RE[] = "\t/* Velmora End Of Callback Registration */\n";
-const char FS[] = "\t/* Velmora Start Of Final Code */\n";
-const char FE[] = "\t/* Velmora End Of Final Code */\n";
+using namespace MainRegions;
+const std::string &kHead = kProjectHead;
 
 // The test distribution: its global options give the test deployment.
 void distribution(const E2eWorld &w) {
@@ -61,7 +51,7 @@ std::string setupCalls(const std::string &name, int relocatable = 0,
 
 std::string progress(const std::string &project, const std::string &config,
                      const std::string &beforeDone, const std::string &install) {
-    return std::string(kBanner) + "Applying Changes to " + project + " from " + config + "\n" +
+    return kBanner + "Applying Changes to " + project + " from " + config + "\n" +
            beforeDone + "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
 }
 
@@ -70,7 +60,7 @@ const char kNoBinding[] = "You must have at least one binding before testing.\n"
 TEST(EndToEnd, ProjectWithoutModulesMergesTheConfigurationInPlace) {
     E2eWorld w;
     distribution(w);
-    w.write("proj/store.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+    w.write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
                                                   "Project.Call Read/Write Scripts : True\n"
                                                   "Test.HTML URL : http://old/#proj\n"
                                                   "Makefile.$VL_USER_CFLAGS : -g\n");
@@ -90,7 +80,7 @@ TEST(EndToEnd, ProjectWithoutModulesMergesTheConfigurationInPlace) {
         "\tVlSetSessTimeOut(1200);\n\tVlSetDefaultUser(\"ann\");\n\tVlSetHtmlDir(\"/www/store\");\n"
         "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
     EXPECT_EQ(w.project(),
-              (Files{{"store.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+              (Files{{"store.pj", kHead + "HTML Files :\nProject Options :\n"
                                                        "Project.Call Read/Write Scripts : True\n"
                                                        "Test.HTML URL : http://new/#proj\n"
                                                        "Makefile.$VL_USER_CFLAGS : -g\n"
@@ -110,12 +100,8 @@ const char kPage[] = "<html><body>\n"
                      "<A HREF=\"old.cgi?FNC=home__Ashop_html\">Home</A>\n"
                      "</body></html>\n";
 
-const char kModuleHead[] = "/* Velmora Module File V1.0B */\n"
-                           "/* Velmora Start Of Tool Includes */\n"
-                           "#include \"VlRnHtml.h\"\n"
-                           "/* Velmora Start Of user Includes */\n"
-                           "#include <stdio.h>\n"
-                           "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+const std::string kShopModuleHead =
+    kModuleHead + "#include <stdio.h>\nstatic char _Vl_HTML_Filename[] = \"shop.html\";\n";
 const char kOrder[] = "/*Velmora Start of Function */\nstatic void Forder ()\n"
                       "/* start of initial code */\n{\n\tint n = 0;\n"
                       "/* start of func Code */\n/* end of func code */\n"
@@ -131,17 +117,17 @@ const char kRegistration[] = "void R_shop_html()\n{\n"
 
 // The module as the engine writes it back.
 std::string expectedModule() {
-    return std::string(kModuleHead) + kOrder + kHome + kRegistration;
+    return kShopModuleHead + kOrder + kHome + kRegistration;
 }
 
 void pageProject(const E2eWorld &w, const std::string &options) {
-    w.write("proj/store.pj", std::string(kHead) +
+    w.write("proj/store.pj", kHead +
                                  "shop.c\nHTML Files :\nshop.html\n"
                                  "Project Options :\n" +
                                  options);
     w.write("proj/shop.html", kPage);
     // Text between functions and extra lines in R_ are regenerated away.
-    w.write("proj/shop.c", std::string(kModuleHead) + kOrder + "/* stray text */\n" + kHome +
+    w.write("proj/shop.c", kShopModuleHead + kOrder + "/* stray text */\n" + kHome +
                                "void R_shop_html()\n{\n\tVlRegisterHtmlActivator(\"x\",Fx);\n"
                                "\n}/* Velmora End of Module */\n");
 }
@@ -170,7 +156,7 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
         "<A HREF=\"http://h/cgi-bin/store.cgi?FNC=home__Ashop_html\" >Home</A>\n"
         "</body></html>\n";
     const std::string module = expectedModule();
-    const std::string projectFile = std::string(kHead) +
+    const std::string projectFile = kHead +
                                     "shop.c\nHTML Files :\nshop.html\n"
                                     "Project Options :\nProject.Name : store\n";
     const std::string main =
@@ -214,97 +200,10 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
     EXPECT_EQ(w.scripts().substr(0, 13), "vlreadprj.sh:");
 }
 
-TEST(EndToEnd, RelocatableProjectLeavesTheUrlToRunTime) {
-    E2eWorld w;
-    distribution(w);
-    pageProject(w, "Project.Relocatable Project : True\nProject.Call Read/Write Scripts : False\n");
-    const std::string project = w.path("proj/store.pj");
-    ProgramRun r = w.run({"-pc", project, w.path("none.cfg")});
-    EXPECT_EQ(r.out, progress(project, w.path("none.cfg"),
-                              "Could not read file in VlMainModuleRead:store.c\n"
-                              "Warning : Could not open configuration file " +
-                                  w.path("none.cfg") + "\n",
-                              ""));
-    EXPECT_EQ(r.status, 0);
-    const std::string page =
-        "<html><body>\n"
-        "<FORM ACTION=\"$$VL_CGI_URL\" METHOD=\"post\" >\n"
-        "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
-        "<INPUT TYPE=\"text\" NAME=\"item\">\n"
-        "</FORM>\n"
-        "<A HREF=\"$$VL_CGI_URL?FNC=home__Ashop_html\" >Home</A>\n"
-        "</body></html>\n";
-    EXPECT_EQ(w.project(),
-              (Files{{"store.pj", std::string(kHead) + "shop.c\nHTML Files :\nshop.html\n"
-                                                       "Project Options :\n"
-                                                       "Project.Relocatable Project : True\n"
-                                                       "Project.Call Read/Write Scripts : False\n"},
-                     {"shop.c", expectedModule()},
-                     {"shop.html", page},
-                     {"in_use", "<dir>"},
-                     {"in_use/shop.html.vlm", page},
-                     {"store.c", mainFile("extern void R_shop_html ();\n",
-                                          "\tR_shop_html ();\n" + setupCalls("store", 1))},
-                     {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n\tshop.c\n"},
-                     {"velmoraBackstore", "<dir>"}}));
-    // Started with the program itself, under the CGI URL; the project's read
-    // script still ran (no project was current to say otherwise).
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project +
-                               "]\n"
-                               "vlinst.sh: [store.cgi] [store.cgi] [/cgi] [http://h/cgi-bin] "
-                               "[/www/store] [store.mak] [CGI] [ shop.html]\n");
-}
-
-TEST(EndToEnd, OptionNamesOfAnOldVersionAreUpgradedInPlace) {
-    E2eWorld w;
-    distribution(w);
-    w.write("proj/old.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
-                                                "Project.Call Read/Write Scripts : False\n"
-                                                "HTML test URL : http://old/x\n"
-                                                "Makefile.exeSuffix : .exe\n");
-    ProgramRun r = w.run({"-p", "old.pj"});
-    EXPECT_EQ(r.out, progress("old.pj", "",
-                              "Upgraded Project Options from an old version of Velmora\n"
-                              "Could not read file in VlMainModuleRead:old.c\n"
-                              "Warning : Could not open configuration file \n",
-                              kNoBinding));
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(w.read("proj/old.pj"), std::string(kHead) +
-                                         "HTML Files :\nProject Options :\n"
-                                         "Project.Call Read/Write Scripts : False\n"
-                                         "Test.HTML URL : http://old/x\n"
-                                         "Makefile.exeSuffix : .exe\n");
-    const std::string regs =
-        "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSetHtmlURL(\"http://old/x\");\n"
-        "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
-        "\tVlSetSessTimeOut(1200);\n\tVlSetHtmlDir(\"/www/old\");\n"
-        "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
-    EXPECT_EQ(w.project(), (Files{{"old.pj", w.read("proj/old.pj")},
-                                  {"old.c", mainFile("", regs)},
-                                  {"old.mak", "PROGRAM = old.exe\nOBJS = old.c \\\n"},
-                                  {"velmoraBackold", "<dir>"}}));
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [old.pj]\n");
-}
-
-TEST(EndToEnd, InvalidProjectFileIsLeftAloneAndTheRunFails) {
-    E2eWorld w;
-    distribution(w);
-    w.write("proj/store.pj", "Velmora Project File V2\nshop.c\n");
-    w.write("site.cfg", "Test.CGI Path : /x\n");
-    ProgramRun r = w.run({"-p", "store.pj", "-c", w.path("site.cfg")});
-    EXPECT_EQ(r.out, std::string(kBanner) + "Applying Changes to store.pj from " +
-                         w.path("site.cfg") +
-                         "\nstore.pj is not a valid project file.\n"
-                         "Internal Error. could not read project options\n");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(w.project(), (Files{{"store.pj", "Velmora Project File V2\nshop.c\n"}}));
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [store.pj]\n");
-}
-
 TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
     E2eWorld w;
     distribution(w);
-    w.write("proj/store.pj", std::string(kHead) + "HTML Files :\nProject Options :\n"
+    w.write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
                                                   "Project.Call Read/Write Scripts : False\n");
     w.write("site.cfg", "Test.CGI Path : /x\n");
     ProgramRun r = w.run({"-p", "proj/store.pj", "-c", "site.cfg"}, "", "");
@@ -313,27 +212,10 @@ TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
     EXPECT_EQ(r.status, 0);
     // Written where it was read, not in a directory nested inside it.
     EXPECT_FALSE(fs::exists(w.path("proj/proj")));
-    EXPECT_EQ(w.read("proj/store.pj"), std::string(kHead) + "HTML Files :\nProject Options :\n"
+    EXPECT_EQ(w.read("proj/store.pj"), kHead + "HTML Files :\nProject Options :\n"
                                                             "Project.Call Read/Write Scripts : "
                                                             "False\nTest.CGI Path : /x\n");
     EXPECT_TRUE(fs::exists(w.path("proj/store.mak")));
-}
-
-TEST(EndToEnd, NamesThatNeedQuotingArriveAsOneArgument) {
-    E2eWorld w;
-    distribution(w);
-    w.write("proj/my shop.pj", std::string(kHead) + "HTML Files :\nProject Options :\n");
-    ProgramRun r = w.run({"-p", "my shop.pj"});
-    EXPECT_EQ(r.status, 0);
-    EXPECT_TRUE(fs::exists(w.path("proj/my shop.c")));
-    EXPECT_EQ(w.read("proj/my shop.mak"), "PROGRAM = my shop.cgi\nOBJS = my shop.c \\\n");
-    EXPECT_TRUE(fs::is_directory(w.path("proj/velmoraBackmy shop")));
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [my shop.pj]\nvlwriteprj.sh: [my shop.pj]\n");
-
-    // The second run backs the files up under their names.
-    r = w.run({"-p", "my shop.pj"});
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(w.read("proj/velmoraBackmy shop/my shop.pj"), w.read("proj/my shop.pj"));
 }
 
 // Every file found under dir whose own name is name.
@@ -358,7 +240,7 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
     const std::string pageModule = "pg___touch_canary___touch_canary__html";
     const std::string module = "pg $(touch canary) `touch canary`.c"; // the page's module
     w.write("proj/" + dir + "/" + name + ".pj",
-            std::string(kHead) + module + "\nHTML Files :\n" + page +
+            kHead + module + "\nHTML Files :\n" + page +
                 "\nProject Options :\nProject.Call Read/Write Scripts : True\n");
     w.write("proj/" + dir + "/" + page,
             "<p>\n<FORM ACTION=\"x.cgi\" METHOD=\"post\">\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
@@ -405,7 +287,7 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
 TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
     E2eWorld w;
     distribution(w);
-    const std::string repeated = std::string(kHead) +
+    const std::string repeated = kHead +
                                  "HTML Files :\na.html\nProject Options :\n"
                                  "Project.Call Read/Write Scripts : False\n"
                                  "HTML Files :\nb.html\nProject Options :\nTest.Y : 2\n";
@@ -432,7 +314,7 @@ TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
     w.write("proj/o.pj", outOfOrder);
     const Files before = w.project();
     r = w.run({"-p", "o.pj"});
-    EXPECT_EQ(r.out, std::string(kBanner) +
+    EXPECT_EQ(r.out, kBanner +
                          "Applying Changes to o.pj from \n"
                          "Could not read file in VlModuleNewFromFile<m.c>\n"
                          "Could not read file in VlMainModuleRead:o.c\n"
@@ -450,7 +332,7 @@ TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
     distribution(w);
     const std::string page = "<p>\xff\xfe\x01\x80\x7f caf\xc3\xa9\n"
                              "<A HREF=\"\xe9\x1b.html\">\x02</A>\n";
-    w.write("proj/b.pj", std::string(kHead) +
+    w.write("proj/b.pj", kHead +
                              "HTML Files :\nb.html\nz.html\nProject Options :\n"
                              "Project.Call Read/Write Scripts : False\n");
     w.write("proj/b.html", page);
@@ -463,7 +345,7 @@ TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
     EXPECT_EQ(w.read("proj/b.html"), page);
     EXPECT_EQ(w.read("proj/in_use/b.html.vlm"), page);
     EXPECT_EQ(w.read("proj/z.html").substr(0, 4), "<p>z");
-    EXPECT_EQ(w.read("proj/b.pj"), std::string(kHead) +
+    EXPECT_EQ(w.read("proj/b.pj"), kHead +
                                        "HTML Files :\nb.html\nz.html\nProject Options :\n"
                                        "Project.Call Read/Write Scripts : False\n"
                                        "Test.Z : \x01\xff\xc0\n");

@@ -1,0 +1,32 @@
+// Texts of the engine's output and files that several tests write out: the
+// program's banner, the head of a project file, the head of a module file and
+// the ten region lines of a main module (MainRegions::IS ... FE: includes,
+// declarations, initial code, registration, final code; start and end).
+#ifndef VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
+#define VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
+
+#include <string>
+
+inline const std::string kBanner = "No GUI Velmora Version 3.0\n";
+inline const std::string kProjectHead =
+    "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\nSource files:\n";
+inline const std::string kModuleVersion = "/* Velmora Module File V1.0B */\n";
+inline const std::string kModuleHead = kModuleVersion +
+                                       "/* Velmora Start Of Tool Includes */\n"
+                                       "#include \"VlRnHtml.h\"\n"
+                                       "/* Velmora Start Of user Includes */\n";
+
+namespace MainRegions {
+inline const std::string IS = "/* Velmora Start Of User Includes */\n";
+inline const std::string IE = "/* Velmora End Of User Includes */\n";
+inline const std::string DS = "/* Velmora Start Of Callback Declarations */\n";
+inline const std::string DE = "/* Velmora End Of Callback Declarations */\n";
+inline const std::string InS = "\t/* Velmora Start Of Initial Code */\n";
+inline const std::string InE = "\t/* Velmora End Of Initial Code */\n";
+inline const std::string RS = "\t/* Velmora Start Of Callback Registration */\n";
+inline const std::string RE = "\t/* Velmora End Of Callback Registration */\n";
+inline const std::string FS = "\t/* Velmora Start Of Final Code */\n";
+inline const std::string FE = "\t/* Velmora End Of Final Code */\n";
+} // namespace MainRegions
+
+#endif
