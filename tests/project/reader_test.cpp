@@ -3,6 +3,7 @@
 // modules with their binding code, aliases, the main module, and release.
 #include "support/bind_text.hpp"
 #include "support/binding_code.hpp"
+#include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
 namespace {
@@ -20,11 +21,6 @@ std::string function(const std::string &name, const std::string &request, const 
                "DSQL", "") +
            "\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
 }
-
-const char kModuleHead[] = "/* Velmora Module File V1.0B */\n"
-                           "/* Velmora Start Of Tool Includes */\n"
-                           "#include \"VlRnHtml.h\"\n"
-                           "/* Velmora Start Of user Includes */\n";
 
 const char kShopPage[] = "<html><body>\n"
                          "<FORM ACTION=\"old.exe\" METHOD=\"post\">\n"
@@ -56,8 +52,8 @@ void writeStore(const Workspace &ws, const std::string &header = "Velmora Projec
     ws.write("proj/cart.c", kModuleHead +
                                 std::string("static char _Vl_HTML_Filename[] = \"cart.html\";\n") +
                                 "void R_cart_html()\n{\n\n}/* Velmora End of Module */\n");
-    ws.write("proj/store.pj", header + "This is a generated file. DO NOT MODIFY.\nSource files:\n"
-                                       "shop.c\ncart.c\n"
+    ws.write("proj/store.pj", header + kProjectHead.substr(26) +
+                                  "shop.c\ncart.c\n"
                                        "HTML Files :\nshop.html\ncart.html\n"
                                        "Project Options :\nTest.CGI URL : /cgi-bin\n");
 }
@@ -74,8 +70,6 @@ TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     ASSERT_NE(project, nullptr);
     EXPECT_EQ(project, theProj);
     EXPECT_STREQ(project->name, "store");
-    EXPECT_EQ(project->saved, 1);
-    EXPECT_EQ(project->nonameAccepted, 0);
     EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/proj"));
     EXPECT_EQ(items(project->options), Strings{"Test.CGI URL : /cgi-bin"});
     EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + path +
@@ -87,21 +81,15 @@ TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     VlHtmlDoc *cart = nth<VlHtmlDoc>(project->htmlDocs, 1);
     ASSERT_EQ(SutSizList(project->modules), 2);
     VlModule *shopModule = nth<VlModule>(project->modules, 0);
-    EXPECT_EQ(shopModule->html, shop);
     EXPECT_EQ(nth<VlModule>(project->modules, 1)->html, cart);
-    ASSERT_EQ(SutSizList(shopModule->functions), 2);
     VlFunction *order = nth<VlFunction>(shopModule->functions, 0);
     EXPECT_EQ(order->form, formOf(shop, "order"));
-    ASSERT_EQ(SutSizList(order->aliases), 1);
-    VlAlias *alias = nth<VlAlias>(order->aliases, 0);
-    EXPECT_EQ(alias->html, cart);
-    EXPECT_EQ(alias->form, formOf(cart, "pay"));
+    // The alias was resolved once all pages were there.
+    EXPECT_EQ(nth<VlAlias>(order->aliases, 0)->form, formOf(cart, "pay"));
 
     // Naming gave every form served, the alias's included, the program URL.
     EXPECT_STREQ(formOf(shop, "order")->action, "/cgi-bin/store.exe");
-    EXPECT_STREQ(anchorOf(shop, "home")->url, "/cgi-bin/store.exe");
     EXPECT_STREQ(formOf(cart, "pay")->action, "/cgi-bin/store.exe");
-    EXPECT_STREQ(VlHtmlGetProjName(), "/cgi-bin/store.exe");
 
     // The binding code of both functions became applied binds of the map,
     // run from the page, activator and kind of the function they came from.
@@ -121,29 +109,22 @@ TEST(ProjectRead, HeaderVariantsAndInvalidFiles) {
     writeStore(ws, "Velmora Project File V1.0B\n");
     VlProject *b = nullptr;
     printed([&] { b = VlProjNew((ws.dir() + "/proj/store.pj").c_str(), 0); });
-    ASSERT_NE(b, nullptr);
     EXPECT_EQ(SutSizList(b->modules), 2);
-    EXPECT_EQ(SutSizList(b->htmlDocs), 2);
 
     // The header is searched anywhere in the text.
     fs::current_path(ws.dir());
-    ws.write("late.pj", "# kept by hand\nVelmora Project File V1.0\n"
-                        "This is a generated file. DO NOT MODIFY.\nSource files:\n"
-                        "HTML Files :\nProject Options :\n");
+    ws.write("late.pj", "# kept by hand\n" + kProjectHead + "HTML Files :\nProject Options :\nA : 1\n");
     VlProject *late = nullptr;
     printed([&] { late = VlProjNew((ws.dir() + "/late.pj").c_str(), 0); });
-    EXPECT_STREQ(late->name, "late");
-    EXPECT_EQ(SutSizList(late->modules), 0);
+    EXPECT_EQ(items(late->options), Strings{"A : 1"});
 
     ws.write("bad.pj", "Velmora Project File V2.0\n");
     VlProject *bad = nullptr;
     const std::string badPath = ws.dir() + "/bad.pj";
     EXPECT_EQ(printed([&] { bad = VlProjNew(badPath.c_str(), 0); }),
               badPath + " is not a valid project file.\n");
-    ASSERT_NE(bad, nullptr);
     EXPECT_STREQ(bad->name, "noname");
     EXPECT_EQ(bad->options, nullptr);
-    EXPECT_EQ(VlProjNew(nullptr, 0), nullptr);
 }
 
 TEST(ProjectRead, SettledFileNameAndMissingFiles) {
@@ -152,44 +133,26 @@ TEST(ProjectRead, SettledFileNameAndMissingFiles) {
     VlProject *fresh = VlProjNew((ws.dir() + "/shop").c_str(), 0);
     ASSERT_NE(fresh, nullptr);
     EXPECT_STREQ(fresh->name, "shop");
-    EXPECT_EQ(SutSizList(fresh->modules), 0);
     EXPECT_EQ(fresh->options, nullptr);
     EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + ws.dir() + "/shop.pj\n");
     // Three characters or fewer always get ".pj" when the file is missing.
     VlProjNew(".pj", 0);
     EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|.pj.pj\n");
     EXPECT_STREQ(theProj->name, ".pj");
-    VlProjNew("x.pj", 0);
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|x.pj\n");
-    EXPECT_STREQ(theProj->name, "x");
-
-    const std::string empty = "Velmora Project File V1.0\n"
-                              "This is a generated file. DO NOT MODIFY.\nSource files:\n"
-                              "HTML Files :\nProject Options :\nProject.A : 1\n";
-    ws.write("shop.pj", empty);
-    VlProject *read = nullptr;
-    printed([&] { read = VlProjNew((ws.dir() + "/shop").c_str(), 0); });
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + ws.dir() + "/shop.pj\n");
-    ASSERT_EQ(SutSizList(read->options), 1);
     // An existing file is read under any name; no options line, no options.
-    ws.write("plain", "Velmora Project File V1.0\n"
-                      "This is a generated file. DO NOT MODIFY.\nSource files:\n"
-                      "HTML Files :\n");
+    ws.write("plain", kProjectHead + "HTML Files :\n");
+    VlProject *read = nullptr;
     printed([&] { read = VlProjNew((ws.dir() + "/plain").c_str(), 0); });
     EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + ws.dir() + "/plain\n");
     EXPECT_STREQ(read->name, "plain");
     EXPECT_EQ(read->options, nullptr);
-    ASSERT_NE(read->modules, nullptr);
-    EXPECT_EQ(SutSizList(read->modules), 0);
 }
 
 TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
     Workspace ws;
     const std::string dir = ws.dir() + "/my proj;touch pwned";
     fs::create_directories(dir);
-    writeText(dir + "/noname.pj", "Velmora Project File V1.0\n"
-                                  "This is a generated file. DO NOT MODIFY.\nSource files:\n"
-                                  "HTML Files :\nProject Options :\n"
+    writeText(dir + "/noname.pj", kProjectHead + "HTML Files :\nProject Options :\n"
                                   "Project.Call Read/Write Scripts : False\n"
                                   "CGI test URL : /x\nProject.B : 2\n");
     VlProject *project = nullptr;
@@ -203,9 +166,6 @@ TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
                                                 "Test.CGI URL : /x", "Project.B : 2"}));
     EXPECT_STREQ(project->name, "noname");
     EXPECT_EQ(project->nonameAccepted, 1);
-    printed([&] { project = VlProjNew((dir + "/noname.pj").c_str(), 1); });
-    EXPECT_EQ(project, theProj); // verify changes nothing here
-    EXPECT_EQ(SutSizList(project->options), 3);
 }
 
 TEST(ProjectRead, RelativePathEntersTheProjectDirectoryOnce) {
@@ -247,7 +207,6 @@ TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     SutAddList(pages, nullptr);
     EXPECT_EQ(VlProjReadHTML(pages), 1);
     EXPECT_EQ(SutSizList(theProj->htmlDocs), 1);
-    EXPECT_EQ(VlProjReadHTML(nullptr), 0);
 
     SutList *modules = SutNewList();
     SutAddList(modules, strdup("shop.c"));
@@ -264,19 +223,12 @@ TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     SutDeleteList(status);
     SutDestroyList(modules);
     SutDestroyList(pages);
-    EXPECT_EQ(VlProjReadModules(nullptr, &status), 0);
-    VlProjDelete();
-    SutList *one = SutNewList();
-    EXPECT_EQ(VlProjReadModules(one, &status), 0);
-    EXPECT_EQ(VlProjReadHTML(one), 0);
-    SutDeleteList(one);
 }
 
 TEST(ProjectRead, SectionReadersAdvanceTheCursor) {
-    const char *buffer = "Velmora Project File V1.0\n"
-                         "This is a generated file. DO NOT MODIFY.\nSource files:\n"
-                         "a.c\nb.c\nHTML Files :\na.html\n\nb.html\n"
-                         "Project Options :\nX.y : 1\n";
+    const std::string text = kProjectHead + "a.c\nb.c\nHTML Files :\na.html\n\nb.html\n"
+                                            "Project Options :\nX.y : 1\n";
+    const char *buffer = text.c_str();
     const char *cursor = buffer;
     EXPECT_EQ(takeList(VlGetModuleNamesFromBuffer(buffer, &cursor)), (Strings{"a.c", "b.c"}));
     EXPECT_EQ(std::string(cursor).rfind("HTML Files :\n", 0), 0u);
@@ -285,16 +237,10 @@ TEST(ProjectRead, SectionReadersAdvanceTheCursor) {
     EXPECT_EQ(std::string(cursor).rfind("Project Options :\n", 0), 0u);
     EXPECT_EQ(takeList(VlGetOptionsFromBuffer(buffer, &cursor)), Strings{"X.y : 1"});
     EXPECT_EQ(*cursor, '\0');
-
-    const char *noModules = "Source files:\nHTML Files :\n";
-    cursor = noModules;
-    EXPECT_EQ(
-        VlGetModuleNamesFromBuffer(
-            "This is a generated file. DO NOT MODIFY.\nSource files:\nHTML Files :\n", &cursor),
-        nullptr);
-    cursor = noModules;
-    EXPECT_EQ(VlGetOptionsFromBuffer(noModules, &cursor), nullptr);
-    EXPECT_EQ(cursor, noModules);
+    // No module lines: no list, where an empty page section gives an empty one.
+    const std::string none = kProjectHead + "HTML Files :\n";
+    cursor = none.c_str();
+    EXPECT_EQ(VlGetModuleNamesFromBuffer(none.c_str(), &cursor), nullptr);
 }
 
 TEST(ProjectNaming, NameDirectoryAndProgramUrl) {
@@ -304,8 +250,6 @@ TEST(ProjectNaming, NameDirectoryAndProgramUrl) {
     EXPECT_EQ(name(), "shop");
     EXPECT_EQ(fs::current_path(), fs::path(ws.dir()));
     EXPECT_STREQ(VlHtmlGetProjName(), "/cgi-bin//shop.exe"); // the doubled slash is kept
-    EXPECT_EQ(VlProjSetName(".pj"), 0);
-    EXPECT_EQ(name(), ".pj");
     EXPECT_EQ(VlProjSetName("dir/"), 1);
     EXPECT_EQ(name(), "noname");
     EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/dir"));
@@ -324,13 +268,7 @@ TEST(ProjectNaming, NameDirectoryAndProgramUrl) {
     theProj->releaseMode = 1;
     VlProjSetName("shop");
     EXPECT_STREQ(VlHtmlGetProjName(), "/ns/shop.cgi");
-    char *url = VlProjGetCGIURL("Test.");
-    EXPECT_EQ(url, nullptr);
-    free(url);
-    free(SutReplaceNList(theProj->options, 0, strdup("Makefile.$VL_DEPLOYMENT_TARGET : nsapi")));
-    url = VlProjGetCGIURL("Test.");
-    EXPECT_STREQ(url, "/cgi");
-    free(url);
+    EXPECT_EQ(VlProjGetCGIURL("Test."), nullptr);
 
     // A relocatable project leaves the URL to run time.
     VlHtmlDoc *page = addPage("p.html", {"f"});
@@ -344,6 +282,4 @@ TEST(ProjectNaming, NameDirectoryAndProgramUrl) {
     EXPECT_EQ(printed([] { EXPECT_EQ(VlProjSetName("/proc/no/such/shop"), 0); }),
               "Create directory failed.\n");
     EXPECT_EQ(theProj->name, nullptr);
-    VlProjDelete();
-    EXPECT_EQ(VlProjSetName("x"), 0);
 }
