@@ -38,11 +38,8 @@ TEST_F(Markup, NamedFormGetsActionMethodAndHiddenInput) {
     EXPECT_EQ(m.result, 0);
     EXPECT_EQ(m.text, once);
 
-    // Again with the same record, and with a record read back from the marked page.
-    EXPECT_EQ(mark(doc.get(), once, 0).text, once);
-    DocPtr reread = page(once);
-    EXPECT_EQ(formsOf(reread.get()), Strings{"order__Fshop_html|http://h/cgi-bin/app|post"});
-    EXPECT_EQ(mark(reread.get(), once, 0).text, once);
+    EXPECT_EQ(mark(doc.get(), once, 0).text, once); // a fixed point from the second marking
+    EXPECT_EQ(mark(doc.get(), text, 7).text, text);  // an unknown pass copies the text
 }
 
 TEST_F(Markup, MethodInsertedWhenTheTagHasNone) {
@@ -118,10 +115,6 @@ TEST_F(Markup, AnchorHrefRewritten) {
     EXPECT_EQ(m.result, 0);
     EXPECT_EQ(m.text, once);
     EXPECT_EQ(mark(doc.get(), once, 1).text, once);
-    DocPtr reread = page(once);
-    EXPECT_EQ(anchorsOf(reread.get()),
-              (Strings{"go__Ashop_html|http://h/cgi-bin/app", "<null>|y"}));
-    EXPECT_EQ(mark(reread.get(), once, 1).text, once);
 }
 
 TEST_F(Markup, AnchorWithoutEndIsReadAsNothingAndCopied) {
@@ -148,12 +141,6 @@ TEST_F(Markup, AnchorPassSkipsKeywordRecordsAndStopsWhenRecordsRunOut) {
     EXPECT_EQ(mark(doc.get(), text, 1).text,
               " <IMG SRC=\"i\"> <A HREF=\"http://h/cgi-bin/app?FNC=one__Ashop_html\" >1</A>"
               " <A HREF=\"b\">2</A>");
-
-    // Only one A-tag record left for two tags: the second tag is copied as it is.
-    VlHtmlAnchDelete(static_cast<VlHtmlAnch *>(SutRemoveNList(doc->anchors, 2)));
-    EXPECT_EQ(mark(doc.get(), text, 1).text,
-              " <IMG SRC=\"i\"> <A HREF=\"http://h/cgi-bin/app?FNC=one__Ashop_html\" >1</A>"
-              " <A HREF=\"b\">2</A>");
 }
 
 TEST_F(Markup, KeywordAttributesRewrittenByTheirKind) {
@@ -168,9 +155,6 @@ TEST_F(Markup, KeywordAttributesRewrittenByTheirKind) {
                              " <X code \"http://h/cgi-bin/app?FNC=anch2__Ashop_html\">";
     EXPECT_EQ(mark(doc.get(), text, 2).text, once);
     EXPECT_EQ(mark(doc.get(), once, 2).text, once);
-    DocPtr reread = page(once);
-    EXPECT_EQ(str(anchAt(reread.get(), 2)->fullName), "anch2__Ashop_html");
-    EXPECT_EQ(mark(reread.get(), once, 2).text, once);
 }
 
 TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
@@ -183,14 +167,6 @@ TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
     // A third mark without a record loses its name and one "#".
     EXPECT_EQ(mark(doc.get(), text, -1).text, "x##Vl_s1## ##Vl_b c## ##Vl_s2## ##Vl_# end");
     EXPECT_EQ(mark(doc.get(), " <FORM>##Vl_q##</FORM>", -1).text, " <FORM>##Vl_s1##</FORM>");
-}
-
-TEST_F(Markup, NullArgumentsAndUnknownPass) {
-    DocPtr doc = page(" <A HREF=\"x\">1</A>");
-    EXPECT_EQ(VlMarkupHtmlDesignTimeForms(nullptr, "x", stdout, 0), 1);
-    EXPECT_EQ(VlMarkupHtmlDesignTimeForms(doc.get(), nullptr, stdout, 0), 1);
-    EXPECT_EQ(VlMarkupHtmlDesignTime(nullptr, "x", stdout), 1);
-    EXPECT_EQ(mark(doc.get(), " <A HREF=\"x\">1</A>", 7).text, " <A HREF=\"x\">1</A>");
 }
 
 } // namespace

