@@ -26,27 +26,25 @@ void distribution(const E2eWorld &w) {
                                        "Test.CGI Path : /cgi\n"
                                        "Test.HTML URL : http://h/#proj\n"
                                        "Test.HTML Path : /www/#proj\n");
-    w.write("dist/config/main.tem", std::string("/* main */\n") + IS + "junk\n" + IE + DS + DE +
+    w.write("dist/config/main.tem", "/* main */\n" + IS + "junk\n" + IE + DS + DE +
                                         "int main()\n{\n" + InS + InE + RS + RE + FS + FE + "}\n");
     w.write("dist/config/Makefile.tem",
             "PROGRAM = $VL_EXECUTABLE\nOBJS = $VL_MAIN \\\n$VL_MODULES");
 }
 
-std::string mainFile(const std::string &decls, const std::string &regs,
-                     const std::string &user = "") {
-    return std::string("/* main */\n") + IS + user + IE + DS + decls + DE + "int main()\n{\n" +
-           InS + InE + RS + regs + RE + FS + FE + "}\n";
-}
-
-// The setup calls that the distribution's options give project name.
-std::string setupCalls(const std::string &name, int relocatable = 0,
-                       const std::string &afterTimeout = "") {
-    return "\tVlInitHeaders();\n\tVlRelocatableProject(" + std::to_string(relocatable) +
-           ");\n\tVlSetHtmlURL(\"http://h/" + name +
+// The main module of project name with one page module, shop.html's: the
+// template's text, the module's declaration and registration, and the setup
+// calls that the distribution's options give.
+std::string mainFile(const std::string &name) {
+    return "/* main */\n" + IS + IE + DS + "extern void R_shop_html ();\n" + DE +
+           "int main()\n{\n" + InS + InE + RS +
+           "\tR_shop_html ();\n\tVlInitHeaders();\n\tVlRelocatableProject(0);\n"
+           "\tVlSetHtmlURL(\"http://h/" +
+           name +
            "\");\n\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
-           "\tVlSetSessTimeOut(1200);\n" +
-           afterTimeout + "\tVlSetHtmlDir(\"/www/" + name +
-           "\");\n\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
+           "\tVlSetSessTimeOut(1200);\n\tVlSetHtmlDir(\"/www/" +
+           name + "\");\n\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n" +
+           RE + FS + FE + "}\n";
 }
 
 std::string progress(const std::string &project, const std::string &config,
@@ -56,41 +54,6 @@ std::string progress(const std::string &project, const std::string &config,
 }
 
 const char kNoBinding[] = "You must have at least one binding before testing.\n";
-
-TEST(EndToEnd, ProjectWithoutModulesMergesTheConfigurationInPlace) {
-    E2eWorld w;
-    distribution(w);
-    w.write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
-                                                  "Project.Call Read/Write Scripts : True\n"
-                                                  "Test.HTML URL : http://old/#proj\n"
-                                                  "Makefile.$VL_USER_CFLAGS : -g\n");
-    // Replaces one option in place, adds two (one with "#user"), and a line
-    // without a colon is no option.
-    w.write("site.cfg", "Test.HTML URL : http://new/#proj\nTest.Database User Name : #user\n"
-                        "no colon here\nTest.Database Server : db\n");
-    const std::string project = w.path("proj/store.pj"), config = w.path("site.cfg");
-    ProgramRun r = w.run({"-p", project, "-c", config}, "ann");
-    EXPECT_EQ(r.out, progress(project, config, "Could not read file in VlMainModuleRead:store.c\n",
-                              kNoBinding));
-    EXPECT_EQ(r.err, "");
-    EXPECT_EQ(r.status, 0);
-    const std::string regs =
-        "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSetHtmlURL(\"http://new/store\");\n"
-        "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n\tVlSetCacheNumConn(2);\n"
-        "\tVlSetSessTimeOut(1200);\n\tVlSetDefaultUser(\"ann\");\n\tVlSetHtmlDir(\"/www/store\");\n"
-        "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
-    EXPECT_EQ(w.project(),
-              (Files{{"store.pj", kHead + "HTML Files :\nProject Options :\n"
-                                                       "Project.Call Read/Write Scripts : True\n"
-                                                       "Test.HTML URL : http://new/#proj\n"
-                                                       "Makefile.$VL_USER_CFLAGS : -g\n"
-                                                       "Test.Database User Name : #user\n"
-                                                       "Test.Database Server : db\n"},
-                     {"store.c", mainFile("", regs)},
-                     {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n"},
-                     {"velmoraBackstore", "<dir>"}}));
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\nvlwriteprj.sh: [store.pj]\n");
-}
 
 const char kPage[] = "<html><body>\n"
                      "<FORM ACTION=\"old.cgi\" METHOD=\"post\">\n"
@@ -160,7 +123,7 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
                                     "shop.c\nHTML Files :\nshop.html\n"
                                     "Project Options :\nProject.Name : store\n";
     const std::string main =
-        mainFile("extern void R_shop_html ();\n", "\tR_shop_html ();\n" + setupCalls("store"));
+        mainFile("store");
     const Files written = {{"store.pj", projectFile},
                            {"shop.c", module},
                            {"shop.html", page},
