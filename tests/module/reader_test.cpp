@@ -115,24 +115,6 @@ TEST(ModuleRead, KeepsIncludesCodeSectionsAndAliases) {
     VlModuleDelete(module);
 }
 
-TEST(ModuleRead, TextOutsideTheMarkersIsNotKept) {
-    Workspace ws;
-    addPage("shop.html", {"order"}, {"home"});
-    addPage("cart.html", {"pay"});
-    std::string edited = kShopModule;
-    edited.insert(edited.find("/*Velmora Start of Function */\nstatic void Ahome"),
-                  "int typedBetweenFunctions;\n");
-    edited.insert(edited.find("\tVlRegisterHtmlActivator(\"home"), "\textra();\n");
-    edited.insert(0, "// header comment\n");
-    ws.write("shop.c", edited);
-    VlModule *module = VlModuleNewFromFile("shop.c");
-    ASSERT_NE(module, nullptr);
-    VlModuleResolveAliases(module);
-    EXPECT_EQ(VlModuleWrite(module, "shop.c", 1), 1);
-    EXPECT_EQ(ws.read("shop.c"), kShopModule);
-    VlModuleDelete(module);
-}
-
 TEST(ModuleRead, FailuresPrintTheirMessageAndGiveNull) {
     Workspace ws;
     addPage("shop.html", {"order"});
@@ -189,26 +171,6 @@ TEST(ModuleRead, DropsFunctionsAndAliasesWhoseActivatorIsGone) {
     EXPECT_EQ(printed([&] { VlModuleResolveAliases(module); }),
               "Removing alias y__Fshop_html because activator removed from HTML\n ");
     EXPECT_EQ(SutSizList(keep->aliases), 0);
-    VlModuleDelete(module);
-}
-
-TEST(ModuleRead, ResolvingWalksAliasesBackwards) {
-    Workspace ws;
-    VlHtmlDoc *shop = addPage("shop.html", {"order", "b"});
-    VlModule *module = VlModuleNew(shop);
-    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "x");
-    VlFunction *fn = functionAt(module, 0);
-    for (const char *name : {"a__Fshop_html", "b__Fshop_html", "c__Ashop_html"}) {
-        auto *alias = static_cast<VlAlias *>(calloc(1, sizeof(VlAlias)));
-        alias->name = strdup(name);
-        SutAddList(fn->aliases, alias);
-    }
-    EXPECT_EQ(printed([&] { VlModuleResolveAliases(module); }),
-              "Removing alias c__Ashop_html because activator removed from HTML\n "
-              "Removing alias a__Fshop_html because activator removed from HTML\n ");
-    ASSERT_EQ(SutSizList(fn->aliases), 1);
-    EXPECT_EQ(aliasAt(fn, 0)->form, formOf(shop, "b"));
-    EXPECT_EQ(aliasAt(fn, 0)->html, shop);
     VlModuleDelete(module);
 }
 
