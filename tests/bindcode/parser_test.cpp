@@ -216,24 +216,6 @@ TEST_F(Parser, TruncatedAndMalformedCodeNeverReadsPastTheEnd) {
             EXPECT_STREQ(f.call(0)->indexValue, "v");
         }
     }
-    // Garbage made of the recognised texts, out of order and cut short.
-    const char *junk[] = {
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo\"\";/* Brennix Bind "
-        "Name :",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;\tSgeSetColBind("
-        "pSgeWCD\tSgeSetColDetail(pSgeWCD\tSgeSetArgBnd2(pSgeWCD,,,,,",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;\tSgeSetCallDetail("
-        "pSgeWCD, a,\n)\n\t\t,)\n)\n\t\t",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;DoWorkProc(pSgeWCD, "
-        "PROCESSBRSREQUEST_XSQL);//////END OF VELMORA FINAL CODE"};
-    for (const char *text : junk) {
-        size_t len = strlen(text);
-        char *copy = static_cast<char *>(malloc(len + 1));
-        memcpy(copy, text, len + 1);
-        Found f(copy);
-        EXPECT_EQ(f.size(), 1) << text;
-        free(copy);
-    }
 }
 
 } // namespace

@@ -180,23 +180,6 @@ TEST(ProjectRead, RelativePathEntersTheProjectDirectoryOnce) {
     EXPECT_EQ(SutSizList(project->modules), 2);
 }
 
-TEST(ProjectRead, MainModuleRegionsAreRead) {
-    Workspace ws;
-    writeStore(ws);
-    ws.write("proj/store.c",
-             "#include <x>\n/* Velmora Start Of User Includes */\n#include \"u.h\"\n"
-             "/* Velmora End Of User Includes */\nint main() {\n"
-             "\t/* Velmora Start Of Initial Code */\n\tinit();\n"
-             "\t/* Velmora End Of Initial Code */\n"
-             "\t/* Velmora Start Of Final Code */\n\tfini();\n"
-             "\t/* Velmora End Of Final Code */\n}\n");
-    VlProject *project = nullptr;
-    EXPECT_EQ(printed([&] { project = VlProjNew((ws.dir() + "/proj/store.pj").c_str(), 0); }), "");
-    EXPECT_STREQ(project->mainModule->declarations, "#include \"u.h\"\n");
-    EXPECT_STREQ(project->mainModule->initialCode, "\tinit();\n");
-    EXPECT_STREQ(project->mainModule->finalCode, "\tfini();\n");
-}
-
 TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     Workspace ws;
     writeStore(ws);
