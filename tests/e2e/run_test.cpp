@@ -49,8 +49,8 @@ std::string mainFile(const std::string &name) {
 
 std::string progress(const std::string &project, const std::string &config,
                      const std::string &beforeDone, const std::string &install) {
-    return kBanner + "Applying Changes to " + project + " from " + config + "\n" +
-           beforeDone + "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
+    return kBanner + "Applying Changes to " + project + " from " + config + "\n" + beforeDone +
+           "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
 }
 
 const char kNoBinding[] = "You must have at least one binding before testing.\n";
@@ -65,14 +65,8 @@ const char kPage[] = "<html><body>\n"
 
 const std::string kShopModuleHead =
     kModuleHead + "#include <stdio.h>\nstatic char _Vl_HTML_Filename[] = \"shop.html\";\n";
-const char kOrder[] = "/*Velmora Start of Function */\nstatic void Forder ()\n"
-                      "/* start of initial code */\n{\n\tint n = 0;\n"
-                      "/* start of func Code */\n/* end of func code */\n"
-                      "/* start of final code */\n\tn++;\n}/* end of final code */\n";
-const char kHome[] = "/*Velmora Start of Function */\nstatic void Ahome ()\n"
-                     "/* start of initial code */\n{\n"
-                     "/* start of func Code */\n/* end of func code */\n"
-                     "/* start of final code */\n}/* end of final code */\n";
+const std::string kOrder = moduleFunction("Forder", "\tint n = 0;\n", "", "\tn++;\n");
+const std::string kHome = moduleFunction("Ahome", "", "", "");
 const char kRegistration[] = "void R_shop_html()\n{\n"
                              "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
                              "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
@@ -119,11 +113,9 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
         "<A HREF=\"http://h/cgi-bin/store.cgi?FNC=home__Ashop_html\" >Home</A>\n"
         "</body></html>\n";
     const std::string module = expectedModule();
-    const std::string projectFile = kHead +
-                                    "shop.c\nHTML Files :\nshop.html\n"
-                                    "Project Options :\nProject.Name : store\n";
-    const std::string main =
-        mainFile("store");
+    const std::string projectFile = kHead + "shop.c\nHTML Files :\nshop.html\n"
+                                            "Project Options :\nProject.Name : store\n";
+    const std::string main = mainFile("store");
     const Files written = {{"store.pj", projectFile},
                            {"shop.c", module},
                            {"shop.html", page},
@@ -167,7 +159,7 @@ TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
     E2eWorld w;
     distribution(w);
     w.write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
-                                                  "Project.Call Read/Write Scripts : False\n");
+                                     "Project.Call Read/Write Scripts : False\n");
     w.write("site.cfg", "Test.CGI Path : /x\n");
     ProgramRun r = w.run({"-p", "proj/store.pj", "-c", "site.cfg"}, "", "");
     EXPECT_EQ(r.out, progress("proj/store.pj", "site.cfg",
@@ -176,8 +168,8 @@ TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
     // Written where it was read, not in a directory nested inside it.
     EXPECT_FALSE(fs::exists(w.path("proj/proj")));
     EXPECT_EQ(w.read("proj/store.pj"), kHead + "HTML Files :\nProject Options :\n"
-                                                            "Project.Call Read/Write Scripts : "
-                                                            "False\nTest.CGI Path : /x\n");
+                                               "Project.Call Read/Write Scripts : "
+                                               "False\nTest.CGI Path : /x\n");
     EXPECT_TRUE(fs::exists(w.path("proj/store.mak")));
 }
 
@@ -205,10 +197,11 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
     w.write("proj/" + dir + "/" + name + ".pj",
             kHead + module + "\nHTML Files :\n" + page +
                 "\nProject Options :\nProject.Call Read/Write Scripts : True\n");
-    w.write("proj/" + dir + "/" + page,
-            "<p>\n<FORM ACTION=\"x.cgi\" METHOD=\"post\">\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
-            "VALUE=\"order__F" +
-                pageModule + "\">\n</FORM>\n");
+    w.write(
+        "proj/" + dir + "/" + page,
+        "<p>\n<FORM ACTION=\"x.cgi\" METHOD=\"post\">\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
+        "VALUE=\"order__F" +
+            pageModule + "\">\n</FORM>\n");
     w.write("proj/" + dir + "/" + module,
             "/* Velmora Module File V1.0B */\n/* Velmora Start Of user Includes */\n"
             "static char _Vl_HTML_Filename[] = \"" +
@@ -218,9 +211,9 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
     const std::string none = w.path("none.cfg");
     ProgramRun r = w.run({"-p", project, "-c", none});
     const std::string noConfig = "Warning : Could not open configuration file " + none + "\n";
-    EXPECT_EQ(r.out, progress(project, none,
-                              "Could not read file in VlMainModuleRead:" + name + ".c\n" + noConfig,
-                              ""));
+    EXPECT_EQ(r.out,
+              progress(project, none,
+                       "Could not read file in VlMainModuleRead:" + name + ".c\n" + noConfig, ""));
     EXPECT_EQ(r.err, "");
     EXPECT_EQ(r.status, 0);
     const std::string calls = "vlreadhtml.sh: [" + page + "]\nvlreadmodule.sh: [" + module +
@@ -250,10 +243,9 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
 TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
     E2eWorld w;
     distribution(w);
-    const std::string repeated = kHead +
-                                 "HTML Files :\na.html\nProject Options :\n"
-                                 "Project.Call Read/Write Scripts : False\n"
-                                 "HTML Files :\nb.html\nProject Options :\nTest.Y : 2\n";
+    const std::string repeated = kHead + "HTML Files :\na.html\nProject Options :\n"
+                                         "Project.Call Read/Write Scripts : False\n"
+                                         "HTML Files :\nb.html\nProject Options :\nTest.Y : 2\n";
     w.write("proj/r.pj", repeated);
     w.write("proj/a.html", "<p>a</p>\n");
     w.write("proj/b.html", "<p>b</p>\n");
@@ -264,11 +256,10 @@ TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
                               kNoBinding));
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(w.read("proj/r.pj"), repeated);
-    EXPECT_EQ(w.project({"r.", "velmoraBack"}),
-              (Files{{"a.html", "<p>a</p>\n"},
-                     {"b.html", "<p>b</p>\n"},
-                     {"in_use", "<dir>"},
-                     {"in_use/a.html.vlm", "<p>a</p>\n"}}));
+    EXPECT_EQ(w.project({"r.", "velmoraBack"}), (Files{{"a.html", "<p>a</p>\n"},
+                                                       {"b.html", "<p>b</p>\n"},
+                                                       {"in_use", "<dir>"},
+                                                       {"in_use/a.html.vlm", "<p>a</p>\n"}}));
     EXPECT_EQ(w.scripts(), "vlreadprj.sh: [r.pj]\n");
 
     const std::string outOfOrder = "Velmora Project File V1.0\nProject Options :\nTest.X : 1\n"
@@ -277,11 +268,10 @@ TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
     w.write("proj/o.pj", outOfOrder);
     const Files before = w.project();
     r = w.run({"-p", "o.pj"});
-    EXPECT_EQ(r.out, kBanner +
-                         "Applying Changes to o.pj from \n"
-                         "Could not read file in VlModuleNewFromFile<m.c>\n"
-                         "Could not read file in VlMainModuleRead:o.c\n"
-                         "Internal Error. could not read project options\n");
+    EXPECT_EQ(r.out, kBanner + "Applying Changes to o.pj from \n"
+                               "Could not read file in VlModuleNewFromFile<m.c>\n"
+                               "Could not read file in VlMainModuleRead:o.c\n"
+                               "Internal Error. could not read project options\n");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(w.project(), before);
 }
@@ -295,9 +285,8 @@ TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
     distribution(w);
     const std::string page = "<p>\xff\xfe\x01\x80\x7f caf\xc3\xa9\n"
                              "<A HREF=\"\xe9\x1b.html\">\x02</A>\n";
-    w.write("proj/b.pj", kHead +
-                             "HTML Files :\nb.html\nz.html\nProject Options :\n"
-                             "Project.Call Read/Write Scripts : False\n");
+    w.write("proj/b.pj", kHead + "HTML Files :\nb.html\nz.html\nProject Options :\n"
+                                 "Project.Call Read/Write Scripts : False\n");
     w.write("proj/b.html", page);
     w.write("proj/z.html", std::string("<p>z\0after</p>\n", 15));
     w.write("bin.cfg", std::string("Test.Z : \x01\xff\xc0\n", 13));
@@ -308,10 +297,9 @@ TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
     EXPECT_EQ(w.read("proj/b.html"), page);
     EXPECT_EQ(w.read("proj/in_use/b.html.vlm"), page);
     EXPECT_EQ(w.read("proj/z.html").substr(0, 4), "<p>z");
-    EXPECT_EQ(w.read("proj/b.pj"), kHead +
-                                       "HTML Files :\nb.html\nz.html\nProject Options :\n"
-                                       "Project.Call Read/Write Scripts : False\n"
-                                       "Test.Z : \x01\xff\xc0\n");
+    EXPECT_EQ(w.read("proj/b.pj"), kHead + "HTML Files :\nb.html\nz.html\nProject Options :\n"
+                                           "Project.Call Read/Write Scripts : False\n"
+                                           "Test.Z : \x01\xff\xc0\n");
 }
 
 } // namespace

@@ -203,6 +203,16 @@ TEST_F(MapModel, UniqueNamesCountUpFromTheStemLessOneDigit) {
 }
 
 TEST_F(MapModel, SmallHelpersOfBindsAndColumns) {
+    SpmCallbackBind *a = SpmNewCallbackBind();
+    SpmCallbackBind *b = SpmNewCallbackBind();
+    b->callOrder = 4;
+    set(&a->finalCode, "old");
+    AcCopyActBind(a, b);
+    EXPECT_EQ(a->callOrder, 4);
+    EXPECT_EQ(a->finalCode, nullptr);
+    SpmDestroyCallbackBind(&a);
+    SpmDestroyCallbackBind(&b);
+
     SpmSPBind *bind = SpmCreateListsForSpmBind(3, 2, 0);
     EXPECT_EQ(WbeMarkSpMapAsChanged(bind), 1);
     EXPECT_EQ(nth<SpmCallbackBind>(bind->callBinds, 1)->isChanged, 1);

@@ -44,22 +44,17 @@ TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
 
     EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
     EXPECT_EQ(ws.read("shop.c"),
-              kHead + "#include \"x.h\"\n"
-                      "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
-                      "/*Velmora Start of Function */\nstatic void Forder ()\n"
-                      "/* start of initial code */\n{\n\tint a;\n"
-                      "/* start of func Code */\n\tcall();\n/* end of func code */\n"
-                      "/* start of final code */\n}/* end of final code */\n"
-                      "/*Velmora Start of Function */\nstatic void Ahome ()\n"
-                      "/* start of initial code */\n{\n"
-                      "/* start of func Code */\n/* end of func code */\n"
-                      "/* start of final code */\n\tdone();\n}/* end of final code */\n"
-                      "void R_shop_html()\n{\n"
-                      "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
-                      "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
-                      "\tVlRegisterHtmlAlias(\"checkout__Fcart_html\",\"order__Fshop_html\");\n"
-                      "\tVlRegisterHtmlAlias(\"back__Acart_html\",\"home__Ashop_html\");\n"
-                      "\n}/* Velmora End of Module */\n");
+              kHead +
+                  "#include \"x.h\"\n"
+                  "static char _Vl_HTML_Filename[] = \"shop.html\";\n" +
+                  moduleFunction("Forder", "\tint a;\n", "\tcall();\n", "") +
+                  moduleFunction("Ahome", "", "", "\tdone();\n") +
+                  "void R_shop_html()\n{\n"
+                  "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
+                  "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
+                  "\tVlRegisterHtmlAlias(\"checkout__Fcart_html\",\"order__Fshop_html\");\n"
+                  "\tVlRegisterHtmlAlias(\"back__Acart_html\",\"home__Ashop_html\");\n"
+                  "\n}/* Velmora End of Module */\n");
     EXPECT_EQ(module->saved, 1);
 }
 

@@ -10,16 +10,11 @@ namespace {
 
 // An activator function whose code runs one request on page shop.html.
 std::string function(const std::string &name, const std::string &request, const std::string &bind) {
-    return "/*Velmora Start of Function */\nstatic void " + name +
-           " ()\n/* start of initial code */\n{\n/* start of func Code */\n" +
-           ::request(
-               "\tint before;\n", workCall("-1", request, "USE_IT"),
-               "\n\t/* Brennix Bind Name : " + bind +
-                   " */\n"
-                   "\tSgeSetColBind(pSgeWCD, \"shop.html|list\", 1, 0, 10,\n\t\t(XtPointer)0x0,\n"
-                   "\t\t(XtPointer)0x0);\n",
-               "DSQL", "") +
-           "\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
+    return moduleFunction(name, "",
+                          ::request("\tint before;\n", workCall("-1", request, "USE_IT"),
+                                    "\n\t/* Brennix Bind Name : " + bind + " */\n", "DSQL", "") +
+                              "\n",
+                          "");
 }
 
 const char kShopPage[] = "<html><body>\n"
@@ -184,24 +179,15 @@ TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     Workspace ws;
     writeStore(ws);
     fs::current_path(ws.dir() + "/proj");
-    SutList *pages = SutNewList();
-    for (const char *name : {"shop.html", "", "missing.html"})
-        SutAddList(pages, strdup(name));
-    SutAddList(pages, nullptr);
+    SutList *pages = makeList({"shop.html", "", "missing.html", nullptr});
     EXPECT_EQ(VlProjReadHTML(pages), 1);
     EXPECT_EQ(SutSizList(theProj->htmlDocs), 1);
-
-    SutList *modules = SutNewList();
-    SutAddList(modules, strdup("shop.c"));
-    SutAddList(modules, strdup("cart.c")); // its page was not read
-    SutAddList(modules, nullptr);
+    SutList *modules = makeList({"shop.c", "cart.c", nullptr}); // cart.html was not read
     SutList *status = nullptr;
     EXPECT_EQ(printed([&] { EXPECT_EQ(VlProjReadModules(modules, &status), 0); }),
               "Could not read htmlfile for module cart.html\n");
-    ASSERT_EQ(SutSizList(status), 3);
-    EXPECT_EQ(SutGetNList(status, 0), reinterpret_cast<void *>(1));
-    EXPECT_EQ(SutGetNList(status, 1), nullptr);
-    EXPECT_EQ(SutGetNList(status, 2), nullptr);
+    EXPECT_EQ(std::vector<void *>(status->items, status->items + status->count),
+              (std::vector<void *>{reinterpret_cast<void *>(1), nullptr, nullptr}));
     EXPECT_EQ(SutSizList(theProj->modules), 1);
     SutDeleteList(status);
     SutDestroyList(modules);

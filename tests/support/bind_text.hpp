@@ -16,11 +16,6 @@
 #include <string>
 #include <vector>
 
-inline void add(SutList **list, const std::string &value) {
-    if (!*list) *list = SutNewList();
-    SutAddList(*list, strdup(value.c_str()));
-}
-
 inline const char *item(const SutList *l, int i) {
     return nth<const char>(l, i);
 }

@@ -1,6 +1,7 @@
 // Texts of the engine's output and files that several tests write out: the
 // program's banner, the head of a project file, the head of a module file and
-// the ten region lines of a main module (MainRegions::IS ... FE: includes,
+// an activator function of a module, and the ten region lines of a main
+// module (MainRegions::IS ... FE: includes,
 // declarations, initial code, registration, final code; start and end).
 #ifndef VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
 #define VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
@@ -15,6 +16,15 @@ inline const std::string kModuleHead = kModuleVersion +
                                        "/* Velmora Start Of Tool Includes */\n"
                                        "#include \"VlRnHtml.h\"\n"
                                        "/* Velmora Start Of user Includes */\n";
+
+// One activator function of a module file with its three code sections.
+inline std::string moduleFunction(const std::string &name, const std::string &init,
+                                  const std::string &func, const std::string &final) {
+    return "/*Velmora Start of Function */\nstatic void " + name +
+           " ()\n/* start of initial code */\n{\n" + init + "/* start of func Code */\n" + func +
+           "/* end of func code */\n/* start of final code */\n" + final +
+           "}/* end of final code */\n";
+}
 
 namespace MainRegions {
 inline const std::string IS = "/* Velmora Start Of User Includes */\n";

@@ -54,9 +54,8 @@ TEST(Ident, MenuEntriesAndCategoryNames) {
 TEST(Ident, StringListSortAndCopy) {
     SutList *l = makeList({"b", nullptr, "a", "B"});
     EXPECT_EQ(WbSutListSort(l), 1);
-    EXPECT_EQ(items(l), (Strings{"<null>", "B", "a", "b"}));
     SutList *copy = WbSutListStrDup(l);
-    EXPECT_EQ(items(copy), items(l));
+    EXPECT_EQ(items(copy), (Strings{"<null>", "B", "a", "b"}));
     EXPECT_NE(SutGetNList(copy, 1), SutGetNList(l, 1));
     SutDestroyList(copy);
     SutDestroyList(l);
