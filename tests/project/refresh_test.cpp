@@ -108,28 +108,3 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
     VlHtmlDelete(old);
 }
 
-TEST(HtmlRefresh, FormRenamedOnThePageKeepsItsFunctionByAction) {
-    Workspace ws;
-    VlHtmlDoc *old = addPage("p.html", {"f"});
-    set(&formOf(old, "f")->origAction, "/cgi-bin/app.exe");
-    VlModule *module = addModule(old);
-    VlModuleAddFunc(module, formOf(old, "f"), nullptr, "code");
-    module->saved = 1;
-
-    // A form whose name the user removed by hand but whose action is the same.
-    NewReading fresh("p.html");
-    VlHtmlForm *same = fresh.form(nullptr, "/cgi-bin/app.exe");
-    printed([&] { VlHtmlRefresh(old, fresh.doc); });
-    EXPECT_STREQ(same->fullName, "f__Fp_html");
-    EXPECT_EQ(nth<VlFunction>(module->functions, 0)->form, same);
-    EXPECT_EQ(module->saved, 1); // moving a pointer is no change to the file
-    EXPECT_EQ(fresh.doc->formsChanged, 1);
-
-    // Without any match the function goes and the module must be written.
-    NewReading empty("p.html");
-    VlHtmlRefresh(fresh.doc, empty.doc);
-    EXPECT_EQ(SutSizList(module->functions), 0);
-    EXPECT_EQ(module->saved, 0);
-    VlHtmlDelete(fresh.doc);
-    VlHtmlDelete(empty.doc);
-}
