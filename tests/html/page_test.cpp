@@ -27,24 +27,15 @@ class Page : public testing::Test {
 const std::string kPage = "<HTML>\n <FORM ACTION=\"order.cgi\">\n<INPUT NAME=\"qty\">\n</FORM>\n"
                           " <A HREF=\"next.html\">next</A> <IMG SRC=\"pic.gif\">\n</HTML>\n";
 
-TEST_F(Page, ReadingLeavesAnExactWorkingCopy) {
+TEST_F(Page, ReadingLeavesAnExactWorkingCopyAndSavingCopiesItBack) {
     work_.write("shop.html", kPage);
     setModTime("shop.html", 1000000000);
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
-    EXPECT_TRUE(fs::is_directory("in_use"));
     EXPECT_EQ(work_.read("in_use/shop.html.vlm"), kPage);
     EXPECT_EQ(doc->modTime, 1000000000);
     EXPECT_EQ(str(formAt(doc.get(), 0)->origAction), "order.cgi");
-    EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|shop.html\n");
-    EXPECT_EQ(VlHtmlIsChanged(doc.get()), 0);
-}
-
-TEST_F(Page, SaveWithoutChangesIsByteForByte) {
-    work_.write("shop.html", kPage);
-    setModTime("shop.html", 1000000000);
-    DocPtr doc(VlHtmlNewFromFile("shop.html"));
-    ASSERT_NE(doc, nullptr);
+    // Saved without changes the page stays byte for byte; the time is taken anew.
     doc->changed = 1;
     EXPECT_EQ(VlHtmlSave(doc.get()), 0);
     EXPECT_EQ(work_.read("shop.html"), kPage);
@@ -111,19 +102,13 @@ TEST_F(Page, OnlySitesChangedKeepsTheWorkingCopy) {
 }
 
 TEST_F(Page, FailuresLeaveThePageAlone) {
-    testing::internal::CaptureStdout();
-    EXPECT_EQ(VlHtmlNewFromFile("missing.html"), nullptr);
     work_.write("in_use", "a file where the directory should be");
     work_.write("shop.html", kPage);
-    EXPECT_EQ(VlHtmlNewFromFile("shop.html"), nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+    EXPECT_EQ(printed([] { EXPECT_EQ(VlHtmlNewFromFile("shop.html"), nullptr); }),
               "Error making backup. Probably directory write permissions");
-
     DocPtr doc(VlReadHtmlDesignTime(kPage.c_str()));
-    EXPECT_EQ(VlHtmlSave(doc.get()), 1);   // no name
-    EXPECT_EQ(VlHtmlBackup(doc.get()), 1); // no name
+    EXPECT_EQ(VlHtmlSave(doc.get()), 1); // no name
     VlHtmlSetName(doc.get(), "shop.html");
-    EXPECT_EQ(VlHtmlBackup(doc.get()), 0); // nothing changed
     VlHtmlGenFormNames(doc.get());
     EXPECT_EQ(VlHtmlSave(doc.get()), 1); // no working copy
     EXPECT_EQ(work_.read("shop.html"), kPage);

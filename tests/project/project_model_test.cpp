@@ -15,15 +15,11 @@ class ProjectModel : public testing::Test {
 
 TEST_F(ProjectModel, NewEmptyProjectIsCurrent) {
     VlProject *project = VlProjNewEmpty();
-    ASSERT_NE(project, nullptr);
     EXPECT_EQ(VlProjGetDefault(), project);
     EXPECT_EQ(project->saved, 1);
     ASSERT_NE(project->mainModule, nullptr);
     EXPECT_EQ(SutSizList(project->htmlDocs), 0); // empty lists, not none
     EXPECT_EQ(VlProjGetOptions(), nullptr);
-    SutList *options = makeList({"A : 1"});
-    VlProjSetOptions(options);
-    EXPECT_EQ(VlProjGetOptions(), options);
 }
 
 TEST_F(ProjectModel, NewEmptyDeletesTheCurrentProjectWithAllItOwns) {
