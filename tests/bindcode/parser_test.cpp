@@ -176,39 +176,4 @@ TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
     EXPECT_EQ(bindsOf(map->spBinds), (Strings{"r/bind1 1 P|Form1|F", "r/bind2 1 P|Anch1|A"}));
 }
 
-TEST_F(Parser, TruncatedAndMalformedCodeNeverReadsPastTheEnd) {
-    std::string calls =
-        "\n\t/* Brennix Bind Name : b */\n"
-        "\tSgeSetCallDetail(pSgeWCD, TO_CACHE,\n\t\t(XtPointer)k,\n\t\tROW_INDEX, "
-        "(XtPointer)v,\n\t\t(XtPointer)i,\n\t\tNO_QUEUE_FILE);\n"
-        "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"a \\\"b\\\" \\\nc\",\n\t\tVULL);\n"
-        "\tVlVaSetReqOptions(pSgeWCD,\n\t\t\"r\",\n\t\tVULL);\n"
-        "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"c\",\n\t\tVULL);\n"
-        "\tSgeSetColBind(pSgeWCD, \"P|E\", 1, 0, 10,\n\t\t(XtPointer)p,\n\t\t(XtPointer)0x0);\n"
-        "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 3,\n\t\t\"char\",\n\t\t\"name\");\n"
-        "\tVlVaSetColOptions(pSgeWCD, 1,\n\t\t\"o\",\n\t\tVULL);\n"
-        "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p\", \"int\",\n\t\tx(\"y\"));\n"
-        "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"o\",\n\t\tVULL);\n"
-        "\tSgeSetArgBind(pSgeWCD, 1, \"q\",\n\t\tz);\n";
-    std::string body = kCodeHead +
-                       request("init;\n", workCall("5", "r", "USE_IT"), calls, "OSQL", "fin;\n") +
-                       "\n}";
-    // Every prefix is parsed from its own exactly-sized heap copy, so a read
-    // past the end is caught by the address sanitizer.
-    for (size_t n = 0; n <= body.size(); n++) {
-        char *copy = static_cast<char *>(malloc(n + 1));
-        memcpy(copy, body.data(), n);
-        copy[n] = '\0';
-        Found f(copy);
-        free(copy);
-        if (n == body.size()) {
-            ASSERT_EQ(f.size(), 1);
-            EXPECT_STREQ(f.call(0)->finalCode, "fin;");
-            EXPECT_STREQ(f.call(0)->initCode, "init;");
-            EXPECT_STREQ(f.bind(0)->indexKey, "i");
-            EXPECT_STREQ(f.call(0)->indexValue, "v");
-        }
-    }
-}
-
 } // namespace

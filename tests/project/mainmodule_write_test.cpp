@@ -30,26 +30,6 @@ const char kDefaults[] = "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSe
                          "\tVlSetSessTimeOut(1200);\n\tVlProcessLogin(0);\n"
                          "\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n";
 
-TEST(MainModuleWrite, TemplateTextIsKeptAndItsRegionsReplaced) {
-    Workspace ws;
-    VlProjSetName("shop");
-    writeTemplate("main.tem", "head\n" + IS + "template includes\n" + IE + "mid1\n" +
-                                  DS + "extern void R_old ();\n" + DE + "mid2\n" + InS +
-                                  "\tx();\n" + InE + "mid3\n" + RS + "\tR_old ();\n" + RE +
-                                  "mid4\n" + FS + "\ty();\n" + FE + "tail\n");
-    // No options but the source suffix, no modules, no user text.
-    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    EXPECT_EQ(ws.read("shop.c"), "head\n" + IS + IE + "mid1\n" + DS + DE + "mid2\n" +
-                                     InS + InE + "mid3\n" + RS + kDefaults + RE + "mid4\n" + FS +
-                                     FE + "tail\n");
-
-    // A template without any delimiter line is copied whole, and all ten
-    // lines still follow it.
-    writeTemplate("main.tem", "int main() { return 0; }\n");
-    EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    EXPECT_EQ(ws.read("shop.c"), "int main() { return 0; }\n" + generated("", kDefaults));
-}
-
 TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
     Workspace ws;
     EnvVar login("LOGNAME", "ann");

@@ -27,63 +27,6 @@ VlHtmlDoc *readPage(const Workspace &ws, const char *name, const std::string &te
     return doc;
 }
 
-TEST(ProjectWrite, FirstWriteOfAnEmptyProject) {
-    Workspace ws;
-    templates();
-    EXPECT_EQ(VlProjWrite(1), 0); // no name: nothing is touched
-    EXPECT_EQ(ws.scripts(), "");
-
-    VlProjSetName("shop");
-    setOptions({"Project.Name : x", "Makefile.exeSuffix : .cgi"});
-    SutAddList(theProj->options, nullptr);
-    theProj->saved = 0;
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlProjWrite(1), 1); }), "");
-    EXPECT_EQ(ws.read("shop.pj"), kHead + "HTML Files :\nProject Options :\n"
-                                          "Project.Name : x\n"
-                                          "Makefile.exeSuffix : .cgi\n");
-    EXPECT_EQ(ws.read("shop.c"), "/* main */\n" + IS + IE + DS + DE + InS + InE + RS +
-                                     "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n"
-                                     "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n"
-                                     "\tVlSetCacheNumConn(2);\n\tVlSetSessTimeOut(1200);\n"
-                                     "\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n"
-                                     "\tVlSetUseAppLogin(0);\n" +
-                                     RE + FS + FE);
-    EXPECT_EQ(ws.read("shop.mak"), "all: shop.cgi\n");
-    // A first write makes the backup directory but has nothing to copy.
-    EXPECT_TRUE(fs::is_empty("velmoraBackshop"));
-    EXPECT_EQ(ws.scripts(), "vlwriteprj.sh 1|shop.pj\n");
-}
-
-TEST(ProjectWrite, ModulesPagesScriptsAndTheBackup) {
-    Workspace ws;
-    templates();
-    VlProjSetName("shop");
-    setOptions({"Project.Call Read/Write Scripts : True"});
-    readPage(ws, "a b.html", "<html>a</html>\n");
-    readPage(ws, "c.html", "<html>c</html>\n");
-    ws.scripts();
-    EXPECT_EQ(VlProjWrite(1), 1);
-    const std::string project = kHead + "a b.c\nc.c\nHTML Files :\na b.html\nc.html\n"
-                                        "Project Options :\n"
-                                        "Project.Call Read/Write Scripts : True\n";
-    EXPECT_EQ(ws.read("shop.pj"), project);
-    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|a b.c\n"
-                            "vlwritemodule.sh 1|c.c\n"
-                            "vlwritehtml.sh 1|a b.html\n"
-                            "vlwritehtml.sh 1|c.html\n"
-                            "vlwriteprj.sh 1|shop.pj\n");
-    const std::string module = ws.read("a b.c");
-
-    // The second write keeps the files as they stood before it, whatever
-    // their names hold; the page itself is saved from its working copy.
-    ws.write("c.html", "<html>edited</html>\n");
-    ws.write("shop.c", "/* user's main */\n");
-    EXPECT_EQ(VlProjWrite(1), 1);
-    EXPECT_EQ(ws.read("velmoraBackshop/a b.c"), module);
-    EXPECT_EQ(ws.read("velmoraBackshop/shop.c"), "/* user's main */\n");
-    EXPECT_EQ(ws.read("c.html"), "<html>c</html>\n");
-}
-
 TEST(ProjectWrite, FailedBackupGoesOnAndUnwritableProjectFileStops) {
     Workspace ws;
     templates();
