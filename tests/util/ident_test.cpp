@@ -33,22 +33,17 @@ TEST(Ident, BindDisplayStringAndActivatorLetters) {
 }
 
 TEST(Ident, MenuEntriesAndCategoryNames) {
-    EXPECT_EQ(take(WbFormatMRUItem("3. /x/y.vlm", 0)), "1. /x/y.vlm");
-    EXPECT_EQ(take(WbFormatMRUItem("/a. b/c. d", 98)), "99. b/c. d"); // first ". " only
+    EXPECT_EQ(take(WbFormatMRUItem("/a. b/c. d", 98)), "99. b/c. d"); // renumbered at the first ". "
     EXPECT_EQ(WbFormatMRUItem("/x", 99), nullptr);
-
     EXPECT_EQ(take(WbMakeCatOption("App Server", "Host", nullptr)), "App Server.Host : ");
     char *out = strdup("stale");
     char *stale = out;
     EXPECT_EQ(WbGetCatOnly(".x", &out), 0);
     EXPECT_EQ(out, nullptr);
     free(stale);
-    EXPECT_EQ(WbGetCatOnly("Test.Port.x", &out), 1);
-    EXPECT_EQ(take(out), "Test");
     EXPECT_EQ(WbGetOptOnly("Test.Port.x", &out), 1);
     EXPECT_EQ(take(out), "Port.x");
     EXPECT_EQ(take(WbStripCat("x.")), "");
-    EXPECT_EQ(WbStripCat("nodot"), nullptr);
 }
 
 TEST(Ident, StringListSortAndCopy) {
