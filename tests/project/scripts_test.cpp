@@ -28,10 +28,7 @@ TEST(ScriptedRuns, InstallAndTestCommandLines) {
     theProj->releaseMode = 1;
     EXPECT_EQ(VlProjRunInstall(), 1);
     EXPECT_EQ(theProj->releaseMode, 0);
-    EXPECT_EQ(VlProjRunTest(), 1);
     EXPECT_EQ(ws.scripts(), "vlinst.sh: [shop.cgi] [start.html] [/cgi dir] [http://h/x] "
-                            "[/www/shop] [shop.mak] [NSAPI] [ a.html my page.html]\n"
-                            "vltest.sh: [shop.cgi] [start.html] [/cgi dir] [http://h/x] "
                             "[/www/shop] [shop.mak] [NSAPI] [ a.html my page.html]\n");
 
     // The command line ends before the first setting the project lacks.
@@ -47,11 +44,6 @@ TEST(ScriptedRuns, InstallAndTestCommandLines) {
     EXPECT_EQ(ws.scripts(),
               "vlinst.sh: [shop.exe] [a.html] [/c] [$(touch pwned)`x`] [] [shop.mak] [CGI] "
               "[ a.html my page.html]\n");
-    setOptions({"Test.HTML Path : /h", "Test.CGI Path : /c", "Test.HTML URL : /u",
-                "Makefile.$VL_DEPLOYMENT_TARGET : a\"b$c`d\\"});
-    EXPECT_EQ(VlProjRunInstall(), 1);
-    EXPECT_EQ(ws.scripts(), "vlinst.sh: [shop.exe] [a.html] [/c] [/u] [/h] [shop.mak] "
-                            "[a\"b$c`d\\] [ a.html my page.html]\n");
     EXPECT_FALSE(fs::exists("pwned"));
 
     // A relocatable project starts with its program, under its CGI URL.
