@@ -71,21 +71,6 @@ TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     EXPECT_EQ(work_.read("shop.html"), marked);
 }
 
-TEST_F(Page, ScriptsFollowTheProjectOptionAndQuoteNames) {
-    VlCmdLineSetOption("Project.Call Read/Write Scripts", "False");
-    work_.write("shop.html", kPage);
-    DocPtr doc(VlHtmlNewFromFile("shop.html"));
-    ASSERT_NE(doc, nullptr);
-    EXPECT_EQ(VlHtmlSave(doc.get()), 0);
-    EXPECT_EQ(work_.scripts(), "");
-
-    VlCmdLineClearOptions();
-    work_.write("my page;x.html", kPage);
-    DocPtr spaced(VlHtmlNewFromFile("my page;x.html"));
-    ASSERT_NE(spaced, nullptr);
-    EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|my page;x.html\n");
-}
-
 TEST_F(Page, OnlySitesChangedKeepsTheWorkingCopy) {
     work_.write("s.html", "x ##Vl_## y");
     DocPtr doc(VlHtmlNewFromFile("s.html"));

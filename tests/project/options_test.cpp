@@ -2,8 +2,8 @@
 // messages, the upgrade of old names, merging and saving the user's options.
 #include "project/naming.h"
 #include "project_support.hpp"
+#include "run_support.hpp"
 #include "support/c_values.hpp"
-#include "support/test_dist.hpp"
 #include "util/options.h"
 
 namespace {
@@ -19,10 +19,6 @@ class Options : public testing::Test {
 
     void writeGlobal(const std::string &text) { dist_.write("config/Velmora.cfg", text); }
     void writeUser(const std::string &text) { home_.write("Velmora.cfg", text); }
-    void setProjectOptions(std::initializer_list<const char *> lines) {
-        SutDestroyList(theProj->options);
-        theProj->options = makeList(lines);
-    }
     std::string globalPath() { return dist_.file("config/Velmora.cfg"); }
 
     TempDir dist_, home_;
@@ -34,7 +30,7 @@ class Options : public testing::Test {
 TEST_F(Options, CommandLineThenProjectThenUserThenGlobal) {
     writeGlobal("Test.A : global\nTest.B : gB\nTest.C :  gC \n");
     writeUser("Test.A : user\nTest.B : uB\n");
-    setProjectOptions({"Test.A :  proj  "});
+    setOptions({"Test.A :  proj  "});
     EXPECT_EQ(take(VlProjGetOptionNoParse("Test.A")), "proj");
     EXPECT_EQ(take(VlProjGetOptionNoParse("Test.B")), "uB");
     EXPECT_EQ(take(VlProjGetOptionNoParse("Test.C")), "gC");
@@ -100,7 +96,7 @@ TEST_F(Options, OldOptionFilesAreUpgradedWithAMessage) {
 TEST_F(Options, MergedListAndSavedUserOptions) {
     writeGlobal("G : 1\nS : g\n");
     writeUser("S : u\nU : 2\n");
-    setProjectOptions({"S : p", "P : 3", "no colon"});
+    setOptions({"S : p", "P : 3", "no colon"});
     EXPECT_EQ(VlProjSaveUserOptions(), 1);
     EXPECT_EQ(home_.read("Velmora.cfg"), "G : 1\nS : p\nU : 2\nP : 3\n");
     home.set((home_.path() + "/no/such/dir").c_str());
@@ -110,11 +106,11 @@ TEST_F(Options, MergedListAndSavedUserOptions) {
 
 TEST_F(Options, ScriptAndRelocationSwitches) {
     writeGlobal("X : 1\n");
-    setProjectOptions(
+    setOptions(
         {"Project.Call Read/Write Scripts : True ", "Project.Relocatable Project : True"});
     EXPECT_EQ(VlProjCallReadWriteScripts(), 1);
     EXPECT_EQ(VlProjRelocatable(), 1);
-    setProjectOptions(
+    setOptions(
         {"Project.Call Read/Write Scripts : true", "Project.Relocatable Project : yes"});
     EXPECT_EQ(VlProjCallReadWriteScripts(), 0);
     EXPECT_EQ(VlProjRelocatable(), 0);

@@ -147,18 +147,6 @@ TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
     EXPECT_EQ(project->nonameAccepted, 1);
 }
 
-TEST(ProjectRead, RelativePathEntersTheProjectDirectoryOnce) {
-    Workspace ws;
-    writeStore(ws);
-    VlProject *project = nullptr;
-    printed([&] { project = VlProjNew("proj/store", 0); });
-    EXPECT_EQ(ws.scripts().substr(0, 29), "vlreadprj.sh 1|proj/store.pj\n");
-    EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/proj"));
-    EXPECT_FALSE(fs::exists(ws.dir() + "/proj/proj"));
-    EXPECT_STREQ(project->name, "store");
-    EXPECT_EQ(SutSizList(project->modules), 2);
-}
-
 TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     Workspace ws;
     writeStore(ws);
@@ -176,24 +164,6 @@ TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     SutDeleteList(status);
     SutDestroyList(modules);
     SutDestroyList(pages);
-}
-
-TEST(ProjectRead, SectionReadersAdvanceTheCursor) {
-    const std::string text = kProjectHead + "a.c\nb.c\nHTML Files :\na.html\n\nb.html\n"
-                                            "Project Options :\nX.y : 1\n";
-    const char *buffer = text.c_str();
-    const char *cursor = buffer;
-    EXPECT_EQ(takeList(VlGetModuleNamesFromBuffer(buffer, &cursor)), (Strings{"a.c", "b.c"}));
-    EXPECT_EQ(std::string(cursor).rfind("HTML Files :\n", 0), 0u);
-    EXPECT_EQ(takeList(VlGetHTMLNamesFromBuffer(buffer, &cursor)),
-              (Strings{"a.html", "", "b.html"}));
-    EXPECT_EQ(std::string(cursor).rfind("Project Options :\n", 0), 0u);
-    EXPECT_EQ(takeList(VlGetOptionsFromBuffer(buffer, &cursor)), Strings{"X.y : 1"});
-    EXPECT_EQ(*cursor, '\0');
-    // No module lines: no list, where an empty page section gives an empty one.
-    const std::string none = kProjectHead + "HTML Files :\n";
-    cursor = none.c_str();
-    EXPECT_EQ(VlGetModuleNamesFromBuffer(none.c_str(), &cursor), nullptr);
 }
 
 TEST(ProjectNaming, NameDirectoryAndProgramUrl) {

@@ -54,15 +54,6 @@ TEST(ScriptedRuns, InstallAndTestCommandLines) {
                             "[CGI] [ a.html my page.html]\n");
 }
 
-TEST(ScriptedRuns, NothingToInstallWithoutPagesOrModules) {
-    Workspace ws;
-    installRunScripts();
-    VlProjSetName("shop");
-    const char message[] = "You must have at least one binding before testing.\n";
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlProjRunInstall(), 0); }), message);
-    EXPECT_EQ(ws.scripts(), "");
-}
-
 TEST(ScriptedRuns, ProjectFilesInADirectoryAndNameClashes) {
     Workspace ws;
     ws.write("old.pj.bak", "");

@@ -68,17 +68,6 @@ TEST(Process, ReadFromStdInReturnsWhenNothingIsWaitingAndClosesAtTheEnd) {
     EXPECT_EQ(printedToStderr([&] { set_fl(-1, O_NONBLOCK); }), "fcntl F_GETFL error");
 }
 
-TEST(Process, BackgroundLaunchStartsTheCommandAndReturnsTheNullRegistration) {
-    TempDir dir;
-    std::string made = dir.file("made");
-    // Without a toolkit the input registration is the null handle 0.
-    EXPECT_EQ(VlLaunch(("echo started > " + made + ".tmp && mv " + made + ".tmp " + made).c_str()),
-              0u);
-    for (int i = 0; i < 500 && !fs::exists(made); i++)
-        usleep(10000);
-    EXPECT_EQ(dir.read("made"), "started\n");
-}
-
 TEST(Process, ShellQuoting) {
     EXPECT_EQ(take(VlShellQuote("/a/b-c_d.e+f,g:h@i%j=k")), "/a/b-c_d.e+f,g:h@i%j=k");
     EXPECT_EQ(take(VlShellQuote("a;b")), "'a;b'");
