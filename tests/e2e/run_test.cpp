@@ -155,7 +155,7 @@ TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
     w.write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
                                      "Project.Call Read/Write Scripts : False\n");
     w.write("site.cfg", "Test.CGI Path : /x\n");
-    ProgramRun r = w.run({"-p", "proj/store.pj", "-c", "site.cfg"}, "", "");
+    ProgramRun r = w.run({"-p", "proj/store.pj", "-c", "site.cfg"}, "");
     EXPECT_EQ(r.out, progress("proj/store.pj", "site.cfg",
                               "Could not read file in VlMainModuleRead:store.c\n", kNoBinding));
     EXPECT_EQ(r.status, 0);

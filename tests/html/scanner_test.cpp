@@ -99,15 +99,4 @@ TEST(Scanner, AttributeValues) {
     EXPECT_EQ(take(VlProcessNameValueLib("open")), std::nullopt);
 }
 
-TEST(Scanner, ReadersOnTheirOwn) {
-    VlHtmlForm *form = VlHtmlFormNew();
-    EXPECT_EQ(VlReadForm(form, "<FORM ACTION=\"a\">"), 0); // no end: nothing read
-    EXPECT_EQ(form->action, nullptr);
-    VlHtmlFormDelete(form);
-    VlHtmlAnch *anchor = VlHtmlAnchNew();
-    EXPECT_EQ(VlProcessAnch(anchor, " HREF"), 1); // the text ended early
-    EXPECT_EQ(VlProcessAnch(anchor, " NAME=\"n\""), 0);
-    VlHtmlAnchDelete(anchor);
-}
-
 } // namespace

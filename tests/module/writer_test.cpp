@@ -9,17 +9,6 @@ const std::string &kHead = kModuleHead;
 
 } // namespace
 
-TEST(ModuleWrite, EmptyModuleLayout) {
-    Workspace ws;
-    VlModule *module = VlModuleNew(addPage("my-page.html", {}));
-    EXPECT_EQ(VlModuleWrite(module, "my-page.c", 0), 1);
-    EXPECT_EQ(ws.read("my-page.c"), kHead + "static char _Vl_HTML_Filename[] = \"my-page.html\";\n"
-                                            "void R_my_page_html()\n{\n\n}"
-                                            "/* Velmora End of Module */\n");
-    EXPECT_EQ(module->saved, 1);
-    VlModuleDelete(module);
-}
-
 TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
     Workspace ws;
     VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
@@ -53,15 +42,18 @@ TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
 
 TEST(ModuleWrite, SavedModuleIsLeftAloneWithoutForce) {
     Workspace ws;
-    VlModule *module = VlModuleNew(addPage("shop.html", {}));
+    VlModule *module = VlModuleNew(addPage("my-page.html", {}));
     module->saved = 1;
-    ws.write("shop.c", "untouched");
-    EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
-    EXPECT_EQ(ws.read("shop.c"), "untouched");
+    ws.write("my-page.c", "untouched");
+    EXPECT_EQ(VlModuleWrite(module, "my-page.c", 0), 1);
+    EXPECT_EQ(ws.read("my-page.c"), "untouched");
     EXPECT_EQ(ws.scripts(), "");
-    EXPECT_EQ(VlModuleWrite(module, "shop.c", 1), 1);
-    EXPECT_NE(ws.read("shop.c"), "untouched");
-    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|shop.c\n");
+    // Forced, an empty module gets the bare layout.
+    EXPECT_EQ(VlModuleWrite(module, "my-page.c", 1), 1);
+    EXPECT_EQ(ws.read("my-page.c"), kHead + "static char _Vl_HTML_Filename[] = \"my-page.html\";\n"
+                                            "void R_my_page_html()\n{\n\n}"
+                                            "/* Velmora End of Module */\n");
+    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|my-page.c\n");
     VlModuleDelete(module);
 }
 

@@ -5,6 +5,7 @@
 #ifndef VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
 #define VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
 
+#include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
 #include <chrono>
@@ -18,9 +19,7 @@ inline void installRunScripts() {
         for (const char *script : {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh", "vlmake.sh",
                                    "vledithtml.sh", "vlbrowser.sh"}) {
             std::string path = testDistribution() + "/bin/" + script;
-            writeText(path, "#!/bin/sh\n{ printf '%s:' \"$(basename \"$0\")\"; "
-                            "for a in \"$@\"; do printf ' [%s]' \"$a\"; done; echo; } "
-                            ">> \"$VL_SCRIPT_LOG\"\n");
+            writeText(path, kLoggingScript);
             fs::permissions(path, fs::perms::owner_all);
         }
         return true;

@@ -1,13 +1,18 @@
-// Texts of the engine's output and files that several tests write out: the
-// program's banner, the head of a project file, the head of a module file and
-// an activator function of a module, and the ten region lines of a main
-// module (MainRegions::IS ... FE: includes,
+// Texts of the engine's output and files that several tests write out: a
+// script that logs its calls, the program's banner, the heads of a project
+// file and of a module file, an activator function of a module, and the ten
+// region lines of a main module (MainRegions::IS ... FE: includes,
 // declarations, initial code, registration, final code; start and end).
 #ifndef VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
 #define VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
 
 #include <string>
 
+// A script of a test distribution that logs its call as one line
+// "<script>: [arg] [arg] ..." to the file named by VL_SCRIPT_LOG.
+inline const std::string kLoggingScript =
+    "#!/bin/sh\n{ printf '%s:' \"$(basename \"$0\")\"; "
+    "for a in \"$@\"; do printf ' [%s]' \"$a\"; done; echo; } >> \"$VL_SCRIPT_LOG\"\n";
 inline const std::string kBanner = "No GUI Velmora Version 3.0\n";
 inline const std::string kProjectHead =
     "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\nSource files:\n";
