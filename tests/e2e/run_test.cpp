@@ -231,9 +231,8 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
 
 // Each section is read from its first marker on, wherever the others stand:
 // repeated markers end up inside the options and are written back as they
-// were; markers out of order leave the project without options, and then the
-// run stops before writing anything.
-TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
+// were.
+TEST(EndToEnd, ProjectFileSectionsRepeated) {
     E2eWorld w;
     distribution(w);
     const std::string repeated = kHead + "HTML Files :\na.html\nProject Options :\n"
@@ -254,19 +253,6 @@ TEST(EndToEnd, ProjectFileSectionsRepeatedOrOutOfOrder) {
                                                        {"in_use", "<dir>"},
                                                        {"in_use/a.html.vlm", "<p>a</p>\n"}}));
     EXPECT_EQ(w.scripts(), "vlreadprj.sh: [r.pj]\n");
-
-    const std::string outOfOrder = "Velmora Project File V1.0\nProject Options :\nTest.X : 1\n"
-                                   "HTML Files :\na.html\n"
-                                   "This is a generated file. DO NOT MODIFY.\nSource files:\nm.c\n";
-    w.write("proj/o.pj", outOfOrder);
-    const Files before = w.project();
-    r = w.run({"-p", "o.pj"});
-    EXPECT_EQ(r.out, kBanner + "Applying Changes to o.pj from \n"
-                               "Could not read file in VlModuleNewFromFile<m.c>\n"
-                               "Could not read file in VlMainModuleRead:o.c\n"
-                               "Internal Error. could not read project options\n");
-    EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(w.project(), before);
 }
 
 // Control characters, bytes above 127 and invalid UTF-8 pass through a run

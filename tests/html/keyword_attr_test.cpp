@@ -76,13 +76,4 @@ TEST(TagSearch, InsideAnchorOrForm) {
     EXPECT_EQ(VlIsInForm(u, u + f.find(" c")), 0);
 }
 
-TEST(TagSearch, SmallScanners) {
-    const char *s = " = x";
-    EXPECT_EQ(VlSkipWhiteAndEqual(s), s + 3);
-    EXPECT_EQ(VlSkipWhiteAndEqual(" =  "), nullptr);
-    EXPECT_EQ(VlIsNiceUrlName("a>"), 0);
-    EXPECT_EQ(take(VlToLower("AbC1|")), "abc1|");
-    EXPECT_EQ(VlStrNCaseCompAnch("<a\tx", "<A ", 3), 0); // "<A " takes a tab or a line end
-}
-
 } // namespace

@@ -39,11 +39,4 @@ TEST_F(KeywordFile, NoKeywordsLeaveTheListNull) {
     EXPECT_EQ(VlAnyKeys(), 0);
 }
 
-TEST(KeywordLines, Validity) {
-    for (const char *good : {"code|", "a1B2"})
-        EXPECT_EQ(VlIsKeyWord(good), 1) << good;
-    for (const char *bad : {"|", "a||", "a_b", "\xc3\xa9t\xc3\xa9"})
-        EXPECT_EQ(VlIsKeyWord(bad), 0) << bad;
-}
-
 } // namespace

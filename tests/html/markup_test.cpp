@@ -160,37 +160,3 @@ TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
 }
 
 } // namespace
-
-namespace {
-
-const std::string kSample =
-    "<HTML>\n##Vl_top## <FORM ACTION=\"a.cgi\" METHOD=\"get\">\n<INPUT TYPE=text NAME=\"q\">\n"
-    "<SELECT NAME=\"s\"><OPTION>1</SELECT><A HREF=\"in?FNC=x__Ap\">in</A>\n</FORM>\n"
-    "<form action=\"b\"><INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"b__Fp\"></form>\n"
-    " <IMG SRC=\"pic.gif\"> <P low='y'> <X code \"z\"> <A HREF=\"next\">n</A>\n</HTML>\n";
-
-std::string markAll(VlHtmlDoc *doc, const std::string &text) {
-    return mark(doc, mark(doc, mark(doc, text, 1).text, 2).text, 0).text;
-}
-
-TEST_F(Markup, EveryPrefixOfAPageMarksSafelyAndStably) {
-    KeywordsLoaded keys("SRC\nlow\ncode|\n");
-    for (size_t n = 0; n <= kSample.size(); n++) {
-        const std::string prefix = kSample.substr(0, n);
-        DocPtr doc = page(prefix);
-        for (int i = 0; i < SutSizList(doc->forms); i++)
-            set(&formAt(doc.get(), i)->fullName, nullptr);
-        for (int i = 0; i < SutSizList(doc->anchors); i++)
-            set(&anchAt(doc.get(), i)->fullName, nullptr);
-        ASSERT_EQ(markAll(doc.get(), prefix), prefix) << "unnamed, prefix " << n;
-        ASSERT_EQ(mark(doc.get(), prefix, -1).text, prefix) << "sites, prefix " << n;
-        VlHtmlGenFormNames(doc.get());
-        VlHtmlGenAnchNames(doc.get());
-        const std::string once = markAll(doc.get(), prefix);
-        ASSERT_EQ(markAll(doc.get(), once), once) << "named, prefix " << n;
-        DocPtr reread = page(once);
-        ASSERT_EQ(markAll(reread.get(), once), once) << "read back, prefix " << n;
-    }
-}
-
-} // namespace

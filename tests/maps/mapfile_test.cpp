@@ -192,11 +192,4 @@ TEST_F(MapFile, ProjectWriteAnswersOneAndNamesTheFileAfterTheProject) {
     EXPECT_EQ(dir.read("Untitled.map"), sampleText);
 }
 
-TEST_F(MapFile, ExtraDotFindsADotInsideTheBindName) {
-    EXPECT_EQ(SpmExtraDot("*a.b.altName : x", "*a.b"), 2);
-    EXPECT_EQ(SpmExtraDot("*ab.altName : x", "*ab"), -1);
-    EXPECT_EQ(SpmExtraDot("*a.bX.id : 0", "*a.b"), -1); // not followed by "."
-    EXPECT_EQ(SpmExtraDot("*a:b.id : 0", "*a:b"), -1);  // a colon comes first
-}
-
 } // namespace

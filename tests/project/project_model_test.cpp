@@ -13,15 +13,6 @@ class ProjectModel : public testing::Test {
     void TearDown() override { resetProjectState(); }
 };
 
-TEST_F(ProjectModel, NewEmptyProjectIsCurrent) {
-    VlProject *project = VlProjNewEmpty();
-    EXPECT_EQ(VlProjGetDefault(), project);
-    EXPECT_EQ(project->saved, 1);
-    ASSERT_NE(project->mainModule, nullptr);
-    EXPECT_EQ(SutSizList(project->htmlDocs), 0); // empty lists, not none
-    EXPECT_EQ(VlProjGetOptions(), nullptr);
-}
-
 TEST_F(ProjectModel, NewEmptyDeletesTheCurrentProjectWithAllItOwns) {
     VlProject *first = VlProjNewEmpty();
     first->name = strdup("first");
