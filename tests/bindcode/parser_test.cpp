@@ -142,26 +142,6 @@ TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
     EXPECT_EQ(items(g.bind(0)->sqlFrags), Strings{"one"});
 }
 
-TEST_F(Parser, WorkCallAndConstructReadersOnTheirOwn) {
-    long rows = 0;
-    char *server, *db, *name, *last;
-    const char *text =
-        "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t 42,\n\t\t\"s\",\n\t\t\"d\","
-        "\n\t\t\"a,b\", USE_IT);\n\n\n";
-    ASSERT_EQ(SwdParseWorkCall(text, &rows, &server, &db, &name, &last), 1);
-    EXPECT_EQ(rows, 42);
-    EXPECT_EQ(*take(server) + *take(db) + *take(name) + *take(last),
-              "s\",d\",a,b\",USE_IT);");
-
-    SpmSPBind *bind = SpmCreateListsForSpmBind(0, 1, 0);
-    const char *frags = "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"f\",\n\t\tVULL);\n";
-    const char *pos = frags;
-    EXPECT_EQ(SwdParseFragmentsCode(bind, &pos), 1);
-    EXPECT_STREQ(item(bind->sqlFrags, 0), "f");
-    EXPECT_EQ(std::string(pos), ",\n\t\tVULL);\n"); // left where the construct ends
-    SpmDestroySPBind(&bind);
-}
-
 TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
     std::string body = kCodeHead + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
     EXPECT_EQ(SwdParseFormCode("P", "", body.c_str()), 0);

@@ -96,12 +96,4 @@ TEST_F(Page, FailuresLeaveThePageAlone) {
     EXPECT_EQ(doc->formsChanged, 1);
 }
 
-TEST_F(Page, FileHelpers) {
-    EXPECT_EQ(VlGetFileModTime(work_.dir().c_str()), -1);
-    EXPECT_FALSE(fs::exists("in_use"));
-    EXPECT_EQ(take(VlGetBackupFileName("a.html")), "in_use/a.html.vlm");
-    EXPECT_TRUE(fs::is_directory("in_use"));
-    EXPECT_EQ(VlHtmlMakeBackupDir(), 0);
-}
-
 } // namespace

@@ -50,17 +50,6 @@ TEST(ProjectWrite, FailedBackupGoesOnAndUnwritableProjectFileStops) {
     EXPECT_FALSE(fs::exists("shop.mak"));
 }
 
-TEST(ProjectWrite, NonameProjectIsAcceptedOnceWritten) {
-    Workspace ws;
-    templates();
-    VlProjSetName("noname");
-    setOptions({"Project.Call Read/Write Scripts : False"});
-    EXPECT_EQ(VlProjNeedToSaveAs(), 1);
-    EXPECT_EQ(VlProjWrite(0), 1);
-    EXPECT_EQ(theProj->nonameAccepted, 1);
-    EXPECT_EQ(VlProjNeedToSaveAs(), 0);
-}
-
 TEST(ProjectWrite, SaveAsMovesTheProjectAndCarriesWorkingCopiesOnlyOutward) {
     Workspace ws;
     templates();

@@ -69,16 +69,29 @@ inline std::string fieldText(const void *record, const BindRecordKind &kind, boo
     return s;
 }
 
-// Every field that the map file stores, one line per child record.
-inline std::string stored(const SpmSPBind *b) {
-    std::string s = fieldText(b, kSPBindKind, false);
-    for (int i = 0; i < SutSizList(b->colBinds); i++)
-        s += "\ncol " + fieldText(SutGetNList(b->colBinds, i), kColBindKind, false);
-    for (int i = 0; i < SutSizList(b->callBinds); i++)
-        s += "\ncall " + fieldText(SutGetNList(b->callBinds, i), kCallbackBindKind, false);
-    for (int i = 0; i < SutSizList(b->argBinds); i++)
-        s += "\narg " + fieldText(SutGetNList(b->argBinds, i), kArgBindKind, false);
+// The fields of a bind and of its child records that the map file stores
+// (one line per child record, "col ...", "call ...", "arg ...") or that are
+// kept in memory only (all on one line).
+inline std::string bindText(const SpmSPBind *b, bool memoryOnly) {
+    const struct {
+        const SutList *list;
+        const BindRecordKind &kind;
+        const char *line;
+    } children[] = {{b->colBinds, kColBindKind, "\ncol "},
+                    {b->callBinds, kCallbackBindKind, "\ncall "},
+                    {b->argBinds, kArgBindKind, "\narg "}};
+    std::string s = fieldText(b, kSPBindKind, memoryOnly);
+    for (const auto &child : children)
+        for (int i = 0; i < SutSizList(child.list); i++)
+            s += (memoryOnly ? "" : child.line) +
+                 fieldText(SutGetNList(child.list, i), child.kind, memoryOnly);
     return s;
+}
+inline std::string stored(const SpmSPBind *b) {
+    return bindText(b, false);
+}
+inline std::string unstored(const SpmSPBind *b) {
+    return bindText(b, true);
 }
 
 // Each bind of a list by name, alias, applied flag and the page, widget and
@@ -90,18 +103,6 @@ inline Strings bindsOf(const SutList *binds) {
                (k ? str(k->interface) + "|" + str(k->swidget) + "|" + str(k->callbackName)
                   : std::string("-"));
     });
-}
-
-// The fields that are kept in memory only and copied with a bind.
-inline std::string unstored(const SpmSPBind *b) {
-    std::string s = fieldText(b, kSPBindKind, true);
-    for (int i = 0; i < SutSizList(b->colBinds); i++)
-        s += fieldText(SutGetNList(b->colBinds, i), kColBindKind, true);
-    for (int i = 0; i < SutSizList(b->callBinds); i++)
-        s += fieldText(SutGetNList(b->callBinds, i), kCallbackBindKind, true);
-    for (int i = 0; i < SutSizList(b->argBinds); i++)
-        s += fieldText(SutGetNList(b->argBinds, i), kArgBindKind, true);
-    return s;
 }
 
 // Destroys the binds of a list and the list.

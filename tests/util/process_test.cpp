@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -53,19 +52,6 @@ TEST(Process, CaptureStreamsCarryBothOutputsInOrder) {
     EXPECT_EQ(WEXITSTATUS(Vlpclose(f)), 5);
     EXPECT_EQ(readAll(g), "closed\n");
     EXPECT_EQ(Vlpclose(g), 0);
-}
-
-TEST(Process, ReadFromStdInReturnsWhenNothingIsWaitingAndClosesAtTheEnd) {
-    FILE *f = VlExecCaptureOutAndErr("sleep 0.2; echo got");
-    ASSERT_NE(f, nullptr);
-    int fd = fileno(f);
-    unsigned long id = 0;
-    ReadFromStdIn(f, &fd, &id); // would block: returns at once, stream stays open
-    clr_fl(fd, O_NONBLOCK);
-    EXPECT_EQ(readAll(f), "got\n");
-    ReadFromStdIn(f, &fd, &id); // end of input: closed with Vlpclose
-    EXPECT_EQ(fcntl(fd, F_GETFD), -1);
-    EXPECT_EQ(printedToStderr([&] { set_fl(-1, O_NONBLOCK); }), "fcntl F_GETFL error");
 }
 
 TEST(Process, ShellQuoting) {
