@@ -113,18 +113,4 @@ TEST_F(Document, OrigNamesAndSplit) {
     EXPECT_EQ(*take(shortName) + "|" + type + "|" + *take(rest), "my|n|ame__Fshop_html");
 }
 
-TEST_F(Document, DebugListing) {
-    VlHtmlNameFormByPos(doc_.get(), 0, "f");
-    doc_->modTime = 42;
-    EXPECT_EQ(printedToStderr([&] { VlHtmlPrint(doc_.get()); }),
-              "Filename----> dir/my-shop.v2.html 42\n"
-              "Form:\n\tMethod---->post\n\tAction---->http://localhost/cgi-bin/\n"
-              "\tName---->f__Fmy_shop_v2_html\n\tElements:\n"
-              "\t\tInputName----->q\n\t\tInputType----->x\n"
-              "Form:\n\tAction---->b.cgi\n\tElements:\n"
-              "\tSiteName---->site4\n\tSiteName---->\n\tSiteName---->x9\n"
-              "\tAnchorAction---->u1\n"
-              "\tAnchorName---->top__Ashop_html\n\tAnchorAction---->p\n");
-}
-
 } // namespace

@@ -71,17 +71,6 @@ TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     EXPECT_EQ(work_.read("shop.html"), marked);
 }
 
-TEST_F(Page, OnlySitesChangedKeepsTheWorkingCopy) {
-    work_.write("s.html", "x ##Vl_## y");
-    DocPtr doc(VlHtmlNewFromFile("s.html"));
-    ASSERT_NE(doc, nullptr);
-    VlHtmlGenSiteNames(doc.get());
-    EXPECT_EQ(doc->sitesChanged, 1);
-    EXPECT_EQ(VlHtmlBackup(doc.get()), 0);
-    EXPECT_EQ(doc->sitesChanged, 0);
-    EXPECT_EQ(work_.read("in_use/s.html.vlm"), "x ##Vl_## y");
-}
-
 TEST_F(Page, FailuresLeaveThePageAlone) {
     work_.write("in_use", "a file where the directory should be");
     work_.write("shop.html", kPage);

@@ -88,15 +88,4 @@ TEST(Scanner, KeywordAnchorsInPageOrder) {
               (Strings{"1SRC", "0<null>", "1SRC"}));
 }
 
-TEST(Scanner, AttributeValues) {
-    EXPECT_EQ(take(VlProcessNameValue("\"abc\" x")), "abc");
-    for (const char *bad : {"abc\"", "\"", "\"abc"})
-        EXPECT_EQ(take(VlProcessNameValue(bad)), std::nullopt) << bad;
-    EXPECT_EQ(take(VlProcessNameValueLib("submit>")), "submit");
-    EXPECT_EQ(take(VlProcessNameValueLib("\"x y\"")), "x");
-    EXPECT_EQ(take(VlProcessNameValueLib("a<b")), "a");
-    EXPECT_EQ(take(VlProcessNameValueLib(">>")), ">"); // the first character is not tested
-    EXPECT_EQ(take(VlProcessNameValueLib("open")), std::nullopt);
-}
-
 } // namespace

@@ -173,21 +173,6 @@ TEST_F(MapModel, UniqueNamesCountUpFromTheStemLessOneDigit) {
         SpmAddSPBind()->altName = strdup(name);
     SpmAddSPBind(); // no altName: blocks nothing
     EXPECT_EQ(unique("total2"), "total3");
-
-    // A duplicated binding is a changed, applied copy for another widget
-    // under a new name, outside the map.
-    SpmSPBind *src = SpmCreateListsForSpmBind(1, 1, 1);
-    set(&src->altName, "total");
-    SpmSPBind *dup = PjDuplicateObjBinding(src, "Page9", "Form9");
-    ASSERT_NE(dup, nullptr);
-    EXPECT_EQ(dup->isChanged, 1);
-    EXPECT_EQ(dup->beenApplied, 1);
-    EXPECT_STREQ(call0(dup)->interface, "Page9");
-    EXPECT_STREQ(call0(dup)->swidget, "Form9");
-    EXPECT_STREQ(dup->altName, "total3");
-    EXPECT_EQ(SutGetPosFromItem(SpmGetMapContext()->spBinds, dup), -1);
-    SpmDestroySPBind(&dup);
-    SpmDestroySPBind(&src);
 }
 
 TEST_F(MapModel, SmallHelpersOfBindsAndColumns) {

@@ -4,10 +4,6 @@
 
 namespace {
 
-std::string owned(char *s) {
-    return take(s).value_or("<null>");
-}
-
 // The module's saved flag after fn ran on the module marked saved.
 template <typename Fn> int savedAfter(VlModule *module, Fn fn) {
     module->saved = 1;
@@ -174,17 +170,3 @@ TEST(ModuleFunctions, FindingListingAndRemovingAliases) {
               "Could not resolve activator name\n");
 }
 
-TEST(ModuleFunctions, ActivatorIdsAndRenaming) {
-    Workspace ws;
-    Shop s;
-    char *page = nullptr, *name = nullptr, *type = nullptr;
-    EXPECT_EQ(VlwGetActIdParts("shop.html<A>home", &page, &name, &type), 1);
-    EXPECT_EQ(owned(page) + "|" + owned(name) + "|" + owned(type), "shop.html|home|A");
-    // Renaming leaves the aliases for the next resolve to mend.
-    VlModuleAddFunc(s.module, s.order, nullptr, "code");
-    VlModuleAddAlias(s.shop, "order", "F", s.cart, "pay");
-    s.module->saved = 1;
-    EXPECT_EQ(VlModuleRenameActivator(s.module, "cart.html<FORM>pay", "cart.html<FORM>paid"), 1);
-    EXPECT_STREQ(aliasAt(functionAt(s.module, 0), 0)->name, "pay__Fcart_html");
-    EXPECT_EQ(s.module->saved, 1);
-}

@@ -1,5 +1,4 @@
-// Identifier strings, activator letters, menu entries, category names, string
-// list helpers and the resource list lookups.
+// Identifier strings, activator letters and the resource list lookups.
 #include "support/c_values.hpp"
 #include "util/ident.h"
 
@@ -30,30 +29,6 @@ TEST(Ident, BindDisplayStringAndActivatorLetters) {
     EXPECT_EQ(take(WbMakeBindIdString("a", "db", nullptr, "proc", 3)), "a --> proc (Hello)");
     EXPECT_EQ(take(WbMakeActivatorType(7)), "F");
     EXPECT_EQ(WbGetActivatorType("anchor"), 1);
-}
-
-TEST(Ident, MenuEntriesAndCategoryNames) {
-    EXPECT_EQ(take(WbFormatMRUItem("/a. b/c. d", 98)), "99. b/c. d"); // renumbered at the first ". "
-    EXPECT_EQ(WbFormatMRUItem("/x", 99), nullptr);
-    EXPECT_EQ(take(WbMakeCatOption("App Server", "Host", nullptr)), "App Server.Host : ");
-    char *out = strdup("stale");
-    char *stale = out;
-    EXPECT_EQ(WbGetCatOnly(".x", &out), 0);
-    EXPECT_EQ(out, nullptr);
-    free(stale);
-    EXPECT_EQ(WbGetOptOnly("Test.Port.x", &out), 1);
-    EXPECT_EQ(take(out), "Port.x");
-    EXPECT_EQ(take(WbStripCat("x.")), "");
-}
-
-TEST(Ident, StringListSortAndCopy) {
-    SutList *l = makeList({"b", nullptr, "a", "B"});
-    EXPECT_EQ(WbSutListSort(l), 1);
-    SutList *copy = WbSutListStrDup(l);
-    EXPECT_EQ(items(copy), (Strings{"<null>", "B", "a", "b"}));
-    EXPECT_NE(SutGetNList(copy, 1), SutGetNList(l, 1));
-    SutDestroyList(copy);
-    SutDestroyList(l);
 }
 
 TEST(Ident, ResourceLookups) {

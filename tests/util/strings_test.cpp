@@ -1,5 +1,5 @@
-// String helpers: null answers, copying and joining, quoting, paths, delimiter
-// names and template substitution.
+// String helpers: null answers, copying and joining, quoting, delimiter names
+// and template substitution.
 #include "support/c_values.hpp"
 #include "util/strings.h"
 
@@ -10,7 +10,6 @@
 namespace {
 
 TEST(Strings, NullSafeWrappers) {
-    EXPECT_EQ(take(StrNDup("abcdef", 3)), "abc");
     EXPECT_EQ(StrCmp(nullptr, ""), 1);
     // ResStrCmp takes a missing string for an empty one.
     EXPECT_EQ(ResStrCmp(nullptr, ""), 0);
@@ -19,10 +18,6 @@ TEST(Strings, NullSafeWrappers) {
     char *dest = target;
     EXPECT_EQ(StrCpy(&dest, nullptr), nullptr);
     EXPECT_EQ(dest, nullptr); // the buffer is not touched
-    char *s = strdup("name");
-    EXPECT_EQ(StrWrap(&s, '"'), 1);
-    EXPECT_EQ(take(s), "\"name\"");
-    EXPECT_EQ(take(StripStr(" \t\r\n x y \r\n\v\f")), "x y");
     const char *first = ItoA(-42);
     ItoA(123456);
     EXPECT_STREQ(first, "123456"); // one static buffer
@@ -37,14 +32,6 @@ TEST(Strings, CopiesJoinsAndSqlText) {
     // Leading newlines and inner carriage returns stay.
     EXPECT_EQ(take(VlStripFB(" \tname \n")), "name");
     EXPECT_EQ(take(VlStripFB("\nname\r\n")), "\nname\r");
-}
-
-TEST(Strings, PathParts) {
-    EXPECT_EQ(take(VlGetFileFromFullPath("/a/b.html")), "b.html");
-    EXPECT_EQ(take(VlGetFileFromFullPath("/a/")), std::nullopt);
-    EXPECT_EQ(take(VlGetDirFromFullPath("/a/")), "/a/"); // a trailing slash stays
-    EXPECT_EQ(take(VlGetDirFromFullPath("/x")), "");
-    EXPECT_EQ(take(VlGetDirFromFullPath("b.html")), std::nullopt);
 }
 
 TEST(Strings, DelimiterNames) {
