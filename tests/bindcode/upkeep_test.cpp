@@ -125,10 +125,6 @@ TEST(MapUpkeep, ComparisonsNamesAndCodeKinds) {
     EXPECT_EQ(SwdCompareSPBinds(a, b), 0);
     EXPECT_EQ(SwdGetRefBind(a), b);
 
-    SutList *names = makeList({"page", "x", "page1"});
-    EXPECT_EQ(owned(SwdGetUnique("page", names)), "page2");
-    SutDestroyList(names);
-
     EXPECT_EQ(getKindOfCallbackCode(kCodeHead.c_str()), 2);
     EXPECT_EQ(SwdInstallThisCallbackCode("shop.html", "order", "F", ""), 1);
     EXPECT_EQ(SwdInitialVerifyMap(), 0);

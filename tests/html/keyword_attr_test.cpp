@@ -62,18 +62,4 @@ TEST(TagSearch, StrIStrStopsAtWhicheverComesFirst) {
     EXPECT_EQ(VlStrIStr("ab", "abc", nullptr), nullptr);
 }
 
-TEST(TagSearch, InsideAnchorOrForm) {
-    const std::string a = "x<A HREF=\"u\">in</A> out <A b";
-    const char *t = a.c_str();
-    EXPECT_EQ(VlIsInAnchor(t, t + a.find("in<")), 1);
-    EXPECT_EQ(VlIsInAnchor(t, t + a.find("out")), 0);
-    EXPECT_EQ(VlIsInAnchor(t, t + a.find(" b")), 1); // an opening mark behind it
-    const char *closeOnly = "x /A>";
-    EXPECT_EQ(VlIsInAnchor(closeOnly, closeOnly), 1);
-    const std::string f = "<p> <form a>b</FORM> c";
-    const char *u = f.c_str();
-    EXPECT_EQ(VlIsInForm(u, u + f.find(" a")), 1);
-    EXPECT_EQ(VlIsInForm(u, u + f.find(" c")), 0);
-}
-
 } // namespace

@@ -22,9 +22,8 @@ class MapFile : public ::testing::Test {
     // Reads text as a map file: the result, the map and what went to stderr.
     int readMap(const std::string &text, SpmMap **map, std::string *err) {
         dir.write("in.map", text);
-        testing::internal::CaptureStderr();
-        int rc = SpmReadMapFile(map, path("in.map").c_str());
-        *err = testing::internal::GetCapturedStderr();
+        int rc = 0;
+        *err = printedToStderr([&] { rc = SpmReadMapFile(map, path("in.map").c_str()); });
         return rc;
     }
     // A read that must fail at this line.
@@ -53,10 +52,10 @@ TEST_F(MapFile, WriterPutsOutEveryStoredFieldInItsFixedForm) {
     EXPECT_EQ(dir.read("cut.map"), "*spmap.numberMaps : 2\n*spiface.numInterfaces : 2\n"
                                    "*spiface.interfaceName : Page1\n"
                                    "*spiface.interfaceName : Page2\n\n");
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SpmWriteMapFile(map, ""), -1);
-    EXPECT_EQ(SpmWriteMapFile(map, path("no/such/dir.map").c_str()), -1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+    EXPECT_EQ(printedToStderr([&] {
+                  EXPECT_EQ(SpmWriteMapFile(map, ""), -1);
+                  EXPECT_EQ(SpmWriteMapFile(map, path("no/such/dir.map").c_str()), -1);
+              }),
               "No map file name was given to write.\nGCatb(32,0)");
     SpmDestroyMap(&map);
 }
@@ -172,9 +171,7 @@ TEST_F(MapFile, ProjectReadRenamesTheMapAndSetsTheContext) {
 
     // A failed read leaves no map at all.
     writeText(path("bad.map"), "*spmap.numberMaps : 0\n*spid.name : x\n");
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(SpmProjectReadMap(path("bad.pj").c_str()), -1);
-    testing::internal::GetCapturedStderr();
+    printedToStderr([&] { EXPECT_EQ(SpmProjectReadMap(path("bad.pj").c_str()), -1); });
     EXPECT_EQ(SpmGetMapContext(), nullptr);
     EXPECT_TRUE(fs::exists(path("bad.map")));
 }

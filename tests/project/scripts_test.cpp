@@ -1,7 +1,7 @@
 // The scripted runs: the install and test command lines with their arguments
 // (each name arriving as one argument, ending before the first absent
-// setting), the release into release/ with its README and scripts, the
-// background starts, and the checks on names and directories.
+// setting), the release into release/ with its README and scripts, and the
+// background starts.
 #include "project_support.hpp"
 #include "run_support.hpp"
 
@@ -52,17 +52,6 @@ TEST(ScriptedRuns, InstallAndTestCommandLines) {
     EXPECT_EQ(VlProjRunTest(), 1);
     EXPECT_EQ(ws.scripts(), "vltest.sh: [shop.exe] [shop.exe] [/c] [/cgi-bin] [/h] [shop.mak] "
                             "[CGI] [ a.html my page.html]\n");
-}
-
-TEST(ScriptedRuns, ProjectFilesInADirectoryAndNameClashes) {
-    Workspace ws;
-    ws.write("old.pj.bak", "");
-    EXPECT_EQ(take(VlProjInDir(ws.dir().c_str())), "old.pj.bak"); // ".pj" anywhere in the name
-    VlProjSetName("shop");
-    addPage("order.html", {});
-    EXPECT_EQ(VlProjNameClash("Shop.html"), 1);
-    EXPECT_EQ(VlProjNameClash("/x/ORDER.x"), 1);
-    EXPECT_EQ(VlProjNameClash("orders.html"), 0);
 }
 
 std::vector<std::string> sortedLines(const std::string &text) {

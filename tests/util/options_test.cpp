@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 
 namespace {
 
@@ -79,15 +78,6 @@ TEST(Options, ReadersKeepLinesVerbatimAndDropLinesWithoutColon) {
               (Strings{"# note : kept\r", "  Indented : x \\\r"}));
     // An unreadable file gives an empty list, never null.
     EXPECT_EQ(takeList(VlOptionGetFromFile(dir.path().c_str())), Strings{});
-}
-
-TEST(Options, IntegerLists) {
-    SutList *l = VlOptionGetIntList(",,3,,\t4 ,");
-    ASSERT_EQ(SutSizList(l), 2);
-    EXPECT_EQ(reinterpret_cast<intptr_t>(SutGetNList(l, 1)), 4);
-    SutDeleteList(l);
-    for (const char *bad : {"10,0", "1,x", "1, ,2", "-1", "1 2", "99999999999"})
-        EXPECT_EQ(VlOptionGetIntList(bad), nullptr) << bad;
 }
 
 } // namespace
