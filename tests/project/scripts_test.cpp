@@ -76,10 +76,7 @@ TEST(ScriptedRuns, ReleaseWritesACopyWithReadmeAndComesBack) {
                 "Project.Allow Config File : True", "Project.Config File Name : conf/#proj.cfg",
                 "Test.CGI URL : /test", "Release.CGI URL : /rel", "Release.HTML URL : /site",
                 "Test.HTML URL : /t"});
-    ws.write("a.html", "<html>a</html>\n");
-    VlHtmlDoc *doc = VlHtmlNewFromFile("a.html");
-    SutAddList(theProj->htmlDocs, doc);
-    addModule(doc);
+    readPage(ws, "a.html", "<html>a</html>\n");
     ASSERT_EQ(VlProjWrite(1), 1);
     ws.scripts();
 

@@ -18,15 +18,6 @@ void templates() {
     writeTemplate("Makefile.tem", "all: $VL_EXECUTABLE\n");
 }
 
-// A page read from disk (so it has a working copy) with its module.
-VlHtmlDoc *readPage(const Workspace &ws, const char *name, const std::string &text) {
-    ws.write(name, text);
-    VlHtmlDoc *doc = VlHtmlNewFromFile(name);
-    SutAddList(theProj->htmlDocs, doc);
-    addModule(doc);
-    return doc;
-}
-
 TEST(ProjectWrite, FailedBackupGoesOnAndUnwritableProjectFileStops) {
     Workspace ws;
     templates();
