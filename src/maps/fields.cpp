@@ -127,72 +127,90 @@ const BindField *FindBindField(const BindRecordKind &kind, std::string_view name
     return nullptr;
 }
 
+namespace {
+
+// Frees what one field of a record owns; child records are the caller's.
+void DestroyField(void *record, const BindField &field) {
+    switch (field.kind) {
+    case K::Text:
+    case K::LongText:
+    case K::Choice:
+        free(FieldOf<char *>(record, field));
+        break;
+    case K::Lines:
+    case K::LongLines:
+        SutDestroyList(FieldOf<SutList *>(record, field));
+        break;
+    case K::Records:
+    case K::Int:
+    case K::Long:
+    case K::Flag:
+    case K::Count:
+    case K::Handle:
+        break;
+    }
+}
+
+// Copies one field of src into dest; child records are the caller's.
+void CopyField(void *dest, const void *src, const BindField &field) {
+    switch (field.kind) {
+    case K::Text:
+    case K::LongText:
+    case K::Choice:
+        VlReplaceString(&FieldOf<char *>(dest, field),
+                        field.flags & kNotCopied ? nullptr : FieldOf<char *>(src, field));
+        break;
+    case K::Lines:
+    case K::LongLines:
+        ReplaceStringList(&FieldOf<SutList *>(dest, field), FieldOf<SutList *>(src, field));
+        break;
+    case K::Int:
+    case K::Flag:
+        FieldOf<int>(dest, field) = FieldOf<int>(src, field);
+        break;
+    case K::Long:
+        FieldOf<long>(dest, field) = FieldOf<long>(src, field);
+        break;
+    case K::Handle:
+        FieldOf<void *>(dest, field) = FieldOf<void *>(src, field);
+        break;
+    case K::Records:
+    case K::Count:
+        break;
+    }
+}
+
+} // namespace
+
 void DestroyBindRecord(void *record, const BindRecordKind &kind) {
     for (const BindField &field : kind.fields) {
-        switch (field.kind) {
-        case K::Text:
-        case K::LongText:
-        case K::Choice:
-            free(FieldOf<char *>(record, field));
-            break;
-        case K::Lines:
-        case K::LongLines:
-            SutDestroyList(FieldOf<SutList *>(record, field));
-            break;
-        case K::Records: {
-            SutList *children = FieldOf<SutList *>(record, field);
-            for (int i = 0; i < SutSizList(children); i++)
-                if (void *child = SutGetNList(children, i))
-                    DestroyBindRecord(child, *field.children);
-            SutDeleteList(children);
-            break;
+        DestroyField(record, field);
+        if (field.kind != K::Records) continue;
+        SutList *children = FieldOf<SutList *>(record, field);
+        for (int i = 0; i < SutSizList(children); i++) {
+            void *child = SutGetNList(children, i);
+            if (!child) continue;
+            for (const BindField &childField : field.children->fields)
+                DestroyField(child, childField);
+            free(child);
         }
-        case K::Int:
-        case K::Long:
-        case K::Flag:
-        case K::Count:
-        case K::Handle:
-            break;
-        }
+        SutDeleteList(children);
     }
     free(record);
 }
 
 void CopyBindFields(void *dest, const void *src, const BindRecordKind &kind) {
     for (const BindField &field : kind.fields) {
-        switch (field.kind) {
-        case K::Text:
-        case K::LongText:
-        case K::Choice:
-            VlReplaceString(&FieldOf<char *>(dest, field),
-                          field.flags & kNotCopied ? nullptr : FieldOf<char *>(src, field));
-            break;
-        case K::Lines:
-        case K::LongLines:
-            ReplaceStringList(&FieldOf<SutList *>(dest, field), FieldOf<SutList *>(src, field));
-            break;
-        case K::Int:
-        case K::Flag:
-            FieldOf<int>(dest, field) = FieldOf<int>(src, field);
-            break;
-        case K::Long:
-            FieldOf<long>(dest, field) = FieldOf<long>(src, field);
-            break;
-        case K::Handle:
-            FieldOf<void *>(dest, field) = FieldOf<void *>(src, field);
-            break;
-        case K::Records: {
-            const SutList *from = FieldOf<SutList *>(src, field);
-            const SutList *to = FieldOf<SutList *>(dest, field);
-            for (int i = 0; i < SutSizList(from); i++) {
-                void *d = SutGetNList(to, i);
-                const void *s = SutGetNList(from, i);
-                if (d && s) CopyBindFields(d, s, *field.children);
-            }
-            break;
-        }
-        case K::Count:
-            break;
+        CopyField(dest, src, field);
+        if (field.kind != K::Records) continue;
+        const SutList *from = FieldOf<SutList *>(src, field);
+        const SutList *to = FieldOf<SutList *>(dest, field);
+        for (int i = 0; i < SutSizList(from); i++) {
+            void *d = SutGetNList(to, i);
+            const void *s = SutGetNList(from, i);
+            if (!d || !s) continue;
+            for (const BindField &childField : field.children->fields)
+                CopyField(d, s, childField);
         }
     }
 }

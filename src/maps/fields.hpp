@@ -3,7 +3,8 @@
 // and how the map file and a copy treat it. The destructors, the copy, the map
 // file's reader and writer and the tests' field text all walk these tables, so
 // a new field is one line here. Each table lists its fields in the order the
-// map file writes them (not part of the C interface).
+// map file writes them. Records nest one level: a bind holds lists of child
+// records, and these hold no records (not part of the C interface).
 #ifndef VELMORA_MAPS_FIELDS_HPP
 #define VELMORA_MAPS_FIELDS_HPP
 
@@ -23,16 +24,16 @@ enum class FieldKind {
     Lines,     // SutList of char *: one line per item
     LongLines, // SutList of char *: one LongText per item
     Count,     // the SutList of child records at the same offset: only its size is written
-    Records,   // SutList of owned child records of the kind `children`
+    Records,   // SutList of owned child records of the kind `children` (which holds no Records)
     Handle,    // void *: neither owned nor written
 };
 
 enum FieldFlag : unsigned {
-    kMemoryOnly = 1u << 0,  // not in the map file
-    kInHeader = 1u << 1,    // written in the "*spid.name" line that opens the bind
-    kOpensRecord = 1u << 2, // its line makes a new child record in the map file
-    kEndsAtDot = 1u << 3,   // the reader takes its value only up to a "." or ":"
-    kNotCopied = 1u << 4,   // a copy leaves it empty: the copy feeds no widget yet
+    kMemoryOnly = 1U << 0,  // not in the map file
+    kInHeader = 1U << 1,    // written in the "*spid.name" line that opens the bind
+    kOpensRecord = 1U << 2, // its line makes a new child record in the map file
+    kEndsAtDot = 1U << 3,   // the reader takes its value only up to a "." or ":"
+    kNotCopied = 1U << 4,   // a copy leaves it empty: the copy feeds no widget yet
 };
 
 struct BindRecordKind;

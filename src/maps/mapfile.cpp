@@ -38,49 +38,56 @@ void WriteLine(FILE *fp, const std::string &prefix, const BindField &field, cons
     if (field.kind == FieldKind::LongText || field.kind == FieldKind::LongLines) fputs("\n", fp);
 }
 
-// Every stored field of the record in table order; prefix is "*" and the
-// bind's name, for a child record followed by "." and the child kind.
+// The lines of one stored field of the record (none for child records,
+// which the caller writes); prefix is "*" and the bind's name, for a child
+// record followed by "." and the child kind.
+void WriteField(FILE *fp, const std::string &prefix, const void *record, const BindField &field) {
+    if (field.flags & (kMemoryOnly | kInHeader)) return;
+    switch (field.kind) {
+    case FieldKind::Text:
+    case FieldKind::LongText:
+    case FieldKind::Choice:
+        WriteLine(fp, prefix, field, FieldOf<char *>(record, field));
+        break;
+    case FieldKind::Int:
+        WriteLine(fp, prefix, field, std::to_string(FieldOf<int>(record, field)).c_str());
+        break;
+    case FieldKind::Long:
+        WriteLine(fp, prefix, field, std::to_string(FieldOf<long>(record, field)).c_str());
+        break;
+    case FieldKind::Flag:
+        WriteLine(fp, prefix, field, FieldOf<int>(record, field) ? "True" : "False");
+        break;
+    case FieldKind::Count:
+        WriteLine(fp, prefix, field,
+                  std::to_string(CountOf(FieldOf<SutList *>(record, field))).c_str());
+        break;
+    case FieldKind::Lines:
+    case FieldKind::LongLines: {
+        const SutList *items = FieldOf<SutList *>(record, field);
+        for (int i = 0; i < SutSizList(items); i++)
+            WriteLine(fp, prefix, field, static_cast<const char *>(SutGetNList(items, i)));
+        break;
+    }
+    case FieldKind::Records:
+    case FieldKind::Handle:
+        break;
+    }
+}
+
+// Every stored field of the record in table order, the fields of each child
+// record where the list of them stands (child records hold no records).
 void WriteFields(FILE *fp, const std::string &prefix, const void *record,
                  const BindRecordKind &kind) {
     for (const BindField &field : kind.fields) {
-        if (field.flags & (kMemoryOnly | kInHeader)) continue;
-        switch (field.kind) {
-        case FieldKind::Text:
-        case FieldKind::LongText:
-        case FieldKind::Choice:
-            WriteLine(fp, prefix, field, FieldOf<char *>(record, field));
-            break;
-        case FieldKind::Int:
-            WriteLine(fp, prefix, field, std::to_string(FieldOf<int>(record, field)).c_str());
-            break;
-        case FieldKind::Long:
-            WriteLine(fp, prefix, field, std::to_string(FieldOf<long>(record, field)).c_str());
-            break;
-        case FieldKind::Flag:
-            WriteLine(fp, prefix, field, FieldOf<int>(record, field) ? "True" : "False");
-            break;
-        case FieldKind::Count:
-            WriteLine(fp, prefix, field,
-                      std::to_string(CountOf(FieldOf<SutList *>(record, field))).c_str());
-            break;
-        case FieldKind::Lines:
-        case FieldKind::LongLines: {
-            const SutList *items = FieldOf<SutList *>(record, field);
-            for (int i = 0; i < SutSizList(items); i++)
-                WriteLine(fp, prefix, field, static_cast<const char *>(SutGetNList(items, i)));
-            break;
-        }
-        case FieldKind::Records: {
-            const SutList *children = FieldOf<SutList *>(record, field);
-            const std::string childPrefix = prefix + "." + field.name;
-            for (int i = 0; i < SutSizList(children); i++)
-                if (const void *child = SutGetNList(children, i))
-                    WriteFields(fp, childPrefix, child, *field.children);
-            break;
-        }
-        case FieldKind::Handle:
-            break;
-        }
+        WriteField(fp, prefix, record, field);
+        if (field.kind != FieldKind::Records) continue;
+        const SutList *children = FieldOf<SutList *>(record, field);
+        const std::string childPrefix = prefix + "." + field.name;
+        for (int i = 0; i < SutSizList(children); i++)
+            if (const void *child = SutGetNList(children, i))
+                for (const BindField &childField : field.children->fields)
+                    WriteField(fp, childPrefix, child, childField);
     }
 }
 
