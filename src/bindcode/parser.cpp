@@ -301,10 +301,10 @@ struct RunCall {
     int vendor; // 0: leaves dbVendor as it is
 };
 constexpr RunCall kRunCalls[] = {{"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_OSQL);", 1},
-                                {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_ISQL);", 2},
-                                {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_SSQL);", 3},
-                                {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_XSQL);", 4},
-                                {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);", 0}};
+                                 {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_ISQL);", 2},
+                                 {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_SSQL);", 3},
+                                 {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_XSQL);", 4},
+                                 {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);", 0}};
 
 // Fills a new bind from its work call, the text from "\n\tpSgeWCD =" to the
 // call's ";" and the three characters after it.

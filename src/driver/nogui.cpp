@@ -6,7 +6,6 @@
 
 #include "util/strings.h"
 
-
 extern "C" {
 
 // A fixed placeholder: binding identifiers built in this build carry "Hello".

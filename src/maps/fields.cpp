@@ -13,9 +13,8 @@
 namespace {
 
 constexpr const char *kCacheFlags[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
-constexpr const char *kIndexFlags[] = {"ROW_INDEX",  "WIDGET_INDEX", "NEXT_INDEX",
-                                       "PREV_INDEX", "PAGEUP_INDEX", "PAGEDW_INDEX",
-                                       "LAST_INDEX", "HOME_INDEX"};
+constexpr const char *kIndexFlags[] = {"ROW_INDEX",    "WIDGET_INDEX", "NEXT_INDEX", "PREV_INDEX",
+                                       "PAGEUP_INDEX", "PAGEDW_INDEX", "LAST_INDEX", "HOME_INDEX"};
 constexpr const char *kQueueFiles[] = {"NO_QUEUE_FILE", "QUEUE_TO_FILE"};
 constexpr const char *kDialogs[] = {"USE_IT", "NO_USE", "NO_WP"};
 
@@ -115,11 +114,14 @@ void ReplaceStringList(SutList **field, const SutList *src) {
 
 } // namespace
 
-const BindRecordKind kColBindKind = {kColBindFields, [] { return static_cast<void *>(SpmNewColBind()); }};
+const BindRecordKind kColBindKind = {kColBindFields,
+                                     [] { return static_cast<void *>(SpmNewColBind()); }};
 const BindRecordKind kCallbackBindKind = {kCallbackBindFields,
                                           [] { return static_cast<void *>(SpmNewCallbackBind()); }};
-const BindRecordKind kArgBindKind = {kArgBindFields, [] { return static_cast<void *>(SpmNewArgBind()); }};
-const BindRecordKind kSPBindKind = {kSPBindFields, [] { return static_cast<void *>(SpmNewSPBind()); }};
+const BindRecordKind kArgBindKind = {kArgBindFields,
+                                     [] { return static_cast<void *>(SpmNewArgBind()); }};
+const BindRecordKind kSPBindKind = {kSPBindFields,
+                                    [] { return static_cast<void *>(SpmNewSPBind()); }};
 
 const BindField *FindBindField(const BindRecordKind &kind, std::string_view name) {
     for (const BindField &field : kind.fields)

@@ -71,10 +71,9 @@ TEST_F(Parser, KindWordsAndVendorsFollowTheirTables) {
         const char *word, *run;
         int id, vendor;
         const char *dialog;
-    } cases[] = {
-        {"READ_FILE", "ISQL", 1002, 2, "NO_WP"},
-        {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
-        {"NO_USE", "DSQL", 0, 0, "NO_USE"}};
+    } cases[] = {{"READ_FILE", "ISQL", 1002, 2, "NO_WP"},
+                 {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
+                 {"NO_USE", "DSQL", 0, 0, "NO_USE"}};
     for (const Case &c : cases) {
         Found f(kCodeHead + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
         ASSERT_EQ(f.size(), 1) << c.word;

@@ -14,16 +14,17 @@
 
 namespace {
 
-const std::string kProject = kProjectHead + "HTML Files :\nProject Options :\nProject.Name : shop\n";
+const std::string kProject =
+    kProjectHead + "HTML Files :\nProject Options :\nProject.Name : shop\n";
 
 // What a complete run over the project of the fixture prints after its
 // "Applying Changes" line: the project has no main module yet, no page and
 // no module, so nothing can be installed.
 std::string completed(const std::string &missingConfig) {
     return "Could not read file in VlMainModuleRead:shop.c\n" +
-           (missingConfig == "-" ? ""
-                                 : "Warning : Could not open configuration file " + missingConfig +
-                                       "\n") +
+           (missingConfig == "-"
+                ? ""
+                : "Warning : Could not open configuration file " + missingConfig + "\n") +
            "Done Reading Project.\nDone Writing Project\n"
            "You must have at least one binding before testing.\nFinished\n";
 }
@@ -44,8 +45,8 @@ class Driver : public testing::Test {
     // from a project that was never written.
     ProgramRun run(const std::vector<std::string> &args, const char *velmora = "dist") {
         std::vector<std::string> env = {"PATH=/usr/bin:/bin", "HOME=" + work_.path()};
-        if (velmora) env.push_back("VELMORA=" + (velmora == std::string("dist") ? dist_.path()
-                                                                                 : velmora));
+        if (velmora)
+            env.push_back("VELMORA=" + (velmora == std::string("dist") ? dist_.path() : velmora));
         std::filesystem::remove(work_.file("shop.c"));
         return runProgram(VLNOGUI_PATH, args, env, work_.path());
     }
@@ -98,9 +99,8 @@ TEST_F(Driver, ProjectFileAndEnvironmentChecksInTheirOrder) {
                                 " from cfg\nCould not open project file " + work_.path() + "\n"));
     EXPECT_EQ(r.status, 1);
     r = run({"-p", "shop.pj", "-c", "site.cfg"}, nullptr);
-    EXPECT_EQ(r.out, kBanner +
-                         "Applying Changes to shop.pj from site.cfg\n"
-                         "VELMORA environment variable must be set to run Velmora\n");
+    EXPECT_EQ(r.out, kBanner + "Applying Changes to shop.pj from site.cfg\n"
+                               "VELMORA environment variable must be set to run Velmora\n");
     EXPECT_EQ(r.status, 1);
     // An empty value passes the check; the run then finds no distribution
     // and still completes.

@@ -67,15 +67,6 @@ const std::string kShopModuleHead =
     kModuleHead + "#include <stdio.h>\nstatic char _Vl_HTML_Filename[] = \"shop.html\";\n";
 const std::string kOrder = moduleFunction("Forder", "\tint n = 0;\n", "", "\tn++;\n");
 const std::string kHome = moduleFunction("Ahome", "", "", "");
-const char kRegistration[] = "void R_shop_html()\n{\n"
-                             "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
-                             "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
-                             "\n}/* Velmora End of Module */\n";
-
-// The module as the engine writes it back.
-std::string expectedModule() {
-    return kShopModuleHead + kOrder + kHome + kRegistration;
-}
 
 void pageProject(const E2eWorld &w, const std::string &options) {
     w.write("proj/store.pj", kHead +
@@ -112,7 +103,7 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
         "</FORM>\n"
         "<A HREF=\"http://h/cgi-bin/store.cgi?FNC=home__Ashop_html\" >Home</A>\n"
         "</body></html>\n";
-    const std::string module = expectedModule();
+    const std::string module = shopModule("#include <stdio.h>\n", kOrder + kHome);
     const std::string projectFile = kHead + "shop.c\nHTML Files :\nshop.html\n"
                                             "Project Options :\nProject.Name : store\n";
     const std::string main = mainFile("store");

@@ -72,7 +72,8 @@ TEST_F(Document, ListsOfUnnamedRecords) {
     VlHtmlAnch *oddName = VlHtmlAnchNew();
     oddName->fullName = strdup("plain");
     SutAddList(doc_->anchors, oddName);
-    EXPECT_EQ(takeList(VlHtmlGetAnchs(doc_.get())), (Strings{" HREF=u1", "top", " SRC=pic", "plain"}));
+    EXPECT_EQ(takeList(VlHtmlGetAnchs(doc_.get())),
+              (Strings{" HREF=u1", "top", " SRC=pic", "plain"}));
     SutList *sites = VlHtmlGetSites(doc_.get());
     EXPECT_EQ(items(sites), (Strings{"site4", "x9"}));
     SutDeleteList(sites);

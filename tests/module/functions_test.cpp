@@ -169,4 +169,3 @@ TEST(ModuleFunctions, FindingListingAndRemovingAliases) {
     EXPECT_EQ(printed([&] { EXPECT_EQ(takeList(VlModuleFuncGetAliases(fn)), Strings{}); }),
               "Could not resolve activator name\n");
 }
-

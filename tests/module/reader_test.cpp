@@ -12,18 +12,10 @@ std::string section(const char *text, const char *start, const char *end, const 
 // A module of shop.html in the canonical layout: user includes, a form
 // function, an anchor function, and an alias of the form on cart.html.
 const std::string kShopModule =
-    kModuleHead +
-    "#include <stdio.h>\n"
-    "static char _Vl_HTML_Filename[] = \"shop.html\";\n" +
-    moduleFunction("Forder", "\tint n = 0;\n", "\tn++;\n", "\treturn;\n") +
-    moduleFunction("Ahome", "", "", "") +
-    "void R_shop_html()\n"
-    "{\n"
-    "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
-    "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
-    "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
-    "\n"
-    "}/* Velmora End of Module */\n";
+    shopModule("#include <stdio.h>\n",
+               moduleFunction("Forder", "\tint n = 0;\n", "\tn++;\n", "\treturn;\n") +
+                   moduleFunction("Ahome", "", "", ""),
+               "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n");
 
 } // namespace
 

@@ -3,12 +3,6 @@
 #include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
-namespace {
-
-const std::string &kHead = kModuleHead;
-
-} // namespace
-
 TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
     Workspace ws;
     VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
@@ -26,17 +20,11 @@ TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
 
     EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
     EXPECT_EQ(ws.read("shop.c"),
-              kHead +
-                  "#include \"x.h\"\n"
-                  "static char _Vl_HTML_Filename[] = \"shop.html\";\n" +
-                  moduleFunction("Forder", "\tint a;\n", "\tcall();\n", "") +
-                  moduleFunction("Ahome", "", "", "\tdone();\n") +
-                  "void R_shop_html()\n{\n"
-                  "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
-                  "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
-                  "\tVlRegisterHtmlAlias(\"checkout__Fcart_html\",\"order__Fshop_html\");\n"
-                  "\tVlRegisterHtmlAlias(\"back__Acart_html\",\"home__Ashop_html\");\n"
-                  "\n}/* Velmora End of Module */\n");
+              shopModule("#include \"x.h\"\n",
+                         moduleFunction("Forder", "\tint a;\n", "\tcall();\n", "") +
+                             moduleFunction("Ahome", "", "", "\tdone();\n"),
+                         "\tVlRegisterHtmlAlias(\"checkout__Fcart_html\",\"order__Fshop_html\");\n"
+                         "\tVlRegisterHtmlAlias(\"back__Acart_html\",\"home__Ashop_html\");\n"));
     EXPECT_EQ(module->saved, 1);
 }
 
@@ -50,9 +38,10 @@ TEST(ModuleWrite, SavedModuleIsLeftAloneWithoutForce) {
     EXPECT_EQ(ws.scripts(), "");
     // Forced, an empty module gets the bare layout.
     EXPECT_EQ(VlModuleWrite(module, "my-page.c", 1), 1);
-    EXPECT_EQ(ws.read("my-page.c"), kHead + "static char _Vl_HTML_Filename[] = \"my-page.html\";\n"
-                                            "void R_my_page_html()\n{\n\n}"
-                                            "/* Velmora End of Module */\n");
+    EXPECT_EQ(ws.read("my-page.c"), kModuleHead +
+                                        "static char _Vl_HTML_Filename[] = \"my-page.html\";\n"
+                                        "void R_my_page_html()\n{\n\n}"
+                                        "/* Velmora End of Module */\n");
     EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|my-page.c\n");
     VlModuleDelete(module);
 }

@@ -106,12 +106,10 @@ TEST_F(Options, MergedListAndSavedUserOptions) {
 
 TEST_F(Options, ScriptAndRelocationSwitches) {
     writeGlobal("X : 1\n");
-    setOptions(
-        {"Project.Call Read/Write Scripts : True ", "Project.Relocatable Project : True"});
+    setOptions({"Project.Call Read/Write Scripts : True ", "Project.Relocatable Project : True"});
     EXPECT_EQ(VlProjCallReadWriteScripts(), 1);
     EXPECT_EQ(VlProjRelocatable(), 1);
-    setOptions(
-        {"Project.Call Read/Write Scripts : true", "Project.Relocatable Project : yes"});
+    setOptions({"Project.Call Read/Write Scripts : true", "Project.Relocatable Project : yes"});
     EXPECT_EQ(VlProjCallReadWriteScripts(), 0);
     EXPECT_EQ(VlProjRelocatable(), 0);
 }

@@ -83,8 +83,9 @@ TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     // The binding code of both functions became applied binds of the map,
     // run from the page, activator and kind of the function they came from.
     ASSERT_NE(SpmGetMapContext(), nullptr);
-    EXPECT_EQ(bindsOf(SpmGetMapContext()->spBinds), (Strings{"getorders/orders 1 shop.html|order|F",
-                                                             "gethome/homebind 1 shop.html|home|A"}));
+    EXPECT_EQ(
+        bindsOf(SpmGetMapContext()->spBinds),
+        (Strings{"getorders/orders 1 shop.html|order|F", "gethome/homebind 1 shop.html|home|A"}));
 }
 
 TEST(ProjectRead, HeaderVariantsAndInvalidFiles) {

@@ -107,4 +107,3 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
     VlModuleSetHtml(module, fresh.doc);
     VlHtmlDelete(old);
 }
-

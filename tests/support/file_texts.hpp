@@ -1,6 +1,7 @@
 // Texts of the engine's output and files that several tests write out: a
 // script that logs its calls, the program's banner, the heads of a project
-// file and of a module file, an activator function of a module, and the ten
+// file and of a module file, an activator function of a module, the module of
+// a shop page, and the ten
 // region lines of a main module (MainRegions::IS ... FE: includes,
 // declarations, initial code, registration, final code; start and end).
 #ifndef VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
@@ -17,10 +18,9 @@ inline const std::string kBanner = "No GUI Velmora Version 3.0\n";
 inline const std::string kProjectHead =
     "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\nSource files:\n";
 inline const std::string kModuleVersion = "/* Velmora Module File V1.0B */\n";
-inline const std::string kModuleHead = kModuleVersion +
-                                       "/* Velmora Start Of Tool Includes */\n"
-                                       "#include \"VlRnHtml.h\"\n"
-                                       "/* Velmora Start Of user Includes */\n";
+inline const std::string kModuleHead = kModuleVersion + "/* Velmora Start Of Tool Includes */\n"
+                                                        "#include \"VlRnHtml.h\"\n"
+                                                        "/* Velmora Start Of user Includes */\n";
 
 // One activator function of a module file with its three code sections.
 inline std::string moduleFunction(const std::string &name, const std::string &init,
@@ -29,6 +29,19 @@ inline std::string moduleFunction(const std::string &name, const std::string &in
            " ()\n/* start of initial code */\n{\n" + init + "/* start of func Code */\n" + func +
            "/* end of func code */\n/* start of final code */\n" + final +
            "}/* end of final code */\n";
+}
+
+// The module of page shop.html with the user's includes and the functions
+// Forder and Ahome (each registered for its activator), aliases registered
+// after them.
+inline std::string shopModule(const std::string &includes, const std::string &functions,
+                              const std::string &aliases = "") {
+    return kModuleHead + includes + "static char _Vl_HTML_Filename[] = \"shop.html\";\n" +
+           functions +
+           "void R_shop_html()\n{\n"
+           "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
+           "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n" +
+           aliases + "\n}/* Velmora End of Module */\n";
 }
 
 namespace MainRegions {

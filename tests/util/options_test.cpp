@@ -6,17 +6,16 @@
 
 #include <gtest/gtest.h>
 
-
 namespace {
 
 TEST(Options, LookupTakesTheFirstExactMatch) {
-    SutList *l = makeList({"bad line", nullptr, "AB : 1", "A: x", "A : 2 : with colon \r",
-                           "A : 3", "B :", "C : "});
+    SutList *l = makeList(
+        {"bad line", nullptr, "AB : 1", "A: x", "A : 2 : with colon \r", "A : 3", "B :", "C : "});
     int i = -1;
     EXPECT_EQ(take(VlGetOption(l, "A", &i)), "2 : with colon \r");
     EXPECT_EQ(i, 4);
     EXPECT_EQ(VlGetOption(l, "Z", &i), nullptr);
-    EXPECT_EQ(i, 4); // not written when nothing matches
+    EXPECT_EQ(i, 4);                              // not written when nothing matches
     EXPECT_EQ(VlGetOptionValue(l, "B"), nullptr); // shorter than "B : "
     EXPECT_EQ(take(VlGetOptionValue(l, "C")), "");
     EXPECT_EQ(VlDeleteOptions(l, "A"), 1);

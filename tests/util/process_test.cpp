@@ -31,7 +31,8 @@ TEST(Process, LaunchAndBlockCapturesOutputAndReturnsTheRawStatus) {
         // Our own pending output goes first: it was flushed before the run.
         EXPECT_EQ(VlLaunchAndBlock("echo out; echo err >&2"), 0);
         // The command sees its capture file while it runs.
-        int status = VlLaunchAndBlock(("ls " + tmp + " > " + dir.file("seen") + "; exit 3").c_str());
+        int status =
+            VlLaunchAndBlock(("ls " + tmp + " > " + dir.file("seen") + "; exit 3").c_str());
         EXPECT_EQ(status, 3 << 8); // unchanged, not decoded
         printf("after");
     });
@@ -44,8 +45,8 @@ TEST(Process, CaptureStreamsCarryBothOutputsInOrder) {
     FILE *f = VlExecCaptureOutAndErr("echo one; echo two >&2; echo three; exit 5");
     ASSERT_NE(f, nullptr);
     // A later capture child does not hold the earlier stream open.
-    std::string probe = "test -e /proc/$$/fd/" + std::to_string(fileno(f)) +
-                        " && echo inherited || echo closed";
+    std::string probe =
+        "test -e /proc/$$/fd/" + std::to_string(fileno(f)) + " && echo inherited || echo closed";
     FILE *g = VlExecCaptureOutAndErr(probe.c_str());
     ASSERT_NE(g, nullptr);
     EXPECT_EQ(readAll(f), "one\ntwo\nthree\n");
