@@ -10,10 +10,11 @@
 #include <string>
 
 // A script of a test distribution that logs its call as one line
-// "<script>: [arg] [arg] ..." to the file named by VL_SCRIPT_LOG.
+// "<script>: [arg] [arg] ..." to the file named by VL_SCRIPT_LOG. The line is
+// written at once, so scripts started in the background do not mix lines.
 inline const std::string kLoggingScript =
-    "#!/bin/sh\n{ printf '%s:' \"$(basename \"$0\")\"; "
-    "for a in \"$@\"; do printf ' [%s]' \"$a\"; done; echo; } >> \"$VL_SCRIPT_LOG\"\n";
+    "#!/bin/sh\nline=\"$(basename \"$0\"):\"\nfor a in \"$@\"; do line=\"$line [$a]\"; done\n"
+    "printf '%s\\n' \"$line\" >> \"$VL_SCRIPT_LOG\"\n";
 inline const std::string kBanner = "No GUI Velmora Version 3.0\n";
 inline const std::string kProjectHead =
     "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\nSource files:\n";
