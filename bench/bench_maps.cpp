@@ -9,11 +9,11 @@
 #include <string>
 #include <unistd.h>
 
-#include "maps/generator.h"
+#include "bindcode/generator.h"
 #include "maps/map.h"
 #include "maps/mapfile.h"
-#include "maps/parser.h"
-#include "maps/upkeep.h"
+#include "bindcode/parser.h"
+#include "bindcode/upkeep.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 // (binding code from the generator, so that it parses back into binds).
 //   make_project <directory> <pages>
 // leaves <directory>/big.pj with its pages and modules beside it.
-#include "maps/generator.h"
+#include "bindcode/generator.h"
 #include "maps/map.h"
 
 #include <cstdio>

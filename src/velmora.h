@@ -10,12 +10,14 @@
 #include "util/files.h"
 #include "util/process.h"
 #include "util/ident.h"
-#include "driver/nogui.h"
+#include "util/messages.h"
+#include "util/environment.h"
 
 /* Project */
 #include "project/project.h"
 #include "project/reader.h"
 #include "project/lookup.h"
+#include "project/callbackcode.h"
 #include "project/options.h"
 #include "project/writer.h"
 #include "project/mainmodule.h"
@@ -23,6 +25,7 @@
 #include "project/naming.h"
 #include "project/configfile.h"
 #include "project/scripts.h"
+#include "project/refresh.h"
 
 /* Modules */
 #include "module/module.h"
@@ -36,14 +39,15 @@
 #include "html/scanner.h"
 #include "html/markup.h"
 #include "html/page.h"
-#include "html/refresh.h"
 
-/* Binding maps and binding code */
+/* Binding maps */
 #include "maps/map.h"
 #include "maps/mapfile.h"
-#include "maps/parser.h"
-#include "maps/generator.h"
-#include "maps/upkeep.h"
+
+/* Binding code */
+#include "bindcode/parser.h"
+#include "bindcode/generator.h"
+#include "bindcode/upkeep.h"
 
 /* Runtime services of generated programs */
 #include "runtime/request.h"

@@ -2,7 +2,6 @@
 // reads the two paths from the command line, checks the project file and the
 // environment, merges the configuration file into the project's options and
 // has the project written back and installed.
-#include "driver/nogui.h"
 #include "html/keywords.h"
 #include "project/naming.h"
 #include "project/project.h"
@@ -12,6 +11,7 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/list.h"
+#include "util/messages.h"
 #include "util/options.h"
 #include "util/strings.h"
 
@@ -24,14 +24,14 @@ namespace {
 // The argument at index i, or null past the end of the vector: a trailing
 // "-p" or "-c" (or a group such as "-pc" short of values) reads the null
 // entry and leaves its path unset instead of reading beyond argv.
-const char *argAt(int argc, char **argv, int i) {
+const char *ArgAt(int argc, char **argv, int i) {
     return i < argc ? argv[i] : nullptr;
 }
 
 // Reading the project makes its directory the working directory, so a
 // relative path given on the command line is taken from where the program
 // started (an empty path stays empty).
-std::string fromStart(const std::string &startDir, const char *path) {
+std::string FromStart(const std::string &startDir, const char *path) {
     if (!*path || path[0] == '/' || startDir.empty()) return path;
     return startDir + "/" + path;
 }
@@ -52,16 +52,16 @@ int main(int argc, char **argv) {
     const char *configPath = nullptr;
     int left = argc;
     int at = 0;
-    while (--left > 0 && argAt(argc, argv, ++at)[0] == '-') {
+    while (--left > 0 && ArgAt(argc, argv, ++at)[0] == '-') {
         for (const char *s = argv[at] + 1; *s; ++s) {
             switch (*s) {
             case 'c':
                 if (--left < 1) std::printf("-c requires another argument");
-                configPath = argAt(argc, argv, ++at);
+                configPath = ArgAt(argc, argv, ++at);
                 break;
             case 'p':
                 if (--left < 1) std::printf("-p requires another argument");
-                projectPath = argAt(argc, argv, ++at);
+                projectPath = ArgAt(argc, argv, ++at);
                 break;
             default:
                 std::printf("unknown command line option: %c", *s);
@@ -90,8 +90,8 @@ int main(int argc, char **argv) {
     }
 
     VlCharPtr startDir(VlGetCurrentDir());
-    const std::string project = fromStart(startDir.get(), projectPath);
-    const std::string configFile = fromStart(startDir.get(), config);
+    const std::string project = FromStart(startDir.get(), projectPath);
+    const std::string configFile = FromStart(startDir.get(), config);
 
     VlProjNew(projectPath, 0);
     SutList *options = VlProjGetOptions();

@@ -1,28 +1,12 @@
-// The command-line build's stand-ins for the graphical builder. The shared
-// code calls these where the builder would show a dialog, look a message up in
-// its catalog, or drive a toolkit widget; here they print, pass the default
-// text through, or do nothing.
-#include "driver/nogui.h"
+// The command-line build's stand-ins for the graphical toolkit and the
+// builder's editors (declared in util/toolkit.hpp): the shared code calls them
+// where the builder would drive a widget or an editor; here they do nothing,
+// answer with a null handle, or accept.
+#include "util/toolkit.hpp"
 
 #include "util/strings.h"
 
-#include <cstdio>
-
 extern "C" {
-
-void VlGUIError(const char *message) {
-    std::printf("%s\n", message ? message : "(null)");
-}
-
-void VlCatOpen(void) {}
-void VlCatClose(void) {}
-const char *VlCatGets(int, int, const char *defaultText) {
-    return defaultText;
-}
-const char *GCatb(int, int) {
-    static const char blank[] = " ";
-    return blank;
-}
 
 // A fixed placeholder: binding identifiers built in this build carry "Hello".
 char *SgeGetObjTypeIdFromInt(int) {

@@ -13,8 +13,8 @@
 #include <unordered_map>
 
 #include "html/page.h"
-#include "util/list.h"
 #include "util/heap.hpp"
+#include "util/list.h"
 #include "util/strings.h"
 
 namespace {
@@ -27,13 +27,6 @@ char *theProjUrl = nullptr;
 
 bool IsEmpty(const char *s) {
     return s == nullptr || *s == '\0';
-}
-
-// Replaces an owned string field with a copy of value (null stays null).
-void SetField(char **field, const char *value) {
-    char *copy = StrDup(value);
-    free(*field);
-    *field = copy;
 }
 
 void SetFieldOwned(char **field, char *value) {
@@ -149,7 +142,7 @@ extern "C" {
 
 int VlHtmlSetProjName(const char *url) {
     if (IsEmpty(url)) return 0;
-    SetField(&theProjUrl, url);
+    VlReplaceString(&theProjUrl, url);
     return 1;
 }
 
@@ -369,7 +362,7 @@ int VlHtmlFormSetName(VlHtmlDoc *doc, VlHtmlForm *form, const char *shortName) {
     form->named = 1;
     doc->changed = 1;
     doc->formsChanged = 1;
-    SetField(&form->method, "post");
+    VlReplaceString(&form->method, "post");
     SetFieldOwned(&form->action, VlCopyString(theProjUrl));
     return 0;
 }
@@ -415,7 +408,7 @@ int VlHtmlGenFormNames(VlHtmlDoc *doc) {
         char *generated = NextGeneratedName("form", &doc->nextFormNumber);
         SetFieldOwned(&f->fullName, MakeFullName(doc, generated, 'F'));
         free(generated);
-        SetField(&f->method, "post");
+        VlReplaceString(&f->method, "post");
         SetFieldOwned(&f->action, VlCopyString(theProjUrl));
         doc->changed = 1;
         doc->formsChanged = 1;
@@ -467,7 +460,7 @@ int VlSetLastSiteNumber(VlHtmlDoc *doc) {
 int VlHtmlSetFormURL(VlHtmlDoc *doc, VlHtmlForm *form, const char *url) {
     if (!doc || !form || IsEmpty(url)) return 0;
     if (form->action && strcmp(form->action, url) == 0) return 1;
-    SetField(&form->action, url);
+    VlReplaceString(&form->action, url);
     doc->changed = 1;
     doc->formsChanged = 1;
     return 1;
@@ -476,7 +469,7 @@ int VlHtmlSetFormURL(VlHtmlDoc *doc, VlHtmlForm *form, const char *url) {
 int VlHtmlSetAnchURL(VlHtmlDoc *doc, VlHtmlAnch *anchor, const char *url) {
     if (!doc || !anchor || IsEmpty(url)) return 0;
     if (anchor->url && strcmp(anchor->url, url) == 0) return 1;
-    SetField(&anchor->url, url);
+    VlReplaceString(&anchor->url, url);
     doc->changed = 1;
     doc->anchorsChanged = 1;
     return 1;
@@ -487,31 +480,31 @@ int VlHtmlMarkOrigNames(VlHtmlDoc *doc) {
     for (int i = 0; i < SutSizList(doc->forms); i++) {
         auto *f = static_cast<VlHtmlForm *>(SutGetNList(doc->forms, i));
         if (!f) continue;
-        SetField(&f->origFullName, f->fullName);
-        SetField(&f->origAction, f->action);
-        SetField(&f->origMethod, f->method);
+        VlReplaceString(&f->origFullName, f->fullName);
+        VlReplaceString(&f->origAction, f->action);
+        VlReplaceString(&f->origMethod, f->method);
         for (int j = 0; j < SutSizList(f->elements); j++) {
             auto *e = static_cast<VlHtmlFormElement *>(SutGetNList(f->elements, j));
-            if (e) SetField(&e->origFormName, e->formName);
+            if (e) VlReplaceString(&e->origFormName, e->formName);
         }
     }
     for (int i = 0; i < SutSizList(doc->sites); i++) {
         auto *s = static_cast<VlHtmlSite *>(SutGetNList(doc->sites, i));
-        if (s) SetField(&s->origName, s->name);
+        if (s) VlReplaceString(&s->origName, s->name);
     }
     for (int i = 0; i < SutSizList(doc->anchors); i++) {
         auto *a = static_cast<VlHtmlAnch *>(SutGetNList(doc->anchors, i));
         if (!a) continue;
-        SetField(&a->origFullName, a->fullName);
-        SetField(&a->origUrl, a->url);
+        VlReplaceString(&a->origFullName, a->fullName);
+        VlReplaceString(&a->origUrl, a->url);
     }
     return 1;
 }
 
 int VlHtmlSetName(VlHtmlDoc *doc, const char *path) {
     if (!doc || IsEmpty(path)) return 0;
-    SetField(&doc->name, path);
-    SetField(&doc->path, path);
+    VlReplaceString(&doc->name, path);
+    VlReplaceString(&doc->path, path);
     char *base = VlGetFileFromFullPath(path);
     std::string mod = base ? base : "";
     free(base);

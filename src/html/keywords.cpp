@@ -18,10 +18,6 @@ namespace {
 
 SutList *keyWords = nullptr;
 
-bool isAlnum(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
 } // namespace
 
 extern "C" {
@@ -32,7 +28,7 @@ int VlIsKeyWord(const char *line) {
     if (line[n - 1] == '|') n--; // one bar at the very end is allowed
     if (n == 0) return 0;
     for (size_t i = 0; i < n; i++)
-        if (!isAlnum(line[i])) return 0;
+        if (!vlscan::IsAlnum(line[i])) return 0;
     return 1;
 }
 

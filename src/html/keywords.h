@@ -2,8 +2,8 @@
 #ifndef VELMORA_HTML_KEYWORDS_H
 #define VELMORA_HTML_KEYWORDS_H
 
-#include "util/list.h"
 #include "html/document.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {

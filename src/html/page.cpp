@@ -13,9 +13,9 @@
 #include "html/markup.h"
 #include "html/scanner.h"
 #include "project/naming.h"
-#include "project/project.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/process.h"
 
 namespace {

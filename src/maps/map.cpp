@@ -8,9 +8,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <vector>
 #include <utility>
+#include <vector>
 
+#include "maps/fields.hpp"
 #include "util/heap.hpp"
 #include "util/strings.h"
 
@@ -19,36 +20,13 @@ namespace {
 SpmMap *theMapContext = nullptr;
 int mapVerified = 0;
 
-// Replaces an owned string field by a copy of src (null stays null).
-void replaceString(char **field, const char *src) {
-    char *copy = StrDup(src);
-    free(*field);
-    *field = copy;
-}
-
-// A new list holding copies of the strings of src; null for null.
-SutList *copyStringList(const SutList *src) {
-    if (!src) return nullptr;
-    SutList *copy = SutNewList();
-    if (!copy) return nullptr;
-    for (int i = 0; i < SutSizList(src); i++)
-        SutAddList(copy, StrDup(static_cast<const char *>(SutGetNList(src, i))));
-    return copy;
-}
-
-void replaceStringList(SutList **field, const SutList *src) {
-    SutList *copy = copyStringList(src);
-    SutDestroyList(*field);
-    *field = copy;
-}
-
 // Number of items of a child list; an absent list holds none.
-int countOf(const SutList *list) {
+int CountOf(const SutList *list) {
     return list ? SutSizList(list) : 0;
 }
 
 // Makes a child record, creates the owning list if needed and appends it.
-template <typename T> T *addChild(SutList **list, T *(*make)(), int (*destroy)(T **)) {
+template <typename T> T *AddChild(SutList **list, T *(*make)(), int (*destroy)(T **)) {
     T *child = make();
     if (!child) return nullptr;
     if (!*list) *list = SutNewList();
@@ -60,7 +38,7 @@ template <typename T> T *addChild(SutList **list, T *(*make)(), int (*destroy)(T
 }
 
 // Fills a bind with the given numbers of children; 0 when one fails.
-int fillLists(SpmSPBind *bind, int numCol, int numCall, int numArg) {
+int FillLists(SpmSPBind *bind, int numCol, int numCall, int numArg) {
     for (int i = 0; i < numCol; i++)
         if (!SpmAddColBindToSP(bind)) return 0;
     for (int i = 0; i < numCall; i++)
@@ -70,17 +48,16 @@ int fillLists(SpmSPBind *bind, int numCol, int numCall, int numArg) {
     return 1;
 }
 
-// Destroys every item of an owned list of records, then the list itself.
-template <typename T> void destroyRecords(SutList **list, int (*destroy)(T **)) {
-    for (int i = 0; i < SutSizList(*list); i++) {
-        T *item = static_cast<T *>(SutGetNList(*list, i));
-        destroy(&item);
-    }
-    SutDeleteList(*list);
-    *list = nullptr;
+// Releases the record in *holder with all it owns and clears the holder: 0,
+// or -1 when there is none.
+template <typename T> int DestroyHeld(T **holder, const BindRecordKind &kind) {
+    if (!holder || !*holder) return -1;
+    DestroyBindRecord(*holder, kind);
+    *holder = nullptr;
+    return 0;
 }
 
-SpmCallbackBind *firstCallBind(const SpmSPBind *bind) {
+SpmCallbackBind *FirstCallBind(const SpmSPBind *bind) {
     return bind ? static_cast<SpmCallbackBind *>(SutGetNList(bind->callBinds, 0)) : nullptr;
 }
 
@@ -148,21 +125,21 @@ SpmSPBind *SpmAddSPBind(void) {
 }
 
 SpmColBind *SpmAddColBindToSP(SpmSPBind *bind) {
-    return bind ? addChild(&bind->colBinds, SpmNewColBind, SpmDestroyColBind) : nullptr;
+    return bind ? AddChild(&bind->colBinds, SpmNewColBind, SpmDestroyColBind) : nullptr;
 }
 
 SpmCallbackBind *SpmAddCallbackBindToSP(SpmSPBind *bind) {
-    return bind ? addChild(&bind->callBinds, SpmNewCallbackBind, SpmDestroyCallbackBind) : nullptr;
+    return bind ? AddChild(&bind->callBinds, SpmNewCallbackBind, SpmDestroyCallbackBind) : nullptr;
 }
 
 SpmArgBind *SpmAddArgBindToSP(SpmSPBind *bind) {
-    return bind ? addChild(&bind->argBinds, SpmNewArgBind, SpmDestroyArgBind) : nullptr;
+    return bind ? AddChild(&bind->argBinds, SpmNewArgBind, SpmDestroyArgBind) : nullptr;
 }
 
 SpmSPBind *SpmCreateListsForSpmBind(int numCol, int numCall, int numArg) {
     SpmSPBind *bind = SpmNewSPBind();
     if (!bind) return nullptr;
-    if (!fillLists(bind, numCol, numCall, numArg)) {
+    if (!FillLists(bind, numCol, numCall, numArg)) {
         SpmDestroySPBind(&bind);
         return nullptr;
     }
@@ -172,7 +149,7 @@ SpmSPBind *SpmCreateListsForSpmBind(int numCol, int numCall, int numArg) {
 SpmSPBind *SpmAddSPBindAndCreateLists(int numCol, int numCall, int numArg) {
     SpmSPBind *bind = SpmAddSPBind();
     if (!bind) return nullptr;
-    if (!fillLists(bind, numCol, numCall, numArg)) {
+    if (!FillLists(bind, numCol, numCall, numArg)) {
         // The half-built bind was appended last: take it out of the map again.
         if (SutGetNList(theMapContext->spBinds, SutSizList(theMapContext->spBinds) - 1) == bind)
             SutRemoveList(theMapContext->spBinds);
@@ -185,7 +162,11 @@ SpmSPBind *SpmAddSPBindAndCreateLists(int numCol, int numCall, int numArg) {
 int SpmDestroyMap(SpmMap **mapPtr) {
     if (!mapPtr || !*mapPtr) return -1;
     SpmMap *map = *mapPtr;
-    destroyRecords(&map->spBinds, SpmDestroySPBind);
+    for (int i = 0; i < SutSizList(map->spBinds); i++) {
+        auto *bind = static_cast<SpmSPBind *>(SutGetNList(map->spBinds, i));
+        SpmDestroySPBind(&bind);
+    }
+    SutDeleteList(map->spBinds);
     SutDestroyList(map->interfaces);
     free(map);
     *mapPtr = nullptr;
@@ -193,69 +174,19 @@ int SpmDestroyMap(SpmMap **mapPtr) {
 }
 
 int SpmDestroySPBind(SpmSPBind **bindPtr) {
-    if (!bindPtr || !*bindPtr) return -1;
-    SpmSPBind *bind = *bindPtr;
-    free(bind->servername);
-    free(bind->dbname);
-    free(bind->name);
-    free(bind->altName);
-    free(bind->cacheFlag);
-    free(bind->cacheKey);
-    free(bind->indexKey);
-    SutDestroyList(bind->sqlFrags);
-    SutDestroyList(bind->options);
-    destroyRecords(&bind->colBinds, SpmDestroyColBind);
-    destroyRecords(&bind->callBinds, SpmDestroyCallbackBind);
-    destroyRecords(&bind->argBinds, SpmDestroyArgBind);
-    free(bind);
-    *bindPtr = nullptr;
-    return 0;
+    return DestroyHeld(bindPtr, kSPBindKind);
 }
 
 int SpmDestroyColBind(SpmColBind **colPtr) {
-    if (!colPtr || !*colPtr) return -1;
-    SpmColBind *col = *colPtr;
-    free(col->swidget);
-    free(col->interface);
-    free(col->tableName);
-    free(col->columnName);
-    free(col->dataType);
-    free(col->popCallbackName);
-    free(col->clientData);
-    SutDestroyList(col->options);
-    free(col);
-    *colPtr = nullptr;
-    return 0;
+    return DestroyHeld(colPtr, kColBindKind);
 }
 
 int SpmDestroyCallbackBind(SpmCallbackBind **callPtr) {
-    if (!callPtr || !*callPtr) return -1;
-    SpmCallbackBind *call = *callPtr;
-    free(call->swidget);
-    free(call->interface);
-    free(call->callbackName);
-    free(call->initCode);
-    free(call->finalCode);
-    free(call->useDialog);
-    free(call->indexFlag);
-    free(call->indexValue);
-    free(call->queueFile);
-    SutDestroyList(call->options);
-    free(call);
-    *callPtr = nullptr;
-    return 0;
+    return DestroyHeld(callPtr, kCallbackBindKind);
 }
 
 int SpmDestroyArgBind(SpmArgBind **argPtr) {
-    if (!argPtr || !*argPtr) return -1;
-    SpmArgBind *arg = *argPtr;
-    free(arg->argName);
-    free(arg->dataType);
-    free(arg->initCode);
-    SutDestroyList(arg->options);
-    free(arg);
-    *argPtr = nullptr;
-    return 0;
+    return DestroyHeld(argPtr, kArgBindKind);
 }
 
 int SpmAddIface(SpmMap *map, const char *name) {
@@ -323,7 +254,7 @@ SutList *AcGetBindings(const char *interface, const char *swidget, const char *c
     SutList *binds = theMapContext->spBinds;
     for (int i = 0; i < SutSizList(binds); i++) {
         auto *bind = static_cast<SpmSPBind *>(SutGetNList(binds, i));
-        SpmCallbackBind *call = firstCallBind(bind);
+        SpmCallbackBind *call = FirstCallBind(bind);
         if (!call || !bind->beenApplied) continue;
         if (StrCmp(call->interface, interface) == 0 && StrCmp(call->swidget, swidget) == 0 &&
             StrCmp(call->callbackName, callbackName) == 0)
@@ -353,100 +284,23 @@ int SpmGetKindOfSP(SpmSPBind *) {
 
 int SpmCopy(SpmSPBind *dest, SpmSPBind *src) {
     if (!dest || !src) return 0;
-    if (countOf(dest->colBinds) != countOf(src->colBinds) ||
-        countOf(dest->argBinds) != countOf(src->argBinds)) {
+    if (CountOf(dest->colBinds) != CountOf(src->colBinds) ||
+        CountOf(dest->argBinds) != CountOf(src->argBinds)) {
         printf("Error - Source colbinds/argbinds don't match destination.\n");
         return 0;
     }
-    int srcCalls = countOf(src->callBinds);
-    while (countOf(dest->callBinds) < srcCalls)
+    int srcCalls = CountOf(src->callBinds);
+    while (CountOf(dest->callBinds) < srcCalls)
         if (!SpmAddCallbackBindToSP(dest)) return 0;
     // The position advances while the list shrinks, so only every other
     // surplus callback bind is removed; old maps depend on this.
-    for (int pos = srcCalls; pos < countOf(dest->callBinds); pos++) {
+    for (int pos = srcCalls; pos < CountOf(dest->callBinds); pos++) {
         auto *call = static_cast<SpmCallbackBind *>(SutRemoveNList(dest->callBinds, pos));
         SpmDestroyCallbackBind(&call);
     }
 
-    replaceString(&dest->servername, src->servername);
-    replaceString(&dest->dbname, src->dbname);
-    replaceString(&dest->name, src->name);
-    replaceString(&dest->altName, src->altName);
-    replaceString(&dest->cacheFlag, src->cacheFlag);
-    replaceString(&dest->cacheKey, src->cacheKey);
-    replaceString(&dest->indexKey, src->indexKey);
-    replaceStringList(&dest->sqlFrags, src->sqlFrags);
-    replaceStringList(&dest->options, src->options);
-    dest->dbVendor = src->dbVendor;
-    dest->serverid = src->serverid;
-    dest->dbid = src->dbid;
-    dest->id = src->id;
-    dest->editor = src->editor;
-    dest->isChanged = src->isChanged;
-    dest->beenApplied = src->beenApplied;
-
-    for (int i = 0; i < countOf(src->colBinds); i++) {
-        auto *s = static_cast<SpmColBind *>(SutGetNList(src->colBinds, i));
-        auto *d = static_cast<SpmColBind *>(SutGetNList(dest->colBinds, i));
-        if (!s || !d) continue;
-        replaceString(&d->interface, s->interface);
-        replaceString(&d->tableName, s->tableName);
-        replaceString(&d->columnName, s->columnName);
-        replaceString(&d->dataType, s->dataType);
-        replaceString(&d->popCallbackName, s->popCallbackName);
-        replaceString(&d->clientData, s->clientData);
-        d->order = s->order;
-        d->tableId = s->tableId;
-        d->columnId = s->columnId;
-        d->dataTypeId = s->dataTypeId;
-        d->dataSize = s->dataSize;
-        d->isChanged = s->isChanged;
-        d->spare = s->spare;
-        d->group = s->group;
-        d->computeId = s->computeId;
-        d->computeColumn = s->computeColumn;
-        replaceStringList(&d->options, s->options);
-        // A copy feeds no widget until its caller binds it.
-        free(d->swidget);
-        d->swidget = nullptr;
-    }
-
-    for (int i = 0; i < srcCalls; i++) {
-        auto *s = static_cast<SpmCallbackBind *>(SutGetNList(src->callBinds, i));
-        auto *d = static_cast<SpmCallbackBind *>(SutGetNList(dest->callBinds, i));
-        if (!s || !d) continue;
-        replaceString(&d->interface, s->interface);
-        replaceString(&d->callbackName, s->callbackName);
-        replaceString(&d->indexFlag, s->indexFlag);
-        replaceString(&d->indexValue, s->indexValue);
-        replaceString(&d->queueFile, s->queueFile);
-        replaceString(&d->initCode, s->initCode);
-        replaceString(&d->finalCode, s->finalCode);
-        replaceString(&d->useDialog, s->useDialog);
-        d->isWritten = s->isWritten;
-        d->maxRows = s->maxRows;
-        d->isChanged = s->isChanged;
-        d->transientC = s->transientC;
-        d->callOrder = s->callOrder;
-        replaceStringList(&d->options, s->options);
-        free(d->swidget);
-        d->swidget = nullptr;
-    }
-
-    for (int i = 0; i < countOf(src->argBinds); i++) {
-        auto *s = static_cast<SpmArgBind *>(SutGetNList(src->argBinds, i));
-        auto *d = static_cast<SpmArgBind *>(SutGetNList(dest->argBinds, i));
-        if (!s || !d) continue;
-        replaceString(&d->argName, s->argName);
-        replaceString(&d->dataType, s->dataType);
-        replaceString(&d->initCode, s->initCode);
-        d->argId = s->argId;
-        d->dataTypeId = s->dataTypeId;
-        d->dataSize = s->dataSize;
-        d->isChanged = s->isChanged;
-        d->spare = s->spare;
-        replaceStringList(&d->options, s->options);
-    }
+    // Every field and, by position, every child record.
+    CopyBindFields(dest, src, kSPBindKind);
     return 1;
 }
 
@@ -456,8 +310,8 @@ int SgeSpmCopy(SpmSPBind *dest, SpmSPBind *src) {
 
 SpmSPBind *SpmDup(SpmSPBind *src) {
     if (!src) return nullptr;
-    SpmSPBind *copy = SpmCreateListsForSpmBind(countOf(src->colBinds), countOf(src->callBinds),
-                                               countOf(src->argBinds));
+    SpmSPBind *copy = SpmCreateListsForSpmBind(CountOf(src->colBinds), CountOf(src->callBinds),
+                                               CountOf(src->argBinds));
     if (!copy) return nullptr;
     if (!SpmCopy(copy, src)) {
         SpmDestroySPBind(&copy);
@@ -500,7 +354,7 @@ char *WbeGetUniqueSPName(const char *base) {
 SpmSPBind *PjDuplicateObjBinding(SpmSPBind *src, const char *interface, const char *swidget) {
     SpmSPBind *copy = SpmDup(src);
     if (!copy) return nullptr;
-    SpmCallbackBind *call = firstCallBind(copy);
+    SpmCallbackBind *call = FirstCallBind(copy);
     if (!call) {
         SpmDestroySPBind(&copy);
         return nullptr;
@@ -508,8 +362,8 @@ SpmSPBind *PjDuplicateObjBinding(SpmSPBind *src, const char *interface, const ch
     copy->isChanged = 1;
     copy->beenApplied = 1;
     copy->editor = nullptr;
-    replaceString(&call->interface, interface);
-    replaceString(&call->swidget, swidget);
+    VlReplaceString(&call->interface, interface);
+    VlReplaceString(&call->swidget, swidget);
     char *unique = WbeGetUniqueSPName(src->altName);
     free(copy->altName);
     copy->altName = unique;
@@ -519,8 +373,8 @@ SpmSPBind *PjDuplicateObjBinding(SpmSPBind *src, const char *interface, const ch
 void AcCopyActBind(SpmCallbackBind *dest, SpmCallbackBind *src) {
     if (!dest || !src) return;
     dest->callOrder = src->callOrder;
-    replaceString(&dest->initCode, src->initCode);
-    replaceString(&dest->finalCode, src->finalCode);
+    VlReplaceString(&dest->initCode, src->initCode);
+    VlReplaceString(&dest->finalCode, src->finalCode);
 }
 
 int WbeMarkSpMapAsChanged(SpmSPBind *bind) {
@@ -551,8 +405,8 @@ void AcSortBindings(SutList *binds) {
     void **items = binds->items;
     for (int i = 1; i < count; i++) {
         for (int j = count - 1; j >= i; j--) {
-            SpmCallbackBind *later = firstCallBind(static_cast<SpmSPBind *>(items[j]));
-            SpmCallbackBind *earlier = firstCallBind(static_cast<SpmSPBind *>(items[j - 1]));
+            SpmCallbackBind *later = FirstCallBind(static_cast<SpmSPBind *>(items[j]));
+            SpmCallbackBind *earlier = FirstCallBind(static_cast<SpmSPBind *>(items[j - 1]));
             // A missing bind or activator ends the sort where it stands.
             if (!later || !earlier) return;
             if (later->callOrder < earlier->callOrder) std::swap(items[j - 1], items[j]);

@@ -7,11 +7,10 @@
 
 #include <memory>
 
-#include "driver/nogui.h"
 #include "project/lookup.h"
-#include "project/project.h"
-#include "util/ident.h"
 #include "util/heap.hpp"
+#include "util/ident.h"
+#include "util/messages.h"
 #include "util/strings.h"
 
 namespace {
@@ -26,13 +25,6 @@ VlAlias *AliasAt(const VlFunction *fn, int i) {
 
 char TypeLetter(const char *type) {
     return type ? type[0] : '\0';
-}
-
-/* Replaces a text field by a copy of text, freeing the old one. */
-void ReplaceText(char **field, const char *text) {
-    char *copy = StrDup(text);
-    free(*field);
-    *field = copy;
 }
 
 /* Position of the function serving the form or the anchor, or -1. */
@@ -91,7 +83,7 @@ int SetFunctionCode(VlHtmlDoc *page, const char *shortName, const char *type, co
                     bool initial) {
     VlFunction *fn = VlModuleGetFuncByActivator(page, shortName, type);
     if (!fn) return 0;
-    ReplaceText(initial ? &fn->initCode : &fn->finalCode, code);
+    VlReplaceString(initial ? &fn->initCode : &fn->finalCode, code);
     VlModuleSetChanged(VlProjGetModule(page));
     return 1;
 }
@@ -106,7 +98,7 @@ int VlModuleAddFunc(VlModule *module, VlHtmlForm *form, VlHtmlAnch *anchor, cons
     module->saved = 0;
     int pos = FindFunction(module, form, anchor);
     if (pos >= 0) {
-        ReplaceText(&FunctionAt(module, pos)->funcCode, funcCode);
+        VlReplaceString(&FunctionAt(module, pos)->funcCode, funcCode);
         return 1;
     }
     auto *fn = static_cast<VlFunction *>(calloc(1, sizeof(VlFunction)));
@@ -177,7 +169,7 @@ char *VlModuleGetUserIncludes(VlHtmlDoc *page) {
 int VlModuleSetUserIncludes(VlHtmlDoc *page, const char *text) {
     VlModule *module = VlProjGetModule(page);
     if (!module) return 0;
-    ReplaceText(&module->userIncludes, text);
+    VlReplaceString(&module->userIncludes, text);
     module->saved = 0;
     return 1;
 }

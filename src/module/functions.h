@@ -4,9 +4,9 @@
 #ifndef VELMORA_MODULE_FUNCTIONS_H
 #define VELMORA_MODULE_FUNCTIONS_H
 
-#include "util/list.h"
 #include "html/document.h"
 #include "module/module.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -14,9 +14,9 @@
 #include "html/document.h"
 #include "project/lookup.h"
 #include "project/options.h"
-#include "project/project.h"
-#include "util/process.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
+#include "util/process.h"
 #include "util/strings.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #define VELMORA_MODULE_MODULE_H
 
 #include <time.h>
-#include "util/list.h"
 #include "html/document.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -12,15 +12,14 @@
 #include <memory>
 #include <string>
 
-#include "driver/nogui.h"
+#include "bindcode/parser.h"
 #include "html/document.h"
-#include "maps/parser.h"
 #include "module/functions.h"
 #include "project/lookup.h"
 #include "project/naming.h"
-#include "project/project.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/strings.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #ifndef VELMORA_MODULE_READER_H
 #define VELMORA_MODULE_READER_H
 
-#include "util/list.h"
 #include "module/module.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {

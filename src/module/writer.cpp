@@ -10,12 +10,11 @@
 #include <memory>
 #include <string>
 
-#include "driver/nogui.h"
 #include "html/document.h"
 #include "project/naming.h"
-#include "project/project.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 
 namespace {
 

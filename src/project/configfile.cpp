@@ -9,6 +9,7 @@
 #include "project/options.h"
 #include "project/project.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/strings.h"
 
 SutList *theConfigOptions = nullptr;

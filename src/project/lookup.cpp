@@ -1,6 +1,5 @@
 /* Lookups over the current project's modules and pages, the small project
- * queries, the form and anchor operations that reach every module, and the
- * entry through which regenerated binding code reaches an activator function. */
+ * queries, and the form and anchor operations that reach every module. */
 #include "project/lookup.h"
 
 #include <string.h>
@@ -41,29 +40,6 @@ template <typename NameOf> char *BlankJoined(int count, int onlyExisting, NameOf
         out += name.get();
     }
     return VlHeapCopy(out);
-}
-
-/* Installs or removes the func code of the activator's function. */
-int AddActivatorCode(const char *pageName, const char *widget, const char *code, bool anchor) {
-    VlHtmlDoc *page = VlProjGetHtml(pageName);
-    if (!page) return 0;
-    VlHtmlForm *form = anchor ? nullptr : VlHtmlGetFormByName(page, widget);
-    VlHtmlAnch *anch = anchor ? VlHtmlGetAnchByName(page, widget) : nullptr;
-    if (!form && !anch) return 0;
-    VlModule *module = VlProjGetModule(page);
-    if (!code) {
-        // Taking code away never creates a function.
-        VlFunction *fn =
-            anchor ? VlModuleGetFuncByAnch(module, anch) : VlModuleGetFuncByForm(module, form);
-        return fn ? VlModuleAddFunc(module, form, anch, nullptr) : 1;
-    }
-    if (!module) {
-        // A page whose module file was never written gets its module now, so
-        // the code is not lost at the next write.
-        module = VlModuleNew(page);
-        SutAddList(theProj->modules, module);
-    }
-    return VlModuleAddFunc(module, form, anch, code);
 }
 
 // Between VlProjBeginPageLookups and VlProjEndPageLookups: the position of
@@ -214,14 +190,6 @@ int VlProjDeleteAnch(VlHtmlDoc *page, VlHtmlAnch *anchor, int) {
     for (int i = 0; i < ModuleCount(); i++)
         VlModuleDeleteAnch(ModuleAt(i), page, anchor);
     return 1;
-}
-
-int VlProjAddHtmlAnch(const char *pageName, const char *widget, const char *code) {
-    return AddActivatorCode(pageName, widget, code, true);
-}
-
-int VlProjAddHtmlForm(const char *pageName, const char *widget, const char *code) {
-    return AddActivatorCode(pageName, widget, code, false);
 }
 
 } // extern "C"

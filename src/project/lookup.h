@@ -1,6 +1,5 @@
-/* Lookups and queries over the current project's modules and pages, the
- * project-wide form and anchor operations, and the installing of callback code
- * into the activator function of a page's form or anchor. */
+/* Lookups and queries over the current project's modules and pages, and the
+ * project-wide form and anchor operations. */
 #ifndef VELMORA_PROJECT_LOOKUP_H
 #define VELMORA_PROJECT_LOOKUP_H
 
@@ -47,13 +46,6 @@ int VlProjChangeFormPtr(VlHtmlDoc *page, VlHtmlForm *oldForm, VlHtmlForm *newFor
 int VlProjChangeAnchPtr(VlHtmlDoc *page, VlHtmlAnch *oldAnchor, VlHtmlAnch *newAnchor);
 int VlProjDeleteForm(VlHtmlDoc *page, VlHtmlForm *form, int unused);
 int VlProjDeleteAnch(VlHtmlDoc *page, VlHtmlAnch *anchor, int unused);
-
-/* Sets the func code of the function serving the anchor (form) named widget
- * on the page named pageName, creating the function (and the page's module)
- * when needed; a null code takes the code away. 1 when done, 0 when the page
- * or the activator is unknown. */
-int VlProjAddHtmlAnch(const char *pageName, const char *widget, const char *code);
-int VlProjAddHtmlForm(const char *pageName, const char *widget, const char *code);
 
 #ifdef __cplusplus
 }

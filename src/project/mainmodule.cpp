@@ -17,8 +17,10 @@
 #include "project/naming.h"
 #include "project/options.h"
 #include "project/project.h"
+#include "util/environment.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/strings.h"
 
 namespace {

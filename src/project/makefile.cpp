@@ -10,9 +10,11 @@
 #include "project/lookup.h"
 #include "project/options.h"
 #include "project/project.h"
+#include "util/environment.h"
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/list.h"
+#include "util/messages.h"
 #include "util/strings.h"
 
 extern "C" {

@@ -8,7 +8,6 @@
 #include <cstring>
 #include <string>
 
-#include "driver/nogui.h"
 #include "html/document.h"
 #include "module/module.h"
 #include "project/makefile.h"
@@ -16,6 +15,7 @@
 #include "project/project.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/strings.h"
 
 extern "C" {

@@ -12,10 +12,11 @@
 #include <utility>
 #include <vector>
 
-#include "driver/nogui.h"
 #include "project/project.h"
+#include "util/environment.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/options.h"
 #include "util/strings.h"
 

@@ -1,22 +1,19 @@
-// The one current project (theProj) and the process-wide distribution
-// directory: creating an empty project, deleting the current one with all it
-// owns, the small getters, and the environment and message helpers that the
-// project code prints and looks things up with.
+// The one current project (theProj): creating an empty project, deleting the
+// current one with all it owns, and the small getters.
 #include "project/project.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "bindcode/upkeep.h"
 #include "html/document.h"
-#include "maps/upkeep.h"
 #include "module/module.h"
 #include "project/mainmodule.h"
 #include "util/list.h"
 #include "util/strings.h"
 
 VlProject *theProj = nullptr;
-char *theDistDir = nullptr;
 
 extern "C" {
 
@@ -72,36 +69,6 @@ void VlProjSetOptions(SutList *list) {
 
 char *VlProjGetName(void) {
     return theProj ? theProj->name : nullptr;
-}
-
-char *VlGetEnv(const char *name) {
-    const char *value = name && *name ? getenv(name) : nullptr;
-    return VlCopyString(value);
-}
-
-char *VlGetDistDir(void) {
-    if (!theDistDir) {
-        const char *value = getenv("VELMORA");
-        if (!value) return nullptr;
-        theDistDir = StrDup(value);
-        size_t n = strlen(theDistDir);
-        if (n > 0 && (theDistDir[n - 1] == '/' || theDistDir[n - 1] == '\\'))
-            theDistDir[n - 1] = '\0';
-    }
-    return theDistDir;
-}
-
-char *GetVelmoraDir(void) {
-    return StrDup(VlGetDistDir());
-}
-
-void VlResetDistDir(void) {
-    free(theDistDir);
-    theDistDir = nullptr;
-}
-
-void VlPrintError(const char *text) {
-    if (text) fputs(text, stdout);
 }
 
 } // extern "C"

@@ -4,9 +4,9 @@
 #define VELMORA_PROJECT_PROJECT_H
 
 #include <time.h>
-#include "util/list.h"
 #include "html/document.h"
 #include "module/module.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -32,7 +32,6 @@ typedef struct VlProject {
 } VlProject;
 
 extern VlProject *theProj;
-extern char *theDistDir;
 
 /* The current project. VlProjNewEmpty deletes the one that was current and
  * makes a new empty one current; VlProjDelete frees the current project with
@@ -46,20 +45,6 @@ void VlProjSetDefault(VlProject *project); /* the old one is not deleted */
 SutList *VlProjGetOptions(void);
 void VlProjSetOptions(SutList *list); /* the old list is not freed */
 char *VlProjGetName(void);
-
-/* The environment variable's value as a new string; "" when unset. */
-char *VlGetEnv(const char *name);
-/* The distribution directory from VELMORA without one trailing slash or backslash,
- * read once (theDistDir, not a copy); null while VELMORA is unset. */
-char *VlGetDistDir(void);
-/* A new copy of VlGetDistDir(), or null. */
-char *GetVelmoraDir(void);
-/* Forgets the distribution directory so the next VlGetDistDir reads VELMORA
- * again. Exists for tests and embedders. */
-void VlResetDistDir(void);
-
-/* Writes text to standard output as it is (no newline added); null writes nothing. */
-void VlPrintError(const char *text);
 
 #ifdef __cplusplus
 }

@@ -9,17 +9,17 @@
 
 #include <string>
 
-#include "driver/nogui.h"
-#include "project/options.h"
 #include "html/page.h"
 #include "module/module.h"
 #include "module/reader.h"
 #include "project/lookup.h"
 #include "project/mainmodule.h"
 #include "project/naming.h"
+#include "project/options.h"
 #include "project/writer.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/strings.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #ifndef VELMORA_PROJECT_READER_H
 #define VELMORA_PROJECT_READER_H
 
-#include "util/list.h"
 #include "project/project.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -14,7 +14,6 @@
 #include <cstring>
 #include <string>
 
-#include "driver/nogui.h"
 #include "project/configfile.h"
 #include "project/lookup.h"
 #include "project/makefile.h"
@@ -25,6 +24,7 @@
 #include "project/writer.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/process.h"
 #include "util/strings.h"
 
@@ -37,13 +37,13 @@ class CommandLine {
   public:
     explicit CommandLine(const char *script) : text_(script) {}
     // Text of the command line's own making, as it stands.
-    CommandLine &raw(const char *piece) {
+    CommandLine &Raw(const char *piece) {
         if (!piece) ended_ = true;
         if (!ended_) text_ += piece;
         return *this;
     }
     // A file name or option value, quoted for the shell where it needs it.
-    CommandLine &word(const char *piece) {
+    CommandLine &Word(const char *piece) {
         if (!piece) ended_ = true;
         if (ended_) return *this;
         VlCharPtr quoted(VlShellQuote(piece));
@@ -51,14 +51,14 @@ class CommandLine {
         return *this;
     }
     // A value that stands inside the double quotes of the command line.
-    CommandLine &inQuotes(const char *piece) {
+    CommandLine &InQuotes(const char *piece) {
         if (!piece) ended_ = true;
         if (ended_) return *this;
         VlCharPtr escaped(VlShellEscapeInDoubleQuotes(piece));
         text_ += escaped.get();
         return *this;
     }
-    const char *c_str() const { return text_.c_str(); }
+    const char *Text() const { return text_.c_str(); }
 
   private:
     std::string text_;
@@ -85,7 +85,7 @@ bool EqualsIgnoringCase(const std::string &a, const std::string &b) {
 }
 
 int Start(const CommandLine &command) {
-    VlLaunch(command.c_str());
+    VlLaunch(command.Text());
     return 1;
 }
 
@@ -151,14 +151,14 @@ int VlProjRunTestLL(int install) {
     }
 
     CommandLine command(install ? "vlinst.sh " : "vltest.sh ");
-    command.word(theProj->name).word(suffix.get()).raw(" ").word(start.get()).raw(" ");
-    command.word(cgiPath.get()).raw(" ").word(url.get()).raw(" ").word(htmlPath.get()).raw(" ");
-    command.word(makefile.c_str()).raw(" \"").inQuotes(target.get()).raw("\"");
-    command.raw(" \"").inQuotes(pages.get()).raw("\"");
+    command.Word(theProj->name).Word(suffix.get()).Raw(" ").Word(start.get()).Raw(" ");
+    command.Word(cgiPath.get()).Raw(" ").Word(url.get()).Raw(" ").Word(htmlPath.get()).Raw(" ");
+    command.Word(makefile.c_str()).Raw(" \"").InQuotes(target.get()).Raw("\"");
+    command.Raw(" \"").InQuotes(pages.get()).Raw("\"");
     std::fflush(stdout);
     std::fflush(stderr);
     // The script's status is its own business: it reports what it did.
-    int status = std::system(command.c_str());
+    int status = std::system(command.Text());
     (void)status;
     return 1;
 }
@@ -179,7 +179,7 @@ int VlProjRunRelease(void) {
     VlProjCheckForSave();
     theProj->releaseMode = 1;
     VlCharPtr sourceSuffix = Option("Makefile.", "$VL_SOURCE_SUFFIX");
-    Start(CommandLine("vlrel1.sh ").word(sourceSuffix.get()));
+    Start(CommandLine("vlrel1.sh ").Word(sourceSuffix.get()));
 
     // The project moves into release/, where everything is written with the
     // "Release." settings.
@@ -200,9 +200,9 @@ int VlProjRunRelease(void) {
     }
 
     CommandLine second("vlrel2.sh ");
-    second.word(name.c_str()).raw(" ").word(exeSuffix.get()).raw(" ").word(makefile.c_str());
-    second.raw(" ").word(configName.get()).raw(" \"").inQuotes(pages.get()).raw("\" \"");
-    second.inQuotes(modules.get()).raw(" ").inQuotes(mainFile.get()).raw("\" ");
+    second.Word(name.c_str()).Raw(" ").Word(exeSuffix.get()).Raw(" ").Word(makefile.c_str());
+    second.Raw(" ").Word(configName.get()).Raw(" \"").InQuotes(pages.get()).Raw("\" \"");
+    second.InQuotes(modules.get()).Raw(" ").InQuotes(mainFile.get()).Raw("\" ");
 
     FILE *readme = std::fopen("README", "w");
     if (!readme) {
@@ -239,24 +239,24 @@ int VlProjRunRelease(void) {
 
 int VlProjBuild(void) {
     if (!theProj || !theProj->name) return 0;
-    return Start(CommandLine("vlmake.sh ").word(theProj->name).raw(".mak"));
+    return Start(CommandLine("vlmake.sh ").Word(theProj->name).Raw(".mak"));
 }
 
 int VlProjRebuild(void) {
     if (!theProj || !theProj->name) return 0;
-    return Start(CommandLine("vlmake.sh ").word(theProj->name).raw(".mak -rebuild"));
+    return Start(CommandLine("vlmake.sh ").Word(theProj->name).Raw(".mak -rebuild"));
 }
 
 int VlProjLaunchEditor(const char *htmlName) {
     if (!htmlName) return 0;
-    return Start(CommandLine("vledithtml.sh ").word(htmlName));
+    return Start(CommandLine("vledithtml.sh ").Word(htmlName));
 }
 
 int VlProjPreviewHtml(const char *htmlName) {
     if (!htmlName) return 0;
     VlCharPtr dir(VlGetCurrentDir());
     const std::string path = std::string(dir.get()) + "/" + htmlName;
-    return Start(CommandLine("vlbrowser.sh -openFile ").word(path.c_str()));
+    return Start(CommandLine("vlbrowser.sh -openFile ").Word(path.c_str()));
 }
 
 } // extern "C"

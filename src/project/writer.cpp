@@ -8,7 +8,6 @@
 #include <cstring>
 #include <string>
 
-#include "driver/nogui.h"
 #include "html/page.h"
 #include "module/module.h"
 #include "module/writer.h"
@@ -22,6 +21,7 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/list.h"
+#include "util/messages.h"
 #include "util/process.h"
 #include "util/strings.h"
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-bool statIs(const char *path, mode_t type) {
+bool StatIs(const char *path, mode_t type) {
     struct stat st;
     return path && stat(path, &st) == 0 && (st.st_mode & S_IFMT) == type;
 }
@@ -62,7 +62,7 @@ int VlWriteStrToFile(const char *path, const char *text) {
 }
 
 int VlFileExists(const char *path) {
-    return statIs(path, S_IFREG) ? 1 : 0;
+    return StatIs(path, S_IFREG) ? 1 : 0;
 }
 
 int VlDirExists(const char *path) {
@@ -70,7 +70,7 @@ int VlDirExists(const char *path) {
     std::string p(path);
     // One trailing separator goes; the root "/" itself stays a name to test.
     if (p.size() > 1 && (p.back() == '/' || p.back() == '\\')) p.pop_back();
-    return statIs(p.c_str(), S_IFDIR) ? 1 : 0;
+    return StatIs(p.c_str(), S_IFDIR) ? 1 : 0;
 }
 
 int VlMkdir(const char *path) {

@@ -3,9 +3,9 @@
 // option names, and lookups in resource lists (the lines of a map file).
 #include "util/ident.h"
 
-#include "driver/nogui.h"
 #include "util/heap.hpp"
 #include "util/strings.h"
+#include "util/toolkit.hpp"
 
 #include <cctype>
 #include <cstdio>
@@ -16,22 +16,22 @@
 
 namespace {
 
-bool isSpace(char c) {
+bool IsSpace(char c) {
     return std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
 // The text of a candidate line for name after its leading white space, or
 // null. A line starting with "#" is a comment only when the "#" stands first:
 // an indented "#" line is a candidate like any other.
-const char *candidate(const char *line, std::string_view name) {
+const char *Candidate(const char *line, std::string_view name) {
     if (!line || line[0] == '#') return nullptr;
-    while (*line && isSpace(*line))
+    while (*line && IsSpace(*line))
         ++line;
     return std::string_view(line).substr(0, name.size()) == name ? line : nullptr;
 }
 
 // The part of the text after its first ".", or null.
-const char *afterDot(const char *name) {
+const char *AfterDot(const char *name) {
     const char *dot = name ? std::strchr(name, '.') : nullptr;
     return dot ? dot + 1 : nullptr;
 }
@@ -137,13 +137,13 @@ int WbGetCatOnly(const char *optionName, char **catOut) {
 
 int WbGetOptOnly(const char *optionName, char **optOut) {
     if (!optOut) return 0;
-    const char *opt = afterDot(optionName);
+    const char *opt = AfterDot(optionName);
     *optOut = opt ? VlHeapCopy(opt) : nullptr;
     return opt ? 1 : 0;
 }
 
 char *WbStripCat(const char *optionName) {
-    const char *opt = afterDot(optionName);
+    const char *opt = AfterDot(optionName);
     return opt ? VlHeapCopy(opt) : nullptr;
 }
 
@@ -176,11 +176,11 @@ char *WbGetResourceValueFromList(SutList *list, const char *name) {
     if (!list || !name) return nullptr;
     std::string_view n(name);
     for (int i = 0; i < SutSizList(list); i++) {
-        const char *line = candidate(static_cast<char *>(SutGetNList(list, i)), n);
+        const char *line = Candidate(static_cast<char *>(SutGetNList(list, i)), n);
         const char *colon = line ? std::strchr(line, ':') : nullptr;
         if (!colon) continue;
         char *value = const_cast<char *>(colon + 1);
-        while (*value && isSpace(*value))
+        while (*value && IsSpace(*value))
             ++value;
         return *value ? value : nullptr;
     }
@@ -192,7 +192,7 @@ char *WbGetMultiResourceValueFromList(SutList *list, const char *name) {
     std::string_view n(name);
     int first = -1;
     for (int i = 0; i < SutSizList(list) && first < 0; i++)
-        if (candidate(static_cast<char *>(SutGetNList(list, i)), n)) first = i;
+        if (Candidate(static_cast<char *>(SutGetNList(list, i)), n)) first = i;
     if (first < 0) return VlHeapCopy("");
 
     // Count the lines of the value; each continuation backslash is cut off in
@@ -203,7 +203,7 @@ char *WbGetMultiResourceValueFromList(SutList *list, const char *name) {
         if (!line || !*line) continue;
         counted++;
         char *last = line + std::strlen(line) - 1;
-        while (last > line && isSpace(*last))
+        while (last > line && IsSpace(*last))
             --last;
         if (*last != '\\') break;
         *last = '\0';
@@ -214,7 +214,7 @@ char *WbGetMultiResourceValueFromList(SutList *list, const char *name) {
     std::string value;
     if (colon) {
         const char *v = colon + 1;
-        while (*v && isSpace(*v))
+        while (*v && IsSpace(*v))
             ++v;
         value = v;
     }

@@ -9,7 +9,7 @@
 namespace {
 
 // The one growth rule: capacity * 3 / 2, a fresh zeroed array, items copied.
-void grow(SutList *list) {
+void Grow(SutList *list) {
     int capacity = list->capacity * 3 / 2;
     if (capacity < 4) capacity = 4; // never reached by lists made here; keeps growth non-zero
     void **items = static_cast<void **>(std::calloc(static_cast<size_t>(capacity), sizeof(void *)));
@@ -19,14 +19,14 @@ void grow(SutList *list) {
     list->capacity = capacity;
 }
 
-SutList *newWithCapacity(int capacity) {
+SutList *NewWithCapacity(int capacity) {
     SutList *list = static_cast<SutList *>(std::calloc(1, sizeof(SutList)));
     list->items = static_cast<void **>(std::calloc(static_cast<size_t>(capacity), sizeof(void *)));
     list->capacity = capacity;
     return list;
 }
 
-bool validPos(const SutList *list, int n) {
+bool ValidPos(const SutList *list, int n) {
     return list && n >= 0 && n < list->count;
 }
 
@@ -35,11 +35,11 @@ bool validPos(const SutList *list, int n) {
 extern "C" {
 
 SutList *SutNewList(void) {
-    return newWithCapacity(20);
+    return NewWithCapacity(20);
 }
 
 SutList *SutNewListSize(int n) {
-    return newWithCapacity(n < 3 ? 4 : n + 1);
+    return NewWithCapacity(n < 3 ? 4 : n + 1);
 }
 
 SutList *SutNewListFromValues(void **array, int n) {
@@ -53,7 +53,7 @@ SutList *SutNewListFromValues(void **array, int n) {
         return list;
     }
     // Fewer than four values, or no array to take (then nothing is stored).
-    SutList *list = newWithCapacity(4);
+    SutList *list = NewWithCapacity(4);
     if (n > 0 && n < 4 && array) {
         std::memcpy(list->items, array, sizeof(void *) * n);
         list->count = n;
@@ -67,20 +67,20 @@ int SutSizList(const SutList *list) {
 }
 
 void *SutGetNList(const SutList *list, int n) {
-    return validPos(list, n) ? list->items[n] : nullptr;
+    return ValidPos(list, n) ? list->items[n] : nullptr;
 }
 
 void *SutAddList(SutList *list, void *item) {
     if (!list) return nullptr;
-    if (list->count >= list->capacity) grow(list);
+    if (list->count >= list->capacity) Grow(list);
     list->items[list->count++] = item;
-    if (list->count >= list->capacity) grow(list);
+    if (list->count >= list->capacity) Grow(list);
     return item;
 }
 
 void *SutAddNList(SutList *list, int n, void *item) {
     if (!list || n < 0 || n > list->count) return nullptr;
-    if (list->count >= list->capacity) grow(list);
+    if (list->count >= list->capacity) Grow(list);
     if (n == list->count) {
         // Deliberately no growth afterwards: such a list may be left full.
         list->items[list->count++] = item;
@@ -88,19 +88,19 @@ void *SutAddNList(SutList *list, int n, void *item) {
     }
     std::memmove(list->items + n + 1, list->items + n, sizeof(void *) * (list->count - n));
     list->items[n] = item;
-    if (++list->count >= list->capacity) grow(list);
+    if (++list->count >= list->capacity) Grow(list);
     return item;
 }
 
 void *SutReplaceNList(SutList *list, int n, void *item) {
-    if (!validPos(list, n)) return nullptr;
+    if (!ValidPos(list, n)) return nullptr;
     void *old = list->items[n];
     list->items[n] = item;
     return old;
 }
 
 void *SutRemoveNList(SutList *list, int n) {
-    if (!validPos(list, n)) return nullptr;
+    if (!ValidPos(list, n)) return nullptr;
     void *old = list->items[n];
     std::memmove(list->items + n, list->items + n + 1, sizeof(void *) * (list->count - n - 1));
     list->count--;
@@ -121,7 +121,7 @@ int SutGetPosFromItem(const SutList *list, const void *item) {
 
 SutList *SutCopyList(const SutList *list) {
     if (!list) return nullptr;
-    SutList *copy = newWithCapacity(list->capacity > 0 ? list->capacity : 4);
+    SutList *copy = NewWithCapacity(list->capacity > 0 ? list->capacity : 4);
     if (list->count > 0) std::memcpy(copy->items, list->items, sizeof(void *) * list->count);
     copy->count = list->count;
     return copy;

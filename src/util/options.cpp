@@ -20,7 +20,7 @@ namespace {
 
 // The value of a line that matches name (the name, then exactly " : "), or
 // null. The value starts right after the separator.
-const char *matchValue(const char *line, std::string_view name) {
+const char *MatchValue(const char *line, std::string_view name) {
     if (!line) return nullptr;
     std::string_view l(line);
     if (l.size() < name.size() + 3 || l.substr(0, name.size()) != name ||
@@ -30,11 +30,11 @@ const char *matchValue(const char *line, std::string_view name) {
 }
 
 // Position of the first line matching name, -1 when none does.
-int findOption(const SutList *list, const char *name, const char **valueOut) {
+int FindOption(const SutList *list, const char *name, const char **valueOut) {
     if (!list || !name || !*name) return -1;
     std::string_view n(name);
     for (int i = 0; i < SutSizList(list); i++) {
-        if (const char *v = matchValue(static_cast<const char *>(SutGetNList(list, i)), n)) {
+        if (const char *v = MatchValue(static_cast<const char *>(SutGetNList(list, i)), n)) {
             if (valueOut) *valueOut = v;
             return i;
         }
@@ -44,7 +44,7 @@ int findOption(const SutList *list, const char *name, const char **valueOut) {
 
 // Keeps only the lines that hold a colon, in their order. The lines are
 // closed up in one pass, so a file of many non-option lines stays linear.
-SutList *dropNonOptionLines(SutList *lines) {
+SutList *DropNonOptionLines(SutList *lines) {
     int kept = 0;
     for (int i = 0; i < lines->count; i++) {
         char *line = static_cast<char *>(lines->items[i]);
@@ -63,7 +63,7 @@ extern "C" {
 
 char *VlGetOption(SutList *list, const char *name, int *indexOut) {
     const char *value = nullptr;
-    int pos = findOption(list, name, &value);
+    int pos = FindOption(list, name, &value);
     if (pos < 0) return nullptr;
     if (indexOut) *indexOut = pos;
     return VlHeapCopy(value);
@@ -75,7 +75,7 @@ char *VlGetOptionValue(SutList *list, const char *name) {
 
 char *VlGetStrippedOptionValue(SutList *list, const char *name) {
     const char *value = nullptr;
-    if (findOption(list, name, &value) < 0) return nullptr;
+    if (FindOption(list, name, &value) < 0) return nullptr;
     return StripStr(value);
 }
 
@@ -110,7 +110,7 @@ SutList *VlAppendOption(SutList *list, char *line) {
     // Deliberately positional: the character in front of the colon (normally
     // the blank of " : ") is cut off with everything after it.
     name.resize(colon - 1);
-    int pos = findOption(list, name.c_str(), nullptr);
+    int pos = FindOption(list, name.c_str(), nullptr);
     if (pos >= 0) {
         void *old = SutReplaceNList(list, pos, line);
         if (old != line) std::free(old);
@@ -126,7 +126,7 @@ SutList *VlAppendOptionNameValue(SutList *list, const char *name, const char *va
 }
 
 int VlDeleteOptions(SutList *list, const char *name) {
-    int pos = findOption(list, name, nullptr);
+    int pos = FindOption(list, name, nullptr);
     if (pos < 0) return 0;
     std::free(SutRemoveNList(list, pos));
     return 1;
@@ -146,12 +146,12 @@ SutList *VlOptionGetFromFile(const char *path) {
     // A missing or unreadable file reads as no text: the splitter then gives
     // one empty line, which is dropped, so the result is an empty list.
     VlCharPtr text(VlReadFileAndMod(path, nullptr));
-    return dropNonOptionLines(VlParseFileString(text.get(), "\n", nullptr));
+    return DropNonOptionLines(VlParseFileString(text.get(), "\n", nullptr));
 }
 
 SutList *VlOptionGetFromString(const char *text) {
     if (!text) return nullptr;
-    return dropNonOptionLines(VlParseFileString(text, "\n", nullptr));
+    return DropNonOptionLines(VlParseFileString(text, "\n", nullptr));
 }
 
 SutList *VlOptionGetIntList(const char *text) {

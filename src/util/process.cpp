@@ -4,9 +4,9 @@
 // name or value from running as a command.
 #include "util/process.h"
 
-#include "driver/nogui.h"
 #include "util/files.h"
 #include "util/heap.hpp"
+#include "util/toolkit.hpp"
 
 #include <cerrno>
 #include <cstdio>
@@ -27,7 +27,7 @@ std::vector<FILE *> unreadStreams;
 
 // Child process ids of the capture streams, indexed by the stream's
 // descriptor; 0 marks a free entry.
-std::vector<pid_t> &childTable() {
+std::vector<pid_t> &ChildTable() {
     static std::vector<pid_t> table;
     if (table.empty()) {
         long n = open_max();
@@ -37,12 +37,12 @@ std::vector<pid_t> &childTable() {
     return table;
 }
 
-void flushOutput() {
+void FlushOutput() {
     std::fflush(stdout);
     std::fflush(stderr);
 }
 
-bool safeShellChar(char c) {
+bool SafeShellChar(char c) {
     if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) return true;
     return std::strchr("._-/+,:@%=", c) != nullptr && c != '\0';
 }
@@ -66,7 +66,7 @@ int VlLaunchAndBlock(const char *command) {
     line += "\n} 1> ";
     line += quotedName.get();
     line += " 2>&1";
-    flushOutput();
+    FlushOutput();
     int status = std::system(line.c_str());
     VlCharPtr text(VlReadFile(name.c_str()));
     VlAppendToText(errorTextWidget, text.get());
@@ -88,10 +88,10 @@ unsigned long VlLaunch(const char *command) {
 
 FILE *VlExecCaptureOutAndErr(const char *command) {
     if (!command) return nullptr;
-    std::vector<pid_t> &table = childTable();
+    std::vector<pid_t> &table = ChildTable();
     int fds[2];
     if (pipe(fds) != 0) return nullptr;
-    flushOutput();
+    FlushOutput();
     pid_t pid = fork();
     if (pid < 0) {
         close(fds[0]);
@@ -125,7 +125,7 @@ FILE *VlExecCaptureOutAndErr(const char *command) {
 
 int Vlpclose(FILE *stream) {
     if (!stream) return -1;
-    std::vector<pid_t> &table = childTable();
+    std::vector<pid_t> &table = ChildTable();
     int fd = fileno(stream);
     if (fd < 0 || static_cast<size_t>(fd) >= table.size() || table[fd] == 0) return -1;
     pid_t pid = table[fd];
@@ -213,7 +213,7 @@ char *VlShellQuote(const char *text) {
     std::string_view t(text ? text : "");
     bool plain = !t.empty();
     for (char c : t)
-        plain = plain && safeShellChar(c);
+        plain = plain && SafeShellChar(c);
     if (plain) return VlHeapCopy(t);
     std::string out = "'";
     for (char c : t) {

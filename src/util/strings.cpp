@@ -22,14 +22,26 @@ char *VlHeapCopy(std::string_view text) {
     return out;
 }
 
+void VlReplaceString(char **field, const char *value) {
+    char *copy = value ? strdup(value) : nullptr;
+    std::free(*field);
+    *field = copy;
+}
+
+void VlReplaceText(char **field, std::string_view text) {
+    char *copy = VlHeapCopy(text);
+    std::free(*field);
+    *field = copy;
+}
+
 namespace {
 
-bool isSpace(char c) {
+bool IsSpace(char c) {
     return std::isspace(static_cast<unsigned char>(c)) != 0;
 }
 
 // Lengths of the key/value lists read as strings; a null item counts as "".
-std::string_view itemText(const SutList *list, int n) {
+std::string_view ItemText(const SutList *list, int n) {
     const char *s = static_cast<const char *>(SutGetNList(list, n));
     return s ? std::string_view(s) : std::string_view();
 }
@@ -109,9 +121,9 @@ int StrWrap(char **sPtr, int c) {
 char *StripStr(const char *s) {
     if (!s) return VlHeapCopy("");
     std::string_view v(s);
-    while (!v.empty() && isSpace(v.front()))
+    while (!v.empty() && IsSpace(v.front()))
         v.remove_prefix(1);
-    while (!v.empty() && isSpace(v.back()))
+    while (!v.empty() && IsSpace(v.back()))
         v.remove_suffix(1);
     return VlHeapCopy(v);
 }
@@ -244,10 +256,10 @@ namespace {
 // text begins with is reported with its position; an unknown marker reports -1
 // and is overwritten by the last key, whose length the walk then skips.
 template <typename OnText, typename OnKey>
-void walkMarkers(std::string_view text, const SutList *keys, std::string_view marker, OnText onText,
+void WalkMarkers(std::string_view text, const SutList *keys, std::string_view marker, OnText onText,
                  OnKey onKey) {
     int nkeys = SutSizList(keys);
-    std::string_view lastKey = nkeys > 0 ? itemText(keys, nkeys - 1) : std::string_view();
+    std::string_view lastKey = nkeys > 0 ? ItemText(keys, nkeys - 1) : std::string_view();
     size_t from = 0;
     for (size_t at = text.find(marker); at != std::string_view::npos;
          at = text.find(marker, from)) {
@@ -255,12 +267,12 @@ void walkMarkers(std::string_view text, const SutList *keys, std::string_view ma
         std::string_view rest = text.substr(at);
         int found = -1;
         for (int k = 0; k < nkeys && found < 0; k++) {
-            std::string_view key = itemText(keys, k);
+            std::string_view key = ItemText(keys, k);
             if (!key.empty() && rest.substr(0, key.size()) == key) found = k;
         }
         size_t skip;
         if (found >= 0) {
-            skip = itemText(keys, found).size();
+            skip = ItemText(keys, found).size();
             onKey(found);
         } else if (!lastKey.empty()) {
             skip = lastKey.size();
@@ -281,7 +293,7 @@ extern "C" {
 
 void VlStrNumMatchInList(const char *text, SutList *keys, SutList *counts, const char *marker) {
     if (!text || !keys || !counts || !marker || !*marker) return;
-    walkMarkers(
+    WalkMarkers(
         text, keys, marker, [](std::string_view) {},
         [&](int k) {
             if (k < 0 || k >= SutSizList(counts)) return;
@@ -302,17 +314,17 @@ char *VlStrSubsList(const char *text, SutList *keys, SutList *values, const char
     long long size = static_cast<long long>(std::strlen(text));
     for (int k = 0; k < nkeys; k++) {
         long long n = reinterpret_cast<intptr_t>(SutGetNList(counts, k));
-        size += (static_cast<long long>(itemText(values, k).size()) -
-                 static_cast<long long>(itemText(keys, k).size())) *
+        size += (static_cast<long long>(ItemText(values, k).size()) -
+                 static_cast<long long>(ItemText(keys, k).size())) *
                 n;
     }
     SutDeleteList(counts);
     std::string out;
     out.reserve(size > 0 ? static_cast<size_t>(size) : 0);
-    std::string_view lastKey = nkeys > 0 ? itemText(keys, nkeys - 1) : std::string_view();
-    walkMarkers(
+    std::string_view lastKey = nkeys > 0 ? ItemText(keys, nkeys - 1) : std::string_view();
+    WalkMarkers(
         text, keys, marker, [&](std::string_view piece) { out.append(piece); },
-        [&](int k) { out.append(k >= 0 ? itemText(values, k) : lastKey); });
+        [&](int k) { out.append(k >= 0 ? ItemText(values, k) : lastKey); });
     return VlHeapCopy(out);
 }
 

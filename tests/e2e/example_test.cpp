@@ -26,8 +26,8 @@ TEST(Example, TheShopIsAFixedPointOfTheEngine) {
         ProgramRun r = runProgram(VLNOGUI_PATH, {"-p", project, "-c", root.file("shop/") + config},
                                   env, root.path());
         EXPECT_EQ(r.status, 0);
-        const std::string start = "No GUI Velmora Version 3.0\nApplying Changes to " + project +
-                                  " from " + root.file("shop/") + config +
+        const std::string start = kBanner + "Applying Changes to " + project + " from " +
+                                  root.file("shop/") + config +
                                   "\nDone Reading Project.\nDone Writing Project\n";
         EXPECT_EQ(r.out.substr(0, start.size()), start);
         EXPECT_NE(r.out.find("vlinst.sh: pages installed in ../www/shop\n"), std::string::npos);

@@ -6,11 +6,11 @@
 #ifndef VELMORA_TESTS_E2E_HARNESS_HPP
 #define VELMORA_TESTS_E2E_HARNESS_HPP
 
+#include "support/file_texts.hpp"
 #include "support/run_program.hpp"
 #include "support/temp_dir.hpp"
 
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
@@ -28,12 +28,7 @@ inline std::map<std::string, std::string> snapshot(const std::string &dir,
         for (const std::string &prefix : skipped)
             skip = skip || rel.compare(0, prefix.size(), prefix) == 0;
         if (skip) continue;
-        if (entry.is_directory()) {
-            files[rel] = "<dir>";
-        } else {
-            std::ifstream in(entry.path(), std::ios::binary);
-            files[rel] = std::string(std::istreambuf_iterator<char>(in), {});
-        }
+        files[rel] = entry.is_directory() ? "<dir>" : readText(entry.path().string());
     }
     return files;
 }
@@ -47,16 +42,11 @@ class E2eWorld {
 
     E2eWorld() {
         fs::create_directories(root_.file("dist/config"));
-        fs::create_directories(root_.file("dist/bin"));
         fs::create_directories(root_.file("home"));
         fs::create_directories(root_.file("proj"));
-        for (const char *script : kScripts) {
-            const std::string path = root_.write(
-                std::string("dist/bin/") + script,
-                "#!/bin/sh\n{ printf '%s:' \"$(basename \"$0\")\"; "
-                "for a in \"$@\"; do printf ' [%s]' \"$a\"; done; echo; } >> \"$VL_SCRIPT_LOG\"\n");
-            fs::permissions(path, fs::perms::owner_all);
-        }
+        for (const char *script : kScripts)
+            fs::permissions(root_.write(std::string("dist/bin/") + script, kLoggingScript),
+                            fs::perms::owner_all);
     }
 
     std::string path(const std::string &name = "") const {
@@ -64,20 +54,15 @@ class E2eWorld {
     }
     // Writes a file of the distribution, the home or the project (the name
     // begins with "dist/", "home/" or "proj/").
-    void write(const std::string &name, const std::string &text) const {
-        fs::create_directories(fs::path(root_.file(name)).parent_path());
-        root_.write(name, text);
-    }
+    void write(const std::string &name, const std::string &text) const { root_.write(name, text); }
     std::string read(const std::string &name) const { return root_.read(name); }
 
     // Runs vlnogui with the test distribution, in the project directory
     // unless another directory of the world is named.
-    ProgramRun run(const std::vector<std::string> &args, const std::string &login = "",
-                   const std::string &where = "proj") const {
+    ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj") const {
         std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
                                         "HOME=" + path("home"), "VELMORA=" + path("dist"),
                                         "VL_SCRIPT_LOG=" + path("scripts.log")};
-        if (!login.empty()) env.push_back("LOGNAME=" + login);
         return runProgram(VLNOGUI_PATH, args, env, path(where));
     }
 

@@ -20,14 +20,10 @@ class Document : public testing::Test {
 };
 
 TEST_F(Document, ModuleNameAndDefaultProjectUrl) {
-    EXPECT_EQ(str(doc_->path), "dir/my-shop.v2.html");
     EXPECT_EQ(str(VlHtmlGetModName(doc_.get())), "my_shop_v2_html");
     EXPECT_EQ(str(VlHtmlGetProjName()), "http://localhost/cgi-bin/");
-    EXPECT_EQ(VlHtmlSetName(doc_.get(), ""), 0);
-    EXPECT_EQ(str(VlHtmlGetName(doc_.get())), "dir/my-shop.v2.html");
     EXPECT_EQ(VlHtmlSetProjName(""), 0);
-    EXPECT_EQ(VlHtmlSetProjName("http://x/y"), 1);
-    EXPECT_EQ(str(VlHtmlGetProjName()), "http://x/y");
+    EXPECT_EQ(str(VlHtmlGetProjName()), "http://localhost/cgi-bin/");
 }
 
 TEST_F(Document, NamingAFormResetsMethodAndAction) {
@@ -36,24 +32,17 @@ TEST_F(Document, NamingAFormResetsMethodAndAction) {
     EXPECT_EQ(flagsOf(doc_.get()), "0000");
     EXPECT_EQ(VlHtmlFormSetName(doc_.get(), form, "order"), 0);
     EXPECT_EQ(formsOf(doc_.get())[0], "order__Fmy_shop_v2_html|http://localhost/cgi-bin/|post");
-    EXPECT_EQ(form->named, 1);
     EXPECT_EQ(flagsOf(doc_.get()), "1100");
-    EXPECT_EQ(take(VlHtmlFormGetName(form)), "order");
     EXPECT_EQ(take(VlHtmlFormGetFuncName(form)), "Forder");
-    EXPECT_EQ(str(VlHtmlFormGetFullName(form)), "order__Fmy_shop_v2_html");
-    EXPECT_EQ(VlHtmlFormGetFullName(formAt(doc_.get(), 1)), nullptr);
     EXPECT_EQ(VlHtmlFormGetName(formAt(doc_.get(), 1)), nullptr);
 
     VlHtmlAnch *anchor = anchAt(doc_.get(), 0);
     EXPECT_EQ(VlHtmlAnchSetName(doc_.get(), anchor, "go"), 0);
     EXPECT_EQ(anchorsOf(doc_.get())[0], "go__Amy_shop_v2_html|http://localhost/cgi-bin/");
     EXPECT_EQ(flagsOf(doc_.get()), "1110");
-    EXPECT_EQ(take(VlHtmlAnchGetFuncName(anchor)), "Ago");
-    EXPECT_EQ(take(VlHtmlAnchGetName(anchAt(doc_.get(), 1))), "top");
     // A full name without the anchor mark has no short name.
     VlHtmlAnch odd{};
     odd.fullName = const_cast<char *>("top__Fshop_html");
-    EXPECT_EQ(VlHtmlAnchGetName(&odd), nullptr);
     EXPECT_EQ(VlHtmlAnchGetFuncName(&odd), nullptr);
 }
 
@@ -63,41 +52,28 @@ TEST_F(Document, LookupsByNameAndByAction) {
     // An unnamed form is found by its ACTION, deliberately.
     EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), "b.cgi"), formAt(doc_.get(), 1));
     EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), "a.cgi"), nullptr);
-    EXPECT_EQ(VlHtmlGetFormByName(doc_.get(), ""), nullptr);
-    EXPECT_EQ(VlHtmlGetAnchByName(doc_.get(), "u1"), anchAt(doc_.get(), 0));
     EXPECT_EQ(VlHtmlIsUniqueFormName(doc_.get(), "order"), 0);
-    EXPECT_EQ(VlHtmlIsUniqueFormName(doc_.get(), "other"), 1);
-    EXPECT_EQ(VlHtmlIsUniqueFormName(doc_.get(), ""), 0);
-    EXPECT_EQ(VlHtmlIsUniqueAnchName(nullptr, "x"), 0);
-
     EXPECT_EQ(VlHtmlNameForm(doc_.get(), "b.cgi", "second"), 0);
     EXPECT_EQ(VlHtmlNameForm(doc_.get(), "nothing", "third"), 1);
-    EXPECT_EQ(VlHtmlNameAnchByPos(doc_.get(), 5, "x"), 1);
-
     EXPECT_EQ(takeList(VlHtmlGetForms(doc_.get())), (Strings{"order", "second"}));
     SutList *elems = VlHtmlGetFormElems(doc_.get(), "order");
     EXPECT_EQ(items(elems), (Strings{"q"}));
     SutDeleteList(elems);
-    EXPECT_EQ(VlHtmlGetFormElems(doc_.get(), "none"), nullptr);
 }
 
 TEST_F(Document, ListsOfUnnamedRecords) {
-    VlHtmlForm *noAction = VlHtmlFormNew();
-    SutAddList(doc_->forms, noAction);
+    SutAddList(doc_->forms, VlHtmlFormNew());
     EXPECT_EQ(takeList(VlHtmlGetForms(doc_.get())),
               (Strings{" ACTION=a.cgi", " ACTION=b.cgi", " ACTION="}));
-
     VlHtmlAnch *keyword = VlHtmlAnchNew();
     keyword->urlAttr = strdup("SRC");
     keyword->url = strdup("pic");
     SutAddList(doc_->anchors, keyword);
-    SutAddList(doc_->anchors, VlHtmlAnchNew());
     VlHtmlAnch *oddName = VlHtmlAnchNew();
     oddName->fullName = strdup("plain");
     SutAddList(doc_->anchors, oddName);
     EXPECT_EQ(takeList(VlHtmlGetAnchs(doc_.get())),
-              (Strings{" HREF=u1", "top", " SRC=pic", " HREF=", "plain"}));
-
+              (Strings{" HREF=u1", "top", " SRC=pic", "plain"}));
     SutList *sites = VlHtmlGetSites(doc_.get());
     EXPECT_EQ(items(sites), (Strings{"site4", "x9"}));
     SutDeleteList(sites);
@@ -105,26 +81,16 @@ TEST_F(Document, ListsOfUnnamedRecords) {
 
 TEST_F(Document, GeneratedNamesAndSiteNumbers) {
     VlHtmlNameFormByPos(doc_.get(), 1, "kept");
-    doc_->changed = doc_->formsChanged = 0;
     EXPECT_EQ(VlHtmlGenFormNames(doc_.get()), 0);
-    EXPECT_EQ(formsOf(doc_.get()),
-              (Strings{"form0__Fmy_shop_v2_html|http://localhost/cgi-bin/|post",
-                       "kept__Fmy_shop_v2_html|http://localhost/cgi-bin/|post"}));
-    EXPECT_EQ(doc_->nextFormNumber, 1);
+    EXPECT_EQ(formsOf(doc_.get())[0], "form0__Fmy_shop_v2_html|http://localhost/cgi-bin/|post");
     EXPECT_EQ(VlHtmlGenAnchNames(doc_.get()), 0);
     EXPECT_EQ(anchorsOf(doc_.get()),
               (Strings{"anch0__Amy_shop_v2_html|http://localhost/cgi-bin/", "top__Ashop_html|p"}));
-
+    // Sites count on from the highest number read.
     EXPECT_EQ(VlSetLastSiteNumber(doc_.get()), 1);
-    EXPECT_EQ(doc_->nextSiteNumber, 5);
     EXPECT_EQ(VlHtmlGenSiteNames(doc_.get()), 0);
     EXPECT_EQ(sitesOf(doc_.get()), (Strings{"site4", "site5", "x9"}));
     EXPECT_EQ(flagsOf(doc_.get()), "1111");
-
-    DocPtr empty = scan("");
-    VlSetLastSiteNumber(empty.get());
-    EXPECT_EQ(empty->nextSiteNumber, 1);
-    EXPECT_EQ(VlHtmlGenFormNames(nullptr), 1);
 }
 
 TEST_F(Document, UrlChangesAndSaveState) {
@@ -132,52 +98,20 @@ TEST_F(Document, UrlChangesAndSaveState) {
     EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "a.cgi"), 1); // the same URL: no change
     EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 0);
     EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, ""), 0);
-    EXPECT_EQ(VlHtmlSetFormURL(nullptr, form, "x"), 0);
-    EXPECT_EQ(VlHtmlSetFormURL(doc_.get(), form, "new.cgi"), 1);
-    EXPECT_EQ(str(form->action), "new.cgi");
-    EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 1);
     EXPECT_EQ(VlHtmlSetAnchURL(doc_.get(), anchAt(doc_.get(), 0), "v"), 1);
-    EXPECT_EQ(flagsOf(doc_.get()), "1110");
-
-    DocPtr unnamed = scan("");
-    unnamed->formsChanged = 1;
-    EXPECT_EQ(VlHtmlNeedsSave(unnamed.get()), 0);
-    EXPECT_EQ(VlHtmlIsChanged(unnamed.get()), 0);
+    EXPECT_EQ(flagsOf(doc_.get()), "1010");
+    EXPECT_EQ(VlHtmlNeedsSave(doc_.get()), 1);
 }
 
 TEST_F(Document, OrigNamesAndSplit) {
     VlHtmlMarkOrigNames(doc_.get());
     VlHtmlNameFormByPos(doc_.get(), 0, "n");
     VlHtmlForm *form = formAt(doc_.get(), 0);
-    EXPECT_EQ(str(form->origAction), "a.cgi");
-    EXPECT_EQ(str(form->origMethod), "get");
-    EXPECT_EQ(form->origFullName, nullptr);
+    EXPECT_EQ(str(form->origAction) + str(form->origFullName), "a.cgi<null>");
     EXPECT_EQ(str(anchAt(doc_.get(), 1)->origFullName), "top__Ashop_html");
-    EXPECT_EQ(str(anchAt(doc_.get(), 1)->origUrl), "p");
-    EXPECT_EQ(str(siteAt(doc_.get(), 0)->origName), "site4");
-    VlHtmlMarkOrigNames(doc_.get());
-    EXPECT_EQ(str(form->origFullName), "n__Fmy_shop_v2_html");
-
     char *rest = nullptr, *shortName = nullptr, type = 0;
     ASSERT_EQ(VlHtmlSplitFuncName("my__name__Fshop_html", &rest, &type, &shortName), 1);
-    EXPECT_EQ(take(shortName), "my");
-    EXPECT_EQ(type, 'n');
-    EXPECT_EQ(take(rest), "ame__Fshop_html");
-    EXPECT_EQ(VlHtmlSplitFuncName("plain", &rest, &type, &shortName), 0);
-}
-
-TEST_F(Document, DebugListing) {
-    VlHtmlNameFormByPos(doc_.get(), 0, "f");
-    doc_->modTime = 42;
-    EXPECT_EQ(printedToStderr([&] { VlHtmlPrint(doc_.get()); }),
-              "Filename----> dir/my-shop.v2.html 42\n"
-              "Form:\n\tMethod---->post\n\tAction---->http://localhost/cgi-bin/\n"
-              "\tName---->f__Fmy_shop_v2_html\n\tElements:\n"
-              "\t\tInputName----->q\n\t\tInputType----->x\n"
-              "Form:\n\tAction---->b.cgi\n\tElements:\n"
-              "\tSiteName---->site4\n\tSiteName---->\n\tSiteName---->x9\n"
-              "\tAnchorAction---->u1\n"
-              "\tAnchorName---->top__Ashop_html\n\tAnchorAction---->p\n");
+    EXPECT_EQ(*take(shortName) + "|" + type + "|" + *take(rest), "my|n|ame__Fshop_html");
 }
 
 } // namespace

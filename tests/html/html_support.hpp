@@ -13,6 +13,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 struct DocDeleter {
     void operator()(VlHtmlDoc *doc) const { VlHtmlDelete(doc); }
@@ -79,9 +80,15 @@ inline Marked mark(VlHtmlDoc *doc, const std::string &text, int pass) {
 // (without VELMORA the keyword list is emptied).
 class KeywordsLoaded {
   public:
-    explicit KeywordsLoaded(const std::string &lines) {
-        dist_.write("config/VlKeyWds.ini", lines);
-        VlReadKeyWords();
+    explicit KeywordsLoaded(const std::string &lines) { read(lines); }
+    // Reads the keyword file again, with these lines or (nullopt) without
+    // the file, and returns what the reader answers.
+    int read(const std::optional<std::string> &lines) {
+        if (lines)
+            dist_.write("config/VlKeyWds.ini", *lines);
+        else
+            fs::remove(dist_.file("config/VlKeyWds.ini"));
+        return VlReadKeyWords();
     }
     ~KeywordsLoaded() {
         velmora_.set(nullptr);

@@ -1,62 +1,25 @@
 // Reading the keyword file named by VELMORA: valid lines, the bar form, and
 // every way of ending up with no keywords.
-#include "html/keywords.h"
-#include "support/c_values.hpp"
-#include "support/temp_dir.hpp"
+#include "html_support.hpp"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-// Points VELMORA at a temporary distribution for one test and restores it.
-class KeywordFile : public testing::Test {
-  protected:
-    void TearDown() override {
-        velmora_.set(nullptr);
-        VlReadKeyWords(); // no keywords for the next test
-    }
-    void writeKeywords(const std::string &text) { dist_.write("config/VlKeyWds.ini", text); }
-
-    TempDir dist_;
-    ScopedEnv velmora_{"VELMORA", dist_.path().c_str()};
-};
-
-TEST_F(KeywordFile, ValidLinesAreKeptInOrderAndBarsBecomeBlanks) {
-    writeKeywords("SRC\ncode|\nbad-line\n\nsrc2\n|\nx||\n a\nB r\nLAST|");
-    EXPECT_EQ(VlReadKeyWords(), 0);
+TEST(KeywordFile, ValidLinesAreKeptInOrderAndBarsBecomeBlanks) {
+    KeywordsLoaded keys("");
+    EXPECT_EQ(keys.read("SRC\ncode|\nbad-line\n\nsrc2\n|\nx||\n a\nB r\nLAST|"), 0);
     EXPECT_EQ(VlAnyKeys(), 1);
     EXPECT_EQ(items(VlGetKeyWords()), (Strings{"SRC", "code ", "src2", "LAST "}));
 }
 
-TEST_F(KeywordFile, NoKeywordsLeaveTheListNull) {
-    writeKeywords("SRC\n");
-    ASSERT_EQ(VlReadKeyWords(), 0);
-
-    writeKeywords("bad-line\n\n|\nwith\r\n"); // carriage returns make a line invalid
-    EXPECT_EQ(VlReadKeyWords(), 1);
-    EXPECT_EQ(VlAnyKeys(), 0);
+TEST(KeywordFile, NoKeywordsLeaveTheListNull) {
+    KeywordsLoaded keys("");
+    EXPECT_EQ(keys.read("bad-line\n\n|\nwith\r\n"), 1); // a carriage return makes a line invalid
     EXPECT_EQ(VlGetKeyWords(), nullptr);
-
-    writeKeywords("");
-    EXPECT_EQ(VlReadKeyWords(), 1);
-
-    writeKeywords("SRC\n");
-    ASSERT_EQ(VlReadKeyWords(), 0);
-    fs::remove(dist_.file("config/VlKeyWds.ini"));
-    EXPECT_EQ(VlReadKeyWords(), 1); // an earlier list does not survive
+    ASSERT_EQ(keys.read("SRC\n"), 0);
+    EXPECT_EQ(keys.read(std::nullopt), 1); // no file: an earlier list does not survive
     EXPECT_EQ(VlAnyKeys(), 0);
-
-    writeKeywords("SRC\n");
-    velmora_.set(nullptr);
-    EXPECT_EQ(VlReadKeyWords(), 1);
-}
-
-TEST(KeywordLines, Validity) {
-    for (const char *good : {"SRC", "code|", "a1B2", "9"})
-        EXPECT_EQ(VlIsKeyWord(good), 1) << good;
-    for (const char *bad :
-         {"|", "a||", "|a", "a b", "a_b", "\xc3\xa9t\xc3\xa9", "", (const char *)nullptr})
-        EXPECT_EQ(VlIsKeyWord(bad), 0) << str(bad);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Reading module files: the section cursor, fragments, what a module read
 // keeps and drops with its messages, and the read script's command line.
+#include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
 namespace {
@@ -11,38 +12,10 @@ std::string section(const char *text, const char *start, const char *end, const 
 // A module of shop.html in the canonical layout: user includes, a form
 // function, an anchor function, and an alias of the form on cart.html.
 const std::string kShopModule =
-    "/* Velmora Module File V1.0B */\n"
-    "/* Velmora Start Of Tool Includes */\n"
-    "#include \"VlRnHtml.h\"\n"
-    "/* Velmora Start Of user Includes */\n"
-    "#include <stdio.h>\n"
-    "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
-    "/*Velmora Start of Function */\n"
-    "static void Forder ()\n"
-    "/* start of initial code */\n"
-    "{\n"
-    "\tint n = 0;\n"
-    "/* start of func Code */\n"
-    "\tn++;\n"
-    "/* end of func code */\n"
-    "/* start of final code */\n"
-    "\treturn;\n"
-    "}/* end of final code */\n"
-    "/*Velmora Start of Function */\n"
-    "static void Ahome ()\n"
-    "/* start of initial code */\n"
-    "{\n"
-    "/* start of func Code */\n"
-    "/* end of func code */\n"
-    "/* start of final code */\n"
-    "}/* end of final code */\n"
-    "void R_shop_html()\n"
-    "{\n"
-    "\tVlRegisterHtmlActivator(\"order__Fshop_html\",Forder);\n"
-    "\tVlRegisterHtmlActivator(\"home__Ashop_html\",Ahome);\n"
-    "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
-    "\n"
-    "}/* Velmora End of Module */\n";
+    shopModule("#include <stdio.h>\n",
+               moduleFunction("Forder", "\tint n = 0;\n", "\tn++;\n", "\treturn;\n") +
+                   moduleFunction("Ahome", "", "", ""),
+               "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n");
 
 } // namespace
 
@@ -52,11 +25,7 @@ TEST(ParseSection, EndMarkerIsFoundAgainAsTheNextStart) {
     EXPECT_EQ(section(text, "<a>", "<b>", &cursor), "one");
     EXPECT_STREQ(cursor, "<b>two<c>tail");
     EXPECT_EQ(section(cursor, "<b>", "<c>", &cursor), "two");
-    EXPECT_STREQ(cursor, "<c>tail");
-    // No end marker given, or none found: the section runs to the end and the
-    // cursor stops at the terminating NUL.
-    EXPECT_EQ(section(cursor, "<c>", nullptr, &cursor), "tail");
-    EXPECT_EQ(*cursor, '\0');
+    // No end marker found: the section runs to the end, the cursor to the NUL.
     EXPECT_EQ(section(text, "<b>", "<zz>", &cursor), "two<c>tail");
     EXPECT_EQ(*cursor, '\0');
     // A missing start marker gives null and leaves the cursor alone.
@@ -64,40 +33,19 @@ TEST(ParseSection, EndMarkerIsFoundAgainAsTheNextStart) {
     cursor = kept;
     EXPECT_EQ(section(text, "<q>", "<b>", &cursor), "<null>");
     EXPECT_EQ(cursor, kept);
-    // Without a start marker the section begins at the text.
-    EXPECT_EQ(section(text, nullptr, "<a>", &cursor), "head");
-    EXPECT_EQ(cursor, text + 4);
     // The end marker is searched only after the section's beginning.
     EXPECT_EQ(section("x]y[z]", "[", "]", &cursor), "z");
-    EXPECT_EQ(section("[]", "[", "]", &cursor), "");
-    EXPECT_EQ(section(nullptr, "[", "]", &cursor), "<null>");
-    EXPECT_EQ(VlParseSection("[x]", "[", "]", nullptr), nullptr);
 }
 
 TEST(Fragments, CutAtEverySeparatorAndWrittenBack) {
     Workspace ws;
-    const std::pair<const char *, Strings> rows[] = {
-        {"a--b--", {"a", "b"}}, {"a----b", {"a", "", "b"}}, {"--a", {"", "a"}}, {"", {}}};
-    for (const auto &[text, parts] : rows) {
-        ws.write("in", text);
-        SutList *list = VlParseFileToFragments("in", "--");
-        ASSERT_NE(list, nullptr) << text;
-        EXPECT_EQ(takeList(list), parts) << text;
-    }
-    ws.write("two", "a--b--");
-    ws.write("three", "a----b");
-    EXPECT_EQ(takeList(VlParseFileToFragments("two", "")), Strings{"a--b--"});
-    EXPECT_EQ(VlParseFileToFragments("missing", "--"), nullptr);
-    EXPECT_EQ(VlParseFileToFragments(nullptr, "--"), nullptr);
-    EXPECT_EQ(VlParseFileToFragments("two", nullptr), nullptr);
-
-    SutList *parts = VlParseFileToFragments("three", "--");
+    ws.write("frags", "--a----b");
+    SutList *parts = VlParseFileToFragments("frags", "--");
+    EXPECT_EQ(items(parts), (Strings{"", "a", "", "b"}));
     EXPECT_EQ(VlWriteFragmentsToFile(parts, "out", "--"), 1);
-    EXPECT_EQ(ws.read("out"), "a----b");
+    EXPECT_EQ(ws.read("out"), "--a----b");
     EXPECT_EQ(printed([&] { EXPECT_EQ(VlWriteFragmentsToFile(parts, "no/such/dir", "--"), 0); }),
               "Could not write file in VlWriteFragmentsToFile no/such/dir\n");
-    EXPECT_EQ(printed([&] { EXPECT_EQ(VlWriteFragmentsToFile(parts, "out", nullptr), 0); }),
-              "Could not write file in VlWriteFragmentsToFile out\n");
     SutDestroyList(parts);
 }
 
@@ -110,26 +58,18 @@ TEST(ModuleRead, KeepsIncludesCodeSectionsAndAliases) {
     VlModule *module = VlModuleNewFromFile("shop.c");
     ASSERT_NE(module, nullptr);
     EXPECT_EQ(module->html, shop);
-    EXPECT_EQ(module->saved, 1);
     EXPECT_EQ(module->modTime, VlGetFileModTime("shop.c"));
     EXPECT_STREQ(module->userIncludes, "#include <stdio.h>\n");
     ASSERT_EQ(SutSizList(module->functions), 2);
     VlFunction *order = functionAt(module, 0);
     EXPECT_EQ(order->form, formOf(shop, "order"));
-    EXPECT_EQ(order->anchor, nullptr);
     EXPECT_EQ(codeOf(order), "\tint n = 0;\n|\tn++;\n|\treturn;\n");
     EXPECT_EQ(functionAt(module, 1)->anchor, anchorOf(shop, "home"));
-    EXPECT_EQ(codeOf(functionAt(module, 1)), "||");
     // The alias is known by name only until it is resolved.
-    ASSERT_EQ(SutSizList(order->aliases), 1);
     VlAlias *alias = aliasAt(order, 0);
-    EXPECT_STREQ(alias->name, "pay__Fcart_html");
     EXPECT_EQ(alias->html, nullptr);
     EXPECT_EQ(VlModuleResolveAliases(module), 1);
-    EXPECT_EQ(alias->html, cart);
     EXPECT_EQ(alias->form, formOf(cart, "pay"));
-    EXPECT_EQ(alias->anchor, nullptr);
-    EXPECT_EQ(VlModuleResolveAliases(nullptr), 0);
 
     // Written back with force, the canonical file comes out byte for byte.
     EXPECT_EQ(VlModuleWrite(module, "copy.c", 1), 1);
@@ -137,49 +77,23 @@ TEST(ModuleRead, KeepsIncludesCodeSectionsAndAliases) {
     VlModuleDelete(module);
 }
 
-TEST(ModuleRead, TextOutsideTheMarkersIsNotKept) {
-    Workspace ws;
-    addPage("shop.html", {"order"}, {"home"});
-    addPage("cart.html", {"pay"});
-    std::string edited = kShopModule;
-    edited.insert(edited.find("/*Velmora Start of Function */\nstatic void Ahome"),
-                  "int typedBetweenFunctions;\n");
-    edited.insert(edited.find("\tVlRegisterHtmlActivator(\"home"), "\textra();\n");
-    edited.insert(0, "// header comment\n");
-    ws.write("shop.c", edited);
-    VlModule *module = VlModuleNewFromFile("shop.c");
-    ASSERT_NE(module, nullptr);
-    VlModuleResolveAliases(module);
-    EXPECT_EQ(VlModuleWrite(module, "shop.c", 1), 1);
-    EXPECT_EQ(ws.read("shop.c"), kShopModule);
-    VlModuleDelete(module);
-}
-
 TEST(ModuleRead, FailuresPrintTheirMessageAndGiveNull) {
     Workspace ws;
     addPage("shop.html", {"order"});
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile(nullptr), nullptr); }),
-              "fileName is NULL in VlModuleNewFromFile\n");
     EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("gone.c"), nullptr); }),
               "Could not read file in VlModuleNewFromFile<gone.c>\n");
     ws.write("plain.c", "int main() { return 0; }\n");
     EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("plain.c"), nullptr); }),
               "plain.c is not a valid module file.\n");
     // The version line counts wherever it stands.
-    ws.write("late.c", "/* x */\n/* Velmora Module File V1.0B */\n"
-                       "static char _Vl_HTML_Filename[] = \"shop.html\";\n");
+    ws.write("late.c",
+             "/* x */\n" + kModuleVersion + "static char _Vl_HTML_Filename[] = \"shop.html\";\n");
     VlModule *late = nullptr;
     EXPECT_EQ(printed([&] { late = VlModuleNewFromFile("late.c"); }), "");
     ASSERT_NE(late, nullptr);
-    EXPECT_EQ(late->userIncludes, nullptr);
-    EXPECT_EQ(SutSizList(late->functions), 0);
     VlModuleDelete(late);
 
-    ws.write("other.c", "/* Velmora Module File V1.0B */\n"
-                        "static char _Vl_HTML_Filename[] = \"other.html\";\n");
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("other.c"), nullptr); }),
-              "Could not read htmlfile for module other.html\n");
-    ws.write("nopage.c", "/* Velmora Module File V1.0B */\n");
+    ws.write("nopage.c", kModuleVersion);
     EXPECT_EQ(printed([] { EXPECT_EQ(VlModuleNewFromFile("nopage.c"), nullptr); }),
               "Could not read htmlfile for module NULL HTML Name\n");
 }
@@ -188,12 +102,9 @@ TEST(ModuleRead, DropsFunctionsAndAliasesWhoseActivatorIsGone) {
     Workspace ws;
     // The page has lost its form "order" and its anchor "home".
     VlHtmlDoc *shop = addPage("shop.html", {"keep"});
-    std::string text = "/* Velmora Module File V1.0B */\n"
-                       "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
-    for (const char *name : {"Forder", "Ahome", "Xodd", "Fkeep"})
-        text += std::string("/*Velmora Start of Function */\nstatic void ") + name +
-                " ()\n/* start of initial code */\n{\n/* start of func Code */\n" + name +
-                "\n/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
+    std::string text = kModuleVersion + "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+    for (std::string name : {"Forder", "Ahome", "Xodd", "Fkeep"})
+        text += moduleFunction(name, "", name + "\n", "");
     text += "void R_shop_html()\n{\n"
             "\tVlRegisterHtmlAlias(\"x__Fshop_html\",\"order__Fshop_html\");\n"
             "\tVlRegisterHtmlAlias(\"y__Fshop_html\",\"keep__Fshop_html\");\n"
@@ -221,130 +132,30 @@ TEST(ModuleRead, DropsFunctionsAndAliasesWhoseActivatorIsGone) {
     VlModuleDelete(module);
 }
 
-TEST(ModuleRead, ResolvingWalksAliasesBackwards) {
+TEST(ModuleRead, AMissingFileIsOfferedToTheReadScriptFirst) {
     Workspace ws;
-    VlHtmlDoc *shop = addPage("shop.html", {"order", "b"});
-    VlModule *module = VlModuleNew(shop);
-    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "x");
-    VlFunction *fn = functionAt(module, 0);
-    for (const char *name : {"a__Fshop_html", "b__Fshop_html", "c__Ashop_html"}) {
-        auto *alias = static_cast<VlAlias *>(calloc(1, sizeof(VlAlias)));
-        alias->name = strdup(name);
-        SutAddList(fn->aliases, alias);
-    }
-    EXPECT_EQ(printed([&] { VlModuleResolveAliases(module); }),
-              "Removing alias c__Ashop_html because activator removed from HTML\n "
-              "Removing alias a__Fshop_html because activator removed from HTML\n ");
-    ASSERT_EQ(SutSizList(fn->aliases), 1);
-    EXPECT_EQ(aliasAt(fn, 0)->form, formOf(shop, "b"));
-    EXPECT_EQ(aliasAt(fn, 0)->html, shop);
-    VlModuleDelete(module);
-}
-
-TEST(ModuleRead, SectionWithoutEndMarkerRunsToTheEnd) {
-    Workspace ws;
-    VlHtmlDoc *shop = addPage("shop.html", {"order"});
-    ws.write("cut.c", "/* Velmora Module File V1.0B */\n"
-                      "static char _Vl_HTML_Filename[] = \"shop.html\";\n"
-                      "/*Velmora Start of Function */\nstatic void Forder ()\n"
-                      "/* start of initial code */\n{\n\tinit;\n"
-                      "/* start of func Code */\n\tcut off here\n");
-    VlModule *module = VlModuleNewFromFile("cut.c");
-    ASSERT_NE(module, nullptr);
-    ASSERT_EQ(SutSizList(module->functions), 1);
-    EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
-    EXPECT_EQ(codeOf(functionAt(module, 0)), "\tinit;\n|\tcut off here\n|<null>");
-    VlModuleDelete(module);
-}
-
-TEST(ModuleRead, ReadScriptGetsTheQuotedFileName) {
-    Workspace ws;
-    addPage("shop.html", {});
-    const std::string minimal = "/* Velmora Module File V1.0B */\n"
-                                "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
-    ws.write("my shop;touch pwned.c", minimal);
-    VlModule *module = VlModuleNewFromFile("my shop;touch pwned.c");
-    ASSERT_NE(module, nullptr);
-    EXPECT_EQ(ws.scripts(), "vlreadmodule.sh 1|my shop;touch pwned.c\n");
-    EXPECT_FALSE(fs::exists("pwned.c"));
-    VlModuleDelete(module);
-    // A missing file is still offered to the script first (it may fetch it).
-    printed([] { VlModuleNewFromFile("fetch.c"); });
+    printed([] { VlModuleNewFromFile("fetch.c"); }); // the script may fetch it
     EXPECT_EQ(ws.scripts(), "vlreadmodule.sh 1|fetch.c\n");
 }
 
-TEST(ModuleRead, EveryTruncationOfAModuleReadsWithoutHarm) {
-    Workspace ws;
-    theProj->options = SutNewList();
-    SutAddList(theProj->options, strdup("Project.Call Read/Write Scripts : False"));
-    addPage("shop.html", {"order"}, {"home"});
-    addPage("cart.html", {"pay"});
-    size_t read = 0;
-    printed([&] {
-        for (size_t n = 0; n <= kShopModule.size(); n++) {
-            ws.write("cut.c", kShopModule.substr(0, n));
-            VlModule *module = VlModuleNewFromFile("cut.c");
-            if (module) read++;
-            VlModuleResolveAliases(module);
-            if (module) VlModuleWrite(module, "out.c", 1);
-            VlModuleDelete(module);
-        }
-    });
-    // Read are the prefixes that end right after the page name or hold its
-    // whole line; a name cut short, or followed by only part of its line end,
-    // names no page.
-    const size_t named = kShopModule.find("shop.html\";") + 9;
-    EXPECT_EQ(read, kShopModule.size() + 1 - named - 2);
-    EXPECT_EQ(ws.scripts(), "");
-}
-
 // Functions without their code markers used to send every section search to
-// the end of the file, once per function: a file of many bare function
-// markers took time quadratic in its length. The searches now remember where
-// a marker is (or that it is absent); what is read stays the same.
-TEST(ModuleRead, ManyFunctionsWithoutCodeMarkersAreReadOnce) {
+// the end of the file, once per function; the searches now remember where a
+// marker is. A marker that stands only further on is still found from an
+// earlier function, which takes the section, and everything up to it is
+// passed over; the function after it is read from there on.
+TEST(ModuleRead, SectionMarkersFurtherOnAreFoundFromAnEarlierFunction) {
     Workspace ws;
-    theProj->options = SutNewList();
-    SutAddList(theProj->options, strdup("Project.Call Read/Write Scripts : False"));
-    VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
-    const std::string head = "/* Velmora Module File V1.0B */\n"
-                             "static char _Vl_HTML_Filename[] = \"shop.html\";\n";
+    theProj->options = makeList({"Project.Call Read/Write Scripts : False"});
+    addPage("shop.html", {"order"}, {"home"});
     const std::string bare = "/*Velmora Start of Function */\nstatic void Forder ()\n";
-    std::string text = head;
-    for (int i = 0; i < 20000; i++)
-        text += bare;
-    text += "void R_shop_html()\n{\n\tVlRegisterHtmlAlias(\"x__Fshop_html\",\"order__Fshop_html\");"
-            "\n\n}/* Velmora End of Module */\n";
-    ws.write("bare.c", text);
-    VlModule *module = nullptr;
-    EXPECT_EQ(printed([&] { module = VlModuleNewFromFile("bare.c"); }), "");
-    ASSERT_NE(module, nullptr);
-    ASSERT_EQ(SutSizList(module->functions), 20000);
-    for (int i = 0; i < 20000; i++) {
-        VlFunction *fn = functionAt(module, i);
-        ASSERT_EQ(fn->form, formOf(shop, "order"));
-        ASSERT_EQ(fn->initCode, nullptr);
-        ASSERT_EQ(fn->funcCode, nullptr);
-        ASSERT_EQ(fn->finalCode, nullptr);
-        ASSERT_EQ(SutSizList(fn->aliases), i == 0 ? 1 : 0);
-    }
-    EXPECT_STREQ(aliasAt(functionAt(module, 0), 0)->name, "x__Fshop_html");
-    VlModuleDelete(module);
-
-    // A section marker that stands only further on is still found from an
-    // earlier function, which takes the section, and everything up to it is
-    // passed over; the function after it is read from there on.
-    ws.write("late.c", head + bare + bare +
-                           "/*Velmora Start of Function */\nstatic void Ahome ()\n" +
+    ws.write("late.c", kModuleVersion + "static char _Vl_HTML_Filename[] = \"shop.html\";\n" +
+                           bare + bare + "/*Velmora Start of Function */\nstatic void Ahome ()\n" +
                            "/* start of final code */\nX}/* end of final code */\n" + bare);
+    VlModule *module = nullptr;
     EXPECT_EQ(printed([&] { module = VlModuleNewFromFile("late.c"); }), "");
     ASSERT_NE(module, nullptr);
     ASSERT_EQ(SutSizList(module->functions), 2);
-    EXPECT_EQ(functionAt(module, 0)->form, formOf(shop, "order"));
-    EXPECT_EQ(functionAt(module, 0)->initCode, nullptr);
-    EXPECT_EQ(functionAt(module, 0)->funcCode, nullptr);
-    EXPECT_STREQ(functionAt(module, 0)->finalCode, "X");
-    EXPECT_EQ(functionAt(module, 1)->form, formOf(shop, "order"));
-    EXPECT_EQ(functionAt(module, 1)->finalCode, nullptr);
+    EXPECT_EQ(codeOf(functionAt(module, 0)), "<null>|<null>|X");
+    EXPECT_EQ(codeOf(functionAt(module, 1)), "<null>|<null>|<null>");
     VlModuleDelete(module);
 }

@@ -5,6 +5,7 @@
 
 #include "project/options.h"
 #include "project/project.h"
+#include "util/environment.h"
 #include "support/temp_dir.hpp"
 
 using EnvVar = ScopedEnv;

@@ -1,10 +1,11 @@
 // Helpers of the tests of writing and running a project: the templates of the
-// test distribution, option lists, and the scripts that the scripted runs
-// call, which log each call on one line with every argument in brackets (so a
-// name with a blank shows as one argument).
+// test distribution, option lists, pages read from disk, and the scripts that
+// the scripted runs call, which log each call on one line with every argument
+// in brackets (so a name with a blank shows as one argument).
 #ifndef VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
 #define VELMORA_TESTS_PROJECT_RUN_SUPPORT_HPP
 
+#include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
 #include <chrono>
@@ -18,9 +19,7 @@ inline void installRunScripts() {
         for (const char *script : {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh", "vlmake.sh",
                                    "vledithtml.sh", "vlbrowser.sh"}) {
             std::string path = testDistribution() + "/bin/" + script;
-            writeText(path, "#!/bin/sh\n{ printf '%s:' \"$(basename \"$0\")\"; "
-                            "for a in \"$@\"; do printf ' [%s]' \"$a\"; done; echo; } "
-                            ">> \"$VL_SCRIPT_LOG\"\n");
+            writeText(path, kLoggingScript);
             fs::permissions(path, fs::perms::owner_all);
         }
         return true;
@@ -38,6 +37,16 @@ inline void setOptions(std::initializer_list<const char *> lines) {
     theProj->options = SutNewList();
     for (const char *line : lines)
         SutAddList(theProj->options, VlCopyString(line));
+}
+
+// A page of the current project read from disk (so it has a working copy),
+// with its module.
+inline VlHtmlDoc *readPage(const Workspace &ws, const char *name, const std::string &text) {
+    ws.write(name, text);
+    VlHtmlDoc *doc = VlHtmlNewFromFile(name);
+    SutAddList(theProj->htmlDocs, doc);
+    addModule(doc);
+    return doc;
 }
 
 // Waits (up to five seconds) until the script log holds count lines, for

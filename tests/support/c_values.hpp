@@ -22,6 +22,11 @@ inline std::optional<std::string> take(char *s) {
     return out;
 }
 
+// The string's text ("<null>" for null); the string is released.
+inline std::string owned(char *s) {
+    return take(s).value_or("<null>");
+}
+
 // A possibly null C string as text.
 inline std::string str(const char *s) {
     return s ? s : "<null>";

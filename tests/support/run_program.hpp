@@ -5,6 +5,8 @@
 #ifndef VELMORA_TESTS_SUPPORT_RUN_PROGRAM_HPP
 #define VELMORA_TESTS_SUPPORT_RUN_PROGRAM_HPP
 
+#include "support/temp_dir.hpp"
+
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,7 +14,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -60,12 +61,8 @@ inline ProgramRun runProgram(const std::string &program, const std::vector<std::
     int status = 0;
     if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status))
         run.status = WEXITSTATUS(status);
-    auto slurp = [](const std::string &path) {
-        std::ifstream in(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    };
-    run.out = slurp(outPath);
-    run.err = slurp(errPath);
+    run.out = readText(outPath);
+    run.err = readText(errPath);
     std::error_code ec;
     std::filesystem::remove_all(pattern, ec);
     return run;

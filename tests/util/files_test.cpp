@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -14,7 +13,7 @@ Strings split(const char *text, const char *delim, const char *quotes) {
     return takeList(VlParseFileString(text, delim, quotes));
 }
 
-TEST(Files, ReadWholeFileWithItsModificationTime) {
+TEST(Files, ReadAndWriteWholeFiles) {
     TempDir dir;
     std::string path = dir.write("a.txt", std::string("line\r\nnul\0in", 12));
     struct stat st;
@@ -22,100 +21,53 @@ TEST(Files, ReadWholeFileWithItsModificationTime) {
     time_t when = 0;
     char *text = VlReadFileAndMod(path.c_str(), &when);
     ASSERT_NE(text, nullptr);
-    EXPECT_EQ(std::string(text, 12), std::string("line\r\nnul\0in", 12));
-    EXPECT_EQ(text[12], '\0');
+    EXPECT_EQ(std::string(text, 13), std::string("line\r\nnul\0in\0", 13));
     EXPECT_EQ(when, st.st_mtime);
     free(text);
-
-    EXPECT_EQ(take(VlReadFile(dir.write("empty", "").c_str())), "");
-    EXPECT_EQ(take(VlReadFileToString(path.c_str())), "line\r\nnul");
-
-    when = 7;
     EXPECT_EQ(VlReadFileAndMod(dir.path().c_str(), &when), nullptr); // a directory
-    EXPECT_EQ(VlReadFileAndMod(dir.file("missing").c_str(), &when), nullptr);
-    EXPECT_EQ(VlReadFileAndMod(nullptr, &when), nullptr);
-    EXPECT_EQ(when, 7);
-    if (geteuid() != 0) {
-        chmod(path.c_str(), 0);
-        EXPECT_EQ(VlReadFile(path.c_str()), nullptr);
-    }
-}
 
-TEST(Files, WriteReturnsZeroOnSuccess) {
-    TempDir dir;
-    std::string path = dir.file("out.txt");
-    EXPECT_EQ(VlWriteStrToFile(path.c_str(), "first version\n"), 0);
     EXPECT_EQ(VlWriteStrToFile(path.c_str(), "second"), 0); // truncates
-    EXPECT_EQ(dir.read("out.txt"), "second");
-    EXPECT_EQ(VlWriteStrToFile("", "x"), 1);
-    EXPECT_EQ(VlWriteStrToFile(path.c_str(), nullptr), 1);
+    EXPECT_EQ(dir.read("a.txt"), "second");
     EXPECT_EQ(VlWriteStrToFile(dir.file("no/such/dir").c_str(), "x"), 1);
-    EXPECT_EQ(dir.read("out.txt"), "second");
 }
 
 TEST(Files, ExistenceTestsAndDirectories) {
     TempDir dir;
     std::string file = dir.write("f", "x");
-    EXPECT_EQ(VlFileExists(file.c_str()), 1);
     EXPECT_EQ(VlFileExists(dir.path().c_str()), 0);
-    EXPECT_EQ(VlFileExists(dir.file("none").c_str()), 0);
-
-    EXPECT_EQ(VlDirExists("/tmp/"), 1);
     EXPECT_EQ(VlDirExists((dir.path() + "\\").c_str()), 1);
-    EXPECT_EQ(VlDirExists(file.c_str()), 0);
     EXPECT_EQ(VlDirExists((file + "/").c_str()), 0);
-    EXPECT_EQ(VlDirExists(nullptr), 0);
-
     // mkdir goes through the shell: names with blanks and quotes arrive whole
     // and a name never runs as a command.
     std::string odd = dir.file("a b/it's;touch pwned/c");
     EXPECT_EQ(VlMkdir(odd.c_str()), 0);
     EXPECT_EQ(VlDirExists(odd.c_str()), 1);
     EXPECT_FALSE(VlFileExists("pwned"));
-    EXPECT_EQ(VlMkdir(odd.c_str()), 0); // -p: an existing directory is fine
-    EXPECT_NE(VlMkdir((file + "/sub").c_str()), 0);
-    EXPECT_EQ(VlMkdir(nullptr), -1);
-
     ScopedCwd cwd(dir.path());
     EXPECT_EQ(take(VlGetCurrentDir()), fs::canonical(dir.path()).string());
 }
 
 TEST(Files, LineEndConversion) {
-    EXPECT_EQ(take(VlUnixToDos("a\r\nb\n")), "a\r\nb\r\n");
-    EXPECT_EQ(take(VlUnixToDos("\n\nx")), "\r\n\r\nx");
-    EXPECT_EQ(take(VlUnixToDos("")), "");
-    EXPECT_EQ(VlUnixToDos(nullptr), nullptr);
+    EXPECT_EQ(take(VlUnixToDos("\na\r\nb\n")), "\r\na\r\nb\r\n");
     EXPECT_EQ(take(VlDosToUnix("a\rb\r\n")), "ab\n");
-    EXPECT_EQ(take(VlDosToUnix("\r\r")), "");
-
     char path[] = "c:\\dir\\file.html";
     VlDosToUnixSlashes(path);
     EXPECT_STREQ(path, "c:/dir/file.html");
-    VlDosToUnixSlashes(nullptr);
 }
 
 TEST(Files, Split) {
-    EXPECT_EQ(split("a\nb\n", "\n", nullptr), (Strings{"a", "b"}));
-    EXPECT_EQ(split("a\n\nb", "\n", nullptr), (Strings{"a", "", "b"}));
-    EXPECT_EQ(split("\n", "\n", nullptr), (Strings{""}));
+    EXPECT_EQ(split("a\n\nb\n", "\n", nullptr), (Strings{"a", "", "b"}));
     EXPECT_EQ(split("", "\n", nullptr), (Strings{""}));
-    EXPECT_EQ(split(nullptr, "\n", nullptr), (Strings{""}));
-    EXPECT_EQ(split("a\r\nb", "\n", nullptr), (Strings{"a\r", "b"}));
     // Only the first character of the delimiters counts.
     EXPECT_EQ(split("a;b,c", ",;", ""), (Strings{"a;b", "c"}));
     EXPECT_EQ(split("x,\"a,b\",\"say \"\"hi\"\"\"", ",", "\""),
               (Strings{"x", "a,b", "say \"hi\""}));
     // Quotes may open in the middle of a field; an unclosed quote runs to the end.
-    EXPECT_EQ(split("ab'c,d'e,f", ",", "'"), (Strings{"abc,de", "f"}));
-    EXPECT_EQ(split("'open,end", ",", "'"), (Strings{"open,end"}));
-    // An empty quoted field is empty and so dropped at the end, kept before a delimiter.
+    EXPECT_EQ(split("ab'c,d'e,'f,g", ",", "'"), (Strings{"abc,de", "f,g"}));
+    // An empty field is dropped at the end, kept before a delimiter.
     EXPECT_EQ(split("'',x,''", ",", "'"), (Strings{"", "x"}));
-    // Without a quote character the quote is text.
-    EXPECT_EQ(split("\"a,b\"", ",", nullptr), (Strings{"\"a", "b\""}));
     // Newlines that are not the delimiter become blanks, inside quotes too.
-    EXPECT_EQ(split("a b\nc", ",", nullptr), (Strings{"a b c"}));
     EXPECT_EQ(split("'a\nb',c\n", ",", "'"), (Strings{"a b", "c "}));
-    EXPECT_EQ(split("a,,b,", ",", nullptr), (Strings{"a", "", "b"}));
 }
 
 } // namespace

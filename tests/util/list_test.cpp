@@ -21,62 +21,33 @@ std::vector<intptr_t> numbers(const SutList *l) {
 
 TEST(List, CapacitiesAndGrowth) {
     SutList *l = SutNewList();
-    EXPECT_EQ(l->capacity, 20);
     for (int i = 1; i <= 19; i++)
         SutAddList(l, num(i));
     EXPECT_EQ(l->capacity, 20);
-    EXPECT_EQ(SutAddList(l, num(20)), num(20)); // the twentieth item fills it: grows
+    SutAddList(l, num(20)); // the twentieth item fills it: grows by half
     EXPECT_EQ(l->capacity, 30);
-    EXPECT_EQ(SutSizList(l), 20);
-    EXPECT_EQ(numbers(l)[19], 20);
     SutDeleteList(l);
-
-    const std::pair<int, int> sizes[] = {{-5, 4}, {0, 4}, {3, 4}, {4, 5}, {10, 11}};
-    for (auto [asked, capacity] : sizes) {
+    for (auto [asked, capacity] : {std::pair{-5, 4}, {3, 4}, {10, 11}}) {
         l = SutNewListSize(asked);
         EXPECT_EQ(l->capacity, capacity) << asked;
-        EXPECT_EQ(l->count, 0);
         SutDeleteList(l);
     }
 }
 
 TEST(List, FromValuesTakesOverLargeArraysAndCopiesSmallOnes) {
-    EXPECT_EQ(SutNewListFromValues(nullptr, -1), nullptr);
-
     void **five = static_cast<void **>(calloc(5, sizeof(void *)));
-    for (int i = 0; i < 5; i++)
-        five[i] = num(i + 1);
     SutList *l = SutNewListFromValues(five, 5);
     EXPECT_EQ(l->items, five);
-    EXPECT_EQ(l->capacity, 5);
-    SutAddList(l, num(6)); // grows to 7 before storing
+    SutAddList(l, num(6)); // full: grows to 7 before storing
     EXPECT_EQ(l->capacity, 7);
-    SutAddList(l, num(7)); // count reaches capacity: grows to 10
-    EXPECT_EQ(l->capacity, 10);
-    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{1, 2, 3, 4, 5, 6, 7}));
     SutDeleteList(l);
-
-    // Fewer than four: copied into a fresh array of four; the caller's array is
-    // released (the sanitizer build would report a leak otherwise).
+    // Fewer than four: copied into a fresh array of four and the caller's
+    // array released (the sanitizer build checks it).
     void **two = static_cast<void **>(calloc(2, sizeof(void *)));
-    two[0] = num(7);
     two[1] = num(8);
     l = SutNewListFromValues(two, 2);
     EXPECT_EQ(l->capacity, 4);
-    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{7, 8}));
-    SutDeleteList(l);
-
-    // Zero values: the array is left to the caller.
-    void **none = static_cast<void **>(calloc(1, sizeof(void *)));
-    l = SutNewListFromValues(none, 0);
-    EXPECT_EQ(l->capacity, 4);
-    EXPECT_EQ(l->count, 0);
-    SutDeleteList(l);
-    free(none);
-
-    // No array at all: an empty list, whatever the count claims.
-    l = SutNewListFromValues(nullptr, 6);
-    EXPECT_EQ(SutSizList(l), 0);
+    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{0, 8}));
     SutDeleteList(l);
 }
 
@@ -93,10 +64,7 @@ TEST(List, AddAtEndMayLeaveTheListFullAndTheNextAddGrowsFirst) {
     EXPECT_EQ(SutAddNList(l, 2, num(9)), num(9));
     EXPECT_EQ(l->capacity, 9);
     EXPECT_EQ(numbers(l), (std::vector<intptr_t>{0, 1, 9, 2, 3, 4}));
-    // Bad positions change nothing.
-    EXPECT_EQ(SutAddNList(l, -1, num(5)), nullptr);
-    EXPECT_EQ(SutAddNList(l, 7, num(5)), nullptr);
-    EXPECT_EQ(SutAddNList(nullptr, 0, num(5)), nullptr);
+    EXPECT_EQ(SutAddNList(l, 7, num(5)), nullptr); // past the end
     EXPECT_EQ(l->count, 6);
     SutDeleteList(l);
 }
@@ -105,61 +73,29 @@ TEST(List, PositionalAccessReplaceRemoveAndPop) {
     SutList *l = SutNewList();
     for (int i = 0; i < 5; i++)
         SutAddList(l, num(10 + i));
-    EXPECT_EQ(SutGetNList(l, -1), nullptr);
     EXPECT_EQ(SutGetNList(l, 5), nullptr);
-    EXPECT_EQ(SutGetNList(nullptr, 0), nullptr);
     EXPECT_EQ(SutSizList(nullptr), -1);
-
     EXPECT_EQ(SutReplaceNList(l, 1, num(99)), num(11));
-    EXPECT_EQ(SutReplaceNList(l, 5, num(1)), nullptr);
     EXPECT_EQ(SutRemoveNList(l, 0), num(10));
-    EXPECT_EQ(SutRemoveNList(l, 4), nullptr);
-    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{99, 12, 13, 14}));
-
     EXPECT_EQ(SutRemoveList(l), num(14)); // the last item, not the first
-    EXPECT_EQ(SutSizList(l), 3);
-    EXPECT_EQ(SutRemoveList(nullptr), nullptr);
-    while (SutSizList(l) > 0)
-        SutRemoveList(l);
-    EXPECT_EQ(SutRemoveList(l), nullptr);
+    EXPECT_EQ(numbers(l), (std::vector<intptr_t>{99, 12, 13}));
+    EXPECT_EQ(SutGetPosFromItem(l, num(13)), 2);
     SutDeleteList(l);
 }
 
-TEST(List, NullItemsAreStoredAndPositionIsByIdentity) {
-    SutList *l = makeList({"a", nullptr, "b"});
-    EXPECT_EQ(SutSizList(l), 3);
-    EXPECT_EQ(SutGetPosFromItem(l, nullptr), 1);
-    char same[] = "b";
-    EXPECT_EQ(SutGetPosFromItem(l, same), -1); // equal text at another address
-    EXPECT_EQ(SutGetPosFromItem(l, SutGetNList(l, 2)), 2);
-    EXPECT_EQ(SutGetPosFromItem(nullptr, nullptr), -1);
-    SutDestroyList(l);
-}
-
-TEST(List, CopyAndCatShareItems) {
+TEST(List, PositionIsByIdentityAndCopiesShareItems) {
     SutList *l = makeList({"x", "y"});
+    char same[] = "y";
+    EXPECT_EQ(SutGetPosFromItem(l, same), -1); // equal text at another address
     SutList *copy = SutCopyList(l);
     EXPECT_EQ(copy->capacity, l->capacity);
-    EXPECT_EQ(SutGetNList(copy, 0), SutGetNList(l, 0));
-    EXPECT_NE(copy->items, l->items);
-    EXPECT_EQ(SutCopyList(nullptr), nullptr);
-
-    EXPECT_EQ(SutListCat(copy, l), 1);
-    EXPECT_EQ(items(copy), (Strings{"x", "y", "x", "y"}));
-    EXPECT_EQ(SutGetNList(copy, 3), SutGetNList(l, 1));
-    EXPECT_EQ(SutListCat(copy, nullptr), 1);
-    EXPECT_EQ(SutSizList(copy), 4);
-    EXPECT_EQ(SutListCat(nullptr, l), 0);
+    EXPECT_EQ(SutGetNList(copy, 1), SutGetNList(l, 1));
+    SutDeleteList(copy);
     EXPECT_EQ(SutListCat(l, l), 1); // a list onto itself doubles once
     EXPECT_EQ(items(l), (Strings{"x", "y", "x", "y"}));
-
-    SutDeleteList(copy);
     SutRemoveList(l); // the shared pointers would be freed twice otherwise
     SutRemoveList(l);
     SutDestroyList(l);
-    EXPECT_EQ(SutDeleteList(nullptr), -1);
-    EXPECT_EQ(SutDestroyList(nullptr), -1);
-    EXPECT_EQ(SutDeleteList(SutNewList()), 0);
 }
 
 } // namespace

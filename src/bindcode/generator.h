@@ -1,6 +1,6 @@
 /* The binding-code generator: the code of one request, exactly as the parser reads it back. */
-#ifndef VELMORA_MAPS_GENERATOR_H
-#define VELMORA_MAPS_GENERATOR_H
+#ifndef VELMORA_BINDCODE_GENERATOR_H
+#define VELMORA_BINDCODE_GENERATOR_H
 
 #include "maps/map.h"
 

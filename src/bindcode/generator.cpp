@@ -2,7 +2,7 @@
 // callback, as the fixed sequence of calls on the work-call record that the
 // binding-code parser reads back. Quoted list items are escaped so that the
 // parser restores them exactly.
-#include "maps/generator.h"
+#include "bindcode/generator.h"
 
 #include <string>
 #include <string_view>
@@ -13,21 +13,21 @@ namespace {
 
 using std::string_view;
 
-string_view orEmpty(const char *s) {
+string_view OrEmpty(const char *s) {
     return s ? string_view(s) : string_view();
 }
-string_view orDefault(const char *s, const char *fallback) {
+string_view OrDefault(const char *s, const char *fallback) {
     return s ? s : fallback;
 }
 
 // A null pointer of the generated code stands for an absent value.
-std::string pointerOr0x0(const char *s) {
+std::string PointerOr0x0(const char *s) {
     return std::string("(XtPointer)") + (s ? s : "0x0");
 }
 
 // A quoted list item: a double quote becomes backslash-quote, a newline
 // blank-backslash-newline; carriage returns are dropped.
-void appendQuotedItem(std::string &out, string_view text) {
+void AppendQuotedItem(std::string &out, string_view text) {
     out += "\t\t\"";
     for (char c : text) {
         if (c == '"')
@@ -40,19 +40,19 @@ void appendQuotedItem(std::string &out, string_view text) {
     out += "\",\n";
 }
 
-void appendList(std::string &out, const SutList *items) {
+void AppendList(std::string &out, const SutList *items) {
     for (int i = 0; i < SutSizList(items); i++)
-        appendQuotedItem(out, orEmpty(static_cast<const char *>(SutGetNList(items, i))));
+        AppendQuotedItem(out, OrEmpty(static_cast<const char *>(SutGetNList(items, i))));
     out += "\t\tVULL);\n";
 }
 
-bool hasItems(const SutList *list) {
+bool HasItems(const SutList *list) {
     return SutSizList(list) > 0;
 }
 
 // The work call's last argument: the request kind where it has one, else the
 // callback's dialog setting.
-string_view lastWord(const SpmSPBind *bind, const SpmCallbackBind *call) {
+string_view LastWord(const SpmSPBind *bind, const SpmCallbackBind *call) {
     switch (bind->id) {
     case 1002:
         return "READ_FILE";
@@ -63,11 +63,11 @@ string_view lastWord(const SpmSPBind *bind, const SpmCallbackBind *call) {
     case 1005:
         return "NULL_EXEC";
     default:
-        return orDefault(call->useDialog, "NO_WP");
+        return OrDefault(call->useDialog, "NO_WP");
     }
 }
 
-string_view runCall(int vendor) {
+string_view RunCallSuffix(int vendor) {
     switch (vendor) {
     case 1:
         return "OSQL";
@@ -83,14 +83,14 @@ string_view runCall(int vendor) {
 }
 
 // The widget a column feeds, as "page|widget" or "widget".
-std::string widgetWord(const SpmColBind *col) {
+std::string WidgetWord(const SpmColBind *col) {
     if (!col->swidget) return "(XtPointer)0x0";
     std::string word = "\"";
     if (col->interface) word.append(col->interface).append("|");
     return word.append(col->swidget).append("\"");
 }
 
-void appendCode(std::string &out, const char *code) {
+void AppendCode(std::string &out, const char *code) {
     if (code && *code) out.append(code).append("\n");
 }
 
@@ -105,49 +105,49 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
     out += "\t/********************************************************/\n"
            "\t/********* users initial code is inserted here **********/\n"
            "\t/********************************************************/\n";
-    if (flag) appendCode(out, call->initCode);
+    if (flag) AppendCode(out, call->initCode);
 
     out += "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t";
     out += std::to_string(call->maxRows);
-    out.append(",\n\t\t\"").append(orEmpty(bind->servername));
-    out.append("\",\n\t\t\"").append(orEmpty(bind->dbname));
-    out.append("\",\n\t\t\"").append(orEmpty(bind->name));
-    out.append("\", ").append(lastWord(bind, call)).append(");\n\n");
+    out.append(",\n\t\t\"").append(OrEmpty(bind->servername));
+    out.append("\",\n\t\t\"").append(OrEmpty(bind->dbname));
+    out.append("\",\n\t\t\"").append(OrEmpty(bind->name));
+    out.append("\", ").append(LastWord(bind, call)).append(");\n\n");
 
     // Without a name the comment is left out, so the reader gives the bind a
     // fresh unique one.
     if (bind->altName)
         out.append("\n\t/* Brennix Bind Name : ").append(bind->altName).append(" */\n");
 
-    out.append("\tSgeSetCallDetail(pSgeWCD, ").append(orDefault(bind->cacheFlag, "NO_CACHE"));
-    out.append(",\n\t\t").append(pointerOr0x0(bind->cacheKey));
-    out.append(",\n\t\t").append(orDefault(call->indexFlag, "ROW_INDEX"));
-    out.append(", ").append(pointerOr0x0(call->indexValue));
-    out.append(",\n\t\t").append(pointerOr0x0(bind->indexKey));
-    out.append(",\n\t\t").append(orDefault(call->queueFile, "NO_QUEUE_FILE")).append(");\n");
+    out.append("\tSgeSetCallDetail(pSgeWCD, ").append(OrDefault(bind->cacheFlag, "NO_CACHE"));
+    out.append(",\n\t\t").append(PointerOr0x0(bind->cacheKey));
+    out.append(",\n\t\t").append(OrDefault(call->indexFlag, "ROW_INDEX"));
+    out.append(", ").append(PointerOr0x0(call->indexValue));
+    out.append(",\n\t\t").append(PointerOr0x0(bind->indexKey));
+    out.append(",\n\t\t").append(OrDefault(call->queueFile, "NO_QUEUE_FILE")).append(");\n");
 
     // A dynamic SQL request carries its fragments, even when it has none.
-    if (hasItems(bind->sqlFrags) || bind->id == 1) {
+    if (HasItems(bind->sqlFrags) || bind->id == 1) {
         out += "\tSgeVaSetFrags(pSgeWCD,\n";
-        appendList(out, bind->sqlFrags);
+        AppendList(out, bind->sqlFrags);
     }
-    if (hasItems(bind->options)) {
+    if (HasItems(bind->options)) {
         out += "\tVlVaSetReqOptions(pSgeWCD,\n";
-        appendList(out, bind->options);
+        AppendList(out, bind->options);
     }
-    if (hasItems(call->options)) {
+    if (HasItems(call->options)) {
         out += "\tVlVaSetCallOptions(pSgeWCD,\n";
-        appendList(out, call->options);
+        AppendList(out, call->options);
     }
 
     for (int i = 0; i < SutSizList(bind->colBinds); i++) {
         const auto *col = static_cast<const SpmColBind *>(SutGetNList(bind->colBinds, i));
         if (!col) continue;
-        out.append("\tSgeSetColBind(pSgeWCD, ").append(widgetWord(col));
+        out.append("\tSgeSetColBind(pSgeWCD, ").append(WidgetWord(col));
         out.append(", ").append(std::to_string(col->group));
         out.append(", ").append(std::to_string(col->order));
         out.append(", ").append(std::to_string(col->dataSize));
-        out.append(",\n\t\t").append(pointerOr0x0(col->popCallbackName));
+        out.append(",\n\t\t").append(PointerOr0x0(col->popCallbackName));
         out.append(",\n\t\t").append(col->clientData ? col->clientData : "(XtPointer)0x0");
         out.append(");\n");
         out.append("\tSgeSetColDetail(pSgeWCD, ").append(std::to_string(col->dataTypeId));
@@ -155,11 +155,11 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
         out.append(", ").append(std::to_string(col->computeColumn));
         // The fourth number is not read back: the column's position.
         out.append(", ").append(std::to_string(i + 1));
-        out.append(",\n\t\t\"").append(orEmpty(col->dataType));
-        out.append("\",\n\t\t\"").append(orEmpty(col->columnName)).append("\");\n");
-        if (hasItems(col->options)) {
+        out.append(",\n\t\t\"").append(OrEmpty(col->dataType));
+        out.append("\",\n\t\t\"").append(OrEmpty(col->columnName)).append("\");\n");
+        if (HasItems(col->options)) {
             out.append("\tVlVaSetColOptions(pSgeWCD, ").append(std::to_string(i + 1)).append(",\n");
-            appendList(out, col->options);
+            AppendList(out, col->options);
         }
     }
 
@@ -168,21 +168,21 @@ char *getCallbackCode(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
         if (!arg) continue;
         out.append("\tSgeSetArgBnd2(pSgeWCD, ").append(std::to_string(arg->dataTypeId));
         out.append(", ").append(std::to_string(arg->dataSize));
-        out.append(", \"").append(orEmpty(arg->argName));
-        out.append("\", \"").append(orEmpty(arg->dataType));
-        out.append("\",\n\t\t").append(orDefault(arg->initCode, "\"\"")).append(");\n");
-        if (hasItems(arg->options)) {
+        out.append(", \"").append(OrEmpty(arg->argName));
+        out.append("\", \"").append(OrEmpty(arg->dataType));
+        out.append("\",\n\t\t").append(OrDefault(arg->initCode, "\"\"")).append(");\n");
+        if (HasItems(arg->options)) {
             out.append("\tVlVaSetArgOptions(pSgeWCD, ").append(std::to_string(i + 1)).append(",\n");
-            appendList(out, arg->options);
+            AppendList(out, arg->options);
         }
     }
 
-    out.append("\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_").append(runCall(bind->dbVendor));
+    out.append("\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_").append(RunCallSuffix(bind->dbVendor));
     out += ");\n\n";
     out += "\t/*******************************************************/\n"
            "\t/********** users final code is inserted here **********/\n"
            "\t/*******************************************************/\n";
-    if (flag) appendCode(out, call->finalCode);
+    if (flag) AppendCode(out, call->finalCode);
     out += "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
     return VlHeapCopy(out);
 }

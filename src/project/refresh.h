@@ -1,7 +1,7 @@
 /* Refreshing a page that changed on disk: names and bindings carried from the
  * old reading to the new one. */
-#ifndef VELMORA_HTML_REFRESH_H
-#define VELMORA_HTML_REFRESH_H
+#ifndef VELMORA_PROJECT_REFRESH_H
+#define VELMORA_PROJECT_REFRESH_H
 
 #include "html/document.h"
 

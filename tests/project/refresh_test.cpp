@@ -60,11 +60,9 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
     VlModuleAddFunc(cartModule, formOf(cart, "pay"), nullptr, "pay");
     VlModuleAddAlias(cart, "pay", "F", old, "order");
     VlModuleAddAlias(cart, "pay", "F", old, "gone");
-    SpmSPBind *goneBind = addBind("q1", "F", "gone", "s2");
-    SpmSPBind *lostBind = addBind("q2", "A", "lost", "s2");
+    addBind("q1", "F", "gone", "s2");
+    addBind("q2", "A", "lost", "s2");
     SpmSPBind *orderBind = addBind("q3", "F", "order", "s2");
-    (void)goneBind;
-    (void)lostBind;
 
     NewReading fresh("shop.html");
     VlHtmlForm *order = fresh.form("order");
@@ -108,32 +106,4 @@ TEST(HtmlRefresh, CarriesNamesAndBindingsOverToTheNewReading) {
     SutReplaceNList(theProj->htmlDocs, 0, fresh.doc);
     VlModuleSetHtml(module, fresh.doc);
     VlHtmlDelete(old);
-    EXPECT_EQ(VlHtmlRefresh(nullptr, fresh.doc), 1);
-    EXPECT_EQ(VlHtmlRefresh(fresh.doc, nullptr), 1);
-}
-
-TEST(HtmlRefresh, FormRenamedOnThePageKeepsItsFunctionByAction) {
-    Workspace ws;
-    VlHtmlDoc *old = addPage("p.html", {"f"});
-    set(&formOf(old, "f")->origAction, "/cgi-bin/app.exe");
-    VlModule *module = addModule(old);
-    VlModuleAddFunc(module, formOf(old, "f"), nullptr, "code");
-    module->saved = 1;
-
-    // A form whose name the user removed by hand but whose action is the same.
-    NewReading fresh("p.html");
-    VlHtmlForm *same = fresh.form(nullptr, "/cgi-bin/app.exe");
-    printed([&] { VlHtmlRefresh(old, fresh.doc); });
-    EXPECT_STREQ(same->fullName, "f__Fp_html");
-    EXPECT_EQ(nth<VlFunction>(module->functions, 0)->form, same);
-    EXPECT_EQ(module->saved, 1); // moving a pointer is no change to the file
-    EXPECT_EQ(fresh.doc->formsChanged, 1);
-
-    // Without any match the function goes and the module must be written.
-    NewReading empty("p.html");
-    VlHtmlRefresh(fresh.doc, empty.doc);
-    EXPECT_EQ(SutSizList(module->functions), 0);
-    EXPECT_EQ(module->saved, 0);
-    VlHtmlDelete(fresh.doc);
-    VlHtmlDelete(empty.doc);
 }

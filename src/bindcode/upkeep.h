@@ -1,11 +1,11 @@
 /* Map upkeep: keeps the binding map and the activator code of the modules in
  * step: regenerating the code of changed binds, installing one bind's code,
  * comparing binds, unique names, and following deleted page elements. */
-#ifndef VELMORA_MAPS_UPKEEP_H
-#define VELMORA_MAPS_UPKEEP_H
+#ifndef VELMORA_BINDCODE_UPKEEP_H
+#define VELMORA_BINDCODE_UPKEEP_H
 
-#include "util/list.h"
 #include "maps/map.h"
+#include "util/list.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -2,7 +2,7 @@
 // step. Changed binds have their callbacks' code regenerated and installed in
 // the module functions; deleted page elements are followed through the map;
 // and the map is reset when a project is closed.
-#include "maps/upkeep.h"
+#include "bindcode/upkeep.h"
 
 #include <stdio.h>
 #include <string.h>
@@ -11,13 +11,13 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "driver/nogui.h"
-#include "maps/generator.h"
+#include "bindcode/generator.h"
 #include "maps/mapfile.h"
-#include "project/lookup.h"
-#include "project/project.h"
+#include "project/callbackcode.h"
 #include "util/heap.hpp"
+#include "util/messages.h"
 #include "util/strings.h"
+#include "util/toolkit.hpp"
 
 namespace {
 

