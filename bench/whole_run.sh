@@ -5,6 +5,10 @@
 # same tree, and prints seconds per page, the ratio to cp -r, the growth from
 # the first size to the last and the peak memory of each run.
 #   bench/whole_run.sh [build directory] [pages ...]     (default: build 100 1000)
+# RUN_UNDER, when set, is put in front of the vlnogui command line, e.g.
+#   RUN_UNDER="valgrind --tool=callgrind --callgrind-out-file=/tmp/run.out" \
+#       bench/whole_run.sh build 300
+# to count the instructions of a whole run (times then measure the tool).
 # The read and write scripts are switched off by the configuration file; the
 # distribution's scripts (vlreadprj.sh and vlinst.sh still run) do nothing.
 set -eu
@@ -70,7 +74,7 @@ for n in "$@"; do
     # deleted costs the file system more, and would be charged to vlnogui.
     t2=$(now)
     kb=$(cd "$work/tree" && export VELMORA="$work/dist" HOME="$work/home" \
-        PATH="$work/dist/bin:/usr/bin:/bin" && peak "$vlnogui" -p "$work/tree/big.pj" -c "$work/run.cfg")
+        PATH="$work/dist/bin:/usr/bin:/bin" && peak ${RUN_UNDER:-} "$vlnogui" -p "$work/tree/big.pj" -c "$work/run.cfg")
     t3=$(now)
     grep -q '^Finished$' "$work/out.txt" || { echo "vlnogui did not finish:" >&2; cat "$work/out.txt" >&2; exit 1; }
     run=$(echo "$t3 - $t2" | bc -l)
