@@ -5,6 +5,8 @@
 // page costs per byte.
 #include "velmora.h"
 
+#include "html/markup_text.hpp"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -113,14 +115,10 @@ void BM_Scan(benchmark::State &state) {
     state.SetLabel(kNames[state.range(0)]);
 }
 
+// One pass into a new string, as the save chains the passes in memory.
 std::string Pass(VlHtmlDoc *doc, const std::string &text, int pass) {
-    char *buffer = nullptr;
-    size_t size = 0;
-    FILE *out = open_memstream(&buffer, &size);
-    VlMarkupHtmlDesignTimeForms(doc, text.c_str(), out, pass);
-    fclose(out);
-    std::string result(buffer, size);
-    free(buffer);
+    std::string result;
+    vlmarkup::MarkPass(doc, text, pass, result);
     return result;
 }
 

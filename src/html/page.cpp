@@ -8,9 +8,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "html/keywords.h"
 #include "html/markup.h"
+#include "html/markup_text.hpp"
 #include "html/scanner.h"
 #include "project/naming.h"
 #include "util/files.h"
@@ -106,17 +108,21 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     if (!text) return 1;
 
     // Each pass reads what the previous one left: anchors, keywords, forms.
+    // The passes chain in memory and the last one writes the working copy,
+    // which then holds what it held when every pass wrote it in turn.
+    std::vector<int> passes;
     if (doc->anchorsChanged) {
-        if (!RunPass(doc, text.get(), file.get(), 1)) return 1;
-        if (VlAnyKeys()) {
-            VlCharPtr marked(VlReadFile(file.get()));
-            if (!marked || !RunPass(doc, marked.get(), file.get(), 2)) return 1;
-        }
-        if (doc->formsChanged) text.reset(VlReadFile(file.get()));
+        passes.push_back(1);
+        if (VlAnyKeys()) passes.push_back(2);
     }
-    if (doc->formsChanged) {
-        if (!text || !RunPass(doc, text.get(), file.get(), 0)) return 1;
+    if (doc->formsChanged) passes.push_back(0);
+    std::string current = text.get();
+    for (size_t i = 0; i + 1 < passes.size(); i++) {
+        std::string marked;
+        vlmarkup::MarkPass(doc, current, passes[i], marked);
+        current.swap(marked);
     }
+    if (!passes.empty() && !RunPass(doc, current.c_str(), file.get(), passes.back())) return 1;
     // Site names are not written into pages; with only sites changed the
     // working copy keeps its text instead of being emptied.
     doc->sitesChanged = 0;
