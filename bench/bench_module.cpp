@@ -49,10 +49,10 @@ struct LargeModule {
             SutAddList(page->forms, form);
             const std::string name = "f" + std::to_string(i);
             VlHtmlFormSetName(page, form, name.c_str());
-            const std::string funcCode =
-                bindingCode ? bench::GeneratedRequest("big.html", name, 1) + "\n" +
-                                  bench::GeneratedRequest("big.html", name, 2)
-                            : "\tcall();";
+            const std::string funcCode = bindingCode
+                                             ? bench::GeneratedRequest("big.html", name, 1) + "\n" +
+                                                   bench::GeneratedRequest("big.html", name, 2)
+                                             : "\tcall();";
             text += "/*Velmora Start of Function */\nstatic void F" + name +
                     " ()\n/* start of initial code */\n{\n" + (bindingCode ? "\tint n;" : code) +
                     "\n/* start of func Code */\n" + funcCode +

@@ -73,7 +73,8 @@ int main(int argc, char **argv) {
             module += "/*Velmora Start of Function */\nstatic void F" + form +
                       " ()\n/* start of initial code */\n{\n\tconst char *title = "
                       "VlGetInputValue(\"title\");\n/* start of func Code */\n" +
-                      bench::GeneratedRequest(file, form, 1) + "\n" + bench::GeneratedRequest(file, form, 2) +
+                      bench::GeneratedRequest(file, form, 1) + "\n" +
+                      bench::GeneratedRequest(file, form, 2) +
                       "\n/* end of func code */\n/* start of final code */\n}/* end of final code "
                       "*/\n";
             registration +=

@@ -84,7 +84,8 @@ inline void CompareForm(Differences &d, const std::string &w, const VlHtmlForm *
     d.Number(w + ".elements", SutSizList(a->elements), SutSizList(b->elements));
     for (int i = 0; i < SutSizList(a->elements) && i < SutSizList(b->elements); i++)
         CompareElement(d, w + ".element " + std::to_string(i),
-                       At<VlHtmlFormElement>(a->elements, i), At<VlHtmlFormElement>(b->elements, i));
+                       At<VlHtmlFormElement>(a->elements, i),
+                       At<VlHtmlFormElement>(b->elements, i));
 }
 
 inline void CompareAnch(Differences &d, const std::string &w, const VlHtmlAnch *a,

@@ -105,8 +105,8 @@ KeywordScan::KeywordScan(const char *t, const char *e)
         if (!k || !*k) continue;
         const size_t n = strlen(k);
         const std::string_view word(k, n);
-        keywords.push_back({k, n, KeywordQuote(k), k[n - 1] == ' ', EqualsIgnoringCase(word, "HREF"),
-                            EqualsIgnoringCase(word, "ACTION")});
+        keywords.push_back({k, n, KeywordQuote(k), k[n - 1] == ' ',
+                            EqualsIgnoringCase(word, "HREF"), EqualsIgnoringCase(word, "ACTION")});
         // Walks look for keywords after white space and before a letter or a digit.
         if (IsAlnum(k[0])) {
             firsts += Upper(k[0]);
@@ -118,8 +118,7 @@ KeywordScan::KeywordScan(const char *t, const char *e)
 
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position) {
     const char *end = scan.end;
-    if (scan.keywords.empty() || !scan.text || scan.text >= end || !position ||
-        position + 1 >= end)
+    if (scan.keywords.empty() || !scan.text || scan.text >= end || !position || position + 1 >= end)
         return std::nullopt;
 
     // The first keyword in list order that the attribute name begins with.
@@ -134,8 +133,9 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     if (!keyword) return std::nullopt;
 
     const char *after = name + keyword->length;
-    const char *value = keyword->endsInBlank ? SkipWhite(after, end)
-                                             : (after < end ? SkipWhiteAndEqual(after, end) : nullptr);
+    const char *value = keyword->endsInBlank
+                            ? SkipWhite(after, end)
+                            : (after < end ? SkipWhiteAndEqual(after, end) : nullptr);
     if (!value || *value != keyword->quote) return std::nullopt;
 
     // HREF of an anchor and ACTION of a form belong to the form and anchor scanner.

@@ -63,75 +63,6 @@ inline bool FormClose(const char *s, const char *end) {
     return IPrefix(s, end, "/FORM>");
 }
 
-// A few two-byte word beginnings, letters in either case ("ac" for ACTION,
-// "<f" for a FORM tag), and possibly one byte: the places a reader looking
-// for a handful of words needs to look at. Made once (static), with its
-// sixteen-byte probes ready; letters are given in lower case.
-class WordSet {
-  public:
-    static constexpr int kMaxPairs = 6;
-    explicit WordSet(std::string_view pairs, char byte = '\0') : byte_(byte) {
-        for (size_t i = 0; i + 1 < pairs.size() && pairs_ < kMaxPairs; i += 2, pairs_++) {
-            first_[pairs_] = pairs[i];
-            second_[pairs_] = pairs[i + 1];
-#if defined(__SSE2__)
-            // A letter is compared with its case bit set, which matches just
-            // its two cases; any other byte as it is.
-            auto fold = [](char c) { return _mm_set1_epi8(c >= 'a' && c <= 'z' ? 0x20 : 0); };
-            firstFold_[pairs_] = fold(pairs[i]);
-            secondFold_[pairs_] = fold(pairs[i + 1]);
-            firstProbe_[pairs_] = _mm_set1_epi8(pairs[i]);
-            secondProbe_[pairs_] = _mm_set1_epi8(pairs[i + 1]);
-#endif
-        }
-#if defined(__SSE2__)
-        byteProbe_ = _mm_set1_epi8(byte);
-#endif
-    }
-    // A place of [.., end) where a word of the set begins.
-    bool At(const char *p, const char *end) const {
-        if (byte_ && *p == byte_) return true;
-        if (p + 1 >= end) return false;
-        for (int k = 0; k < pairs_; k++)
-            if (Lower(*p) == first_[k] && Lower(p[1]) == second_[k]) return true;
-        return false;
-    }
-#if defined(__SSE2__)
-    // Exactly At's answers for the sixteen places from p.
-    unsigned Block(const char *p) const {
-        const bytefind::Bytes v = bytefind::Load(p), next = bytefind::Load(p + 1);
-        bytefind::Bytes hit = byte_ ? _mm_cmpeq_epi8(v, byteProbe_) : _mm_setzero_si128();
-        for (int k = 0; k < pairs_; k++)
-            hit = bytefind::Or(
-                hit, bytefind::And(_mm_cmpeq_epi8(_mm_or_si128(v, firstFold_[k]), firstProbe_[k]),
-                                   _mm_cmpeq_epi8(_mm_or_si128(next, secondFold_[k]),
-                                                  secondProbe_[k])));
-        return bytefind::Bits(hit);
-    }
-#endif
-
-  private:
-    char byte_;
-    int pairs_ = 0;
-    char first_[kMaxPairs] = {}, second_[kMaxPairs] = {};
-#if defined(__SSE2__)
-    bytefind::Bytes byteProbe_{};
-    bytefind::Bytes firstFold_[kMaxPairs]{}, secondFold_[kMaxPairs]{};
-    bytefind::Bytes firstProbe_[kMaxPairs]{}, secondProbe_[kMaxPairs]{};
-#endif
-};
-
-// The places of [.., end) where a word of a WordSet begins, for a MarkCursor.
-struct WordStarts {
-    static constexpr int kAhead = 1;
-    const WordSet &words;
-    const char *end;
-    bool At(const char *p) const { return words.At(p, end); }
-#if defined(__SSE2__)
-    unsigned Block(const char *p) const { return words.Block(p); }
-#endif
-};
-
 // The places of [.., end) holding a byte of a ByteFinder, for a MarkCursor.
 struct ByteStarts {
     static constexpr int kAhead = 0;
@@ -139,7 +70,9 @@ struct ByteStarts {
     const char *end;
     bool At(const char *p) const { return bytes.At(p); }
 #if defined(__SSE2__)
-    unsigned Block(const char *p) const { return bytes.Block(p); }
+    unsigned Block(const char *p) const {
+        return bytes.Block(p);
+    }
 #endif
 };
 
@@ -160,7 +93,8 @@ const char *FindTag(const char *text, std::string_view pattern, std::string_view
     for (const char *p = text; (p = candidates.Next(p)) != nullptr; ++p) {
         const char c = Upper(*p);
         if (c == first && IPrefix(p, end, pattern)) return p;
-        if (!stop.empty() && c == stopFirst && (anchStop ? AnchOpen(p, end) : IPrefix(p, end, stop)))
+        if (!stop.empty() && c == stopFirst &&
+            (anchStop ? AnchOpen(p, end) : IPrefix(p, end, stop)))
             return nullptr;
     }
     return nullptr;
@@ -222,9 +156,9 @@ struct ByteSearch {
     char byte;
     const char *end;
     const char *operator()(const char *p) const {
-        return p < end ? static_cast<const char *>(
-                             std::memchr(p, byte, static_cast<size_t>(end - p)))
-                       : nullptr;
+        return p < end
+                   ? static_cast<const char *>(std::memchr(p, byte, static_cast<size_t>(end - p)))
+                   : nullptr;
     }
 };
 using CharFinder = NextFinder<ByteSearch>;

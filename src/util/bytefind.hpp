@@ -2,7 +2,8 @@
 // pages and generated code jump from one byte that can start something to the
 // next instead of testing every byte. A ByteFinder is a set of bytes; a
 // MarkCursor walks a text forward and gives the places that a set of marks
-// (a ByteFinder, or a reader's own test of one or two bytes) picks out.
+// (a ByteFinder, a WordSet of two-byte word beginnings, or a reader's own
+// test) picks out.
 // With SSE2 (every x86-64 processor) sixteen bytes are tested at a time, and
 // the cursor keeps the sixteen-byte block it looked at last, so marks that
 // stand close together cost little; elsewhere the bytes are tested one by
@@ -48,6 +49,11 @@ inline unsigned Bits(Bytes v) {
     return static_cast<unsigned>(_mm_movemask_epi8(v));
 }
 #endif
+
+// ASCII letters to lower case; every other byte as it is.
+inline char ToLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 } // namespace bytefind
 
@@ -119,7 +125,8 @@ class ByteFinder {
             int n = 0;
             bool fits = true;
             for (char c : bytes) {
-                const auto folded = static_cast<unsigned char>(static_cast<unsigned char>(c) | fold);
+                const auto folded =
+                    static_cast<unsigned char>(static_cast<unsigned char>(c) | fold);
                 bool seen = false;
                 for (int k = 0; k < n; k++)
                     seen = seen || chosen[k] == folded;
@@ -150,6 +157,79 @@ class ByteFinder {
     int probes_ = 0;
     bytefind::Bytes foldMask_{};
     bytefind::Bytes probe_[kProbes]{};
+#endif
+};
+
+// A few two-byte word beginnings, letters in either case ("ac" for ACTION,
+// "<f" for a FORM tag), and possibly one byte: the places a reader looking
+// for a handful of words needs to look at. Made once (static), with its
+// sixteen-byte probes ready; letters are given in lower case (an upper-case
+// letter given matches nothing).
+class WordSet {
+  public:
+    static constexpr int kMaxPairs = 6;
+    explicit WordSet(std::string_view pairs, char byte = '\0') : byte_(byte) {
+        for (size_t i = 0; i + 1 < pairs.size() && pairs_ < kMaxPairs; i += 2, pairs_++) {
+            first_[pairs_] = pairs[i];
+            second_[pairs_] = pairs[i + 1];
+#if defined(__SSE2__)
+            // A letter is compared with its case bit set, which matches just
+            // its two cases; any other byte as it is.
+            auto fold = [](char c) { return _mm_set1_epi8(c >= 'a' && c <= 'z' ? 0x20 : 0); };
+            firstFold_[pairs_] = fold(pairs[i]);
+            secondFold_[pairs_] = fold(pairs[i + 1]);
+            firstProbe_[pairs_] = _mm_set1_epi8(pairs[i]);
+            secondProbe_[pairs_] = _mm_set1_epi8(pairs[i + 1]);
+#endif
+        }
+#if defined(__SSE2__)
+        byteProbe_ = _mm_set1_epi8(byte);
+#endif
+    }
+    // A place of [.., end) where a word of the set begins.
+    bool At(const char *p, const char *end) const {
+        if (byte_ && *p == byte_) return true;
+        if (p + 1 >= end) return false;
+        for (int k = 0; k < pairs_; k++)
+            if (bytefind::ToLower(*p) == first_[k] && bytefind::ToLower(p[1]) == second_[k])
+                return true;
+        return false;
+    }
+#if defined(__SSE2__)
+    // Exactly At's answers for the sixteen places from p.
+    unsigned Block(const char *p) const {
+        const bytefind::Bytes v = bytefind::Load(p), next = bytefind::Load(p + 1);
+        bytefind::Bytes hit = byte_ ? _mm_cmpeq_epi8(v, byteProbe_) : _mm_setzero_si128();
+        for (int k = 0; k < pairs_; k++)
+            hit = bytefind::Or(
+                hit,
+                bytefind::And(_mm_cmpeq_epi8(_mm_or_si128(v, firstFold_[k]), firstProbe_[k]),
+                              _mm_cmpeq_epi8(_mm_or_si128(next, secondFold_[k]), secondProbe_[k])));
+        return bytefind::Bits(hit);
+    }
+#endif
+
+  private:
+    char byte_;
+    int pairs_ = 0;
+    char first_[kMaxPairs] = {}, second_[kMaxPairs] = {};
+#if defined(__SSE2__)
+    bytefind::Bytes byteProbe_{};
+    bytefind::Bytes firstFold_[kMaxPairs]{}, secondFold_[kMaxPairs]{};
+    bytefind::Bytes firstProbe_[kMaxPairs]{}, secondProbe_[kMaxPairs]{};
+#endif
+};
+
+// The places of [.., end) where a word of a WordSet begins, for a MarkCursor.
+struct WordStarts {
+    static constexpr int kAhead = 1;
+    const WordSet &words;
+    const char *end;
+    bool At(const char *p) const { return words.At(p, end); }
+#if defined(__SSE2__)
+    unsigned Block(const char *p) const {
+        return words.Block(p);
+    }
 #endif
 };
 
