@@ -77,6 +77,11 @@ using namespace vlscan;
 
 namespace {
 
+bool EndsInBlank(const char *s) {
+    size_t n = strlen(s);
+    return n > 0 && s[n - 1] == ' ';
+}
+
 bool HasUpper(const char *s) {
     for (; *s; ++s)
         if (isupper(static_cast<unsigned char>(*s))) return true;
@@ -93,8 +98,7 @@ const char *EndOf(const char *text) {
 namespace vlscan {
 
 char KeywordQuote(const char *keyword) {
-    const size_t n = strlen(keyword);
-    return (n > 0 && keyword[n - 1] == ' ') || HasUpper(keyword) ? '"' : '\'';
+    return EndsInBlank(keyword) || HasUpper(keyword) ? '"' : '\'';
 }
 
 KeywordScan::KeywordScan(const char *t, const char *e)

@@ -88,7 +88,7 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *end, std::string &
         // Only anchors the scanner keeps (with a name or a URL) have records.
         const char *anchEnd = AnchorEnd(p, end);
         if (!anchEnd) continue;
-        AnchValues values = ReadAnchValues(p + 2, anchEnd, end);
+        AnchValues values = ReadAnchor(p, anchEnd, end);
         if (!values.fullName && !values.url) continue;
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);

@@ -214,6 +214,13 @@ AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char 
     return found;
 }
 
+AnchValues vlscan::ReadAnchor(const char *cursor, const char *end, const char *readable) {
+    // The text starts right after "<A", with the blank that follows it, so an
+    // HREF standing first in the tag is seen by the scan from the second character.
+    const char *start = cursor + 2;
+    return ReadAnchValues(start, end, readable);
+}
+
 namespace {
 
 void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
@@ -297,7 +304,7 @@ int VlReadAnch(VlHtmlAnch *anchor, const char *cursor) {
     if (!cursor || !*cursor) return 1;
     const char *textEnd = EndOf(cursor);
     const char *end = AnchorEnd(cursor, textEnd);
-    if (end && anchor) ApplyAnch(anchor, ReadAnchValues(cursor + 2, end, textEnd));
+    if (end && anchor) ApplyAnch(anchor, ReadAnchor(cursor, end, textEnd));
     return 0;
 }
 
@@ -335,7 +342,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             if (AnchOpen(p, end)) {
                 const char *anchEnd = AnchorEnd(p, end);
                 if (!anchEnd) continue;
-                AnchValues values = ReadAnchValues(p + 2, anchEnd, end);
+                AnchValues values = ReadAnchor(p, anchEnd, end);
                 // Kept only when it got a full name or a URL.
                 if (!values.fullName && !values.url) continue;
                 VlHtmlAnch *anchor = VlHtmlAnchNew();

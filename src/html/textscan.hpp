@@ -278,11 +278,12 @@ struct AnchValues {
 };
 // The text may be read on up to readable (the end of the page).
 AnchValues ReadAnchValues(const char *text, const char *end, const char *readable);
+// The same for the text of the anchor whose "<A" stands at cursor, up to its
+// end ("/A>").
+AnchValues ReadAnchor(const char *cursor, const char *end, const char *readable);
 
 // The "/A>" that ends the anchor whose "<A" stands at cursor, or null when
-// the next anchor opens first. The anchor's text runs from cursor + 2 (the
-// blank after "<A" included, so an HREF standing first in the tag is seen by
-// a scan from the text's second character) up to it.
+// the next anchor opens first.
 inline const char *AnchorEnd(const char *cursor, const char *end) {
     static const WordSet starts("/a<a");
     return FindTag(cursor + 1, "/A>", "<A ", WordStarts{starts, end});
