@@ -395,7 +395,7 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
     auto nextAt = [&](size_t from, auto what) { return t.find(what, from); };
     size_t i = 1;
     while (i < t.size()) {
-        size_t next = i + 1;
+        size_t next = npos; // where the walk goes on; npos: the next character
         switch (state) {
         case BodyState::BetweenRequests:
             if ((i = nextAt(i, "SgeWorkCallData pSgeWCD")) == npos) return;
@@ -410,14 +410,12 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
             arg = nullptr;
             slashes = 0;
             state = BodyState::InitialBanner;
-            next = i + 1;
             break;
         case BodyState::InitialBanner:
         case BodyState::FinalBanner:
             // The sixth slash closes the three banner lines; the code starts
             // after the slash and its newline.
             if ((i = nextAt(i, '/')) == npos) return;
-            next = i + 1;
             if (++slashes == 6) {
                 sixthSlash = i;
                 codeStart = i + 2;
@@ -502,10 +500,9 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
                     VlReplaceText(&call->finalCode, Slice(t, codeStart, codeStart + count - 22));
             }
             state = BodyState::BetweenRequests;
-            next = i + 1;
             break;
         }
-        i = next;
+        i = next == npos ? i + 1 : next;
     }
 }
 

@@ -75,20 +75,20 @@ const char *NextByte(const char *p, const char *end, char c) {
 
 // Pass 1: the HREF of every named anchor becomes the project URL with the
 // anchor's full name as FNC parameter.
-int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
-    Writer w(text, end, out);
-    CharFinder quotes = FinderOf('"', end);
+int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::string &out) {
+    Writer w(text, textEnd, out);
+    CharFinder quotes = FinderOf('"', textEnd);
     static const WordSet anchorOpen("<a");
-    const WordStarts anchorOpens{anchorOpen, end};
-    MarkCursor<WordStarts> tags(anchorOpens, end);
+    const WordStarts anchorOpens{anchorOpen, textEnd};
+    MarkCursor<WordStarts> tags(anchorOpens, textEnd);
     const bool keywords = VlAnyKeys() != 0;
     int index = 0;
     for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
-        if (!AnchOpen(p, end)) continue;
+        if (!AnchOpen(p, textEnd)) continue;
         // Only anchors the scanner keeps (with a name or a URL) have records.
-        const char *anchEnd = AnchorEnd(p, end);
+        const char *anchEnd = AnchorEnd(p, textEnd);
         if (!anchEnd) continue;
-        AnchValues values = ReadAnchor(p, anchEnd, end);
+        AnchValues values = ReadAnchor(p, anchEnd, textEnd);
         if (!values.fullName && !values.url) continue;
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);
@@ -103,13 +103,13 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *end, std::string &
         std::string &o = w.Out();
         static const WordSet hrefWord("hr");
         const WordStarts words{hrefWord, anchEnd};
-        MarkCursor<WordStarts> hrefs(words, anchEnd, end);
+        MarkCursor<WordStarts> hrefs(words, anchEnd, textEnd);
         const char *q = p + 1;
         while (const char *h = hrefs.Next(q)) {
             o.append(q, static_cast<size_t>(h - q));
             q = h;
-            if (IPrefix(q, end, "HREF")) {
-                if (const char *close = QuotedValueEnd(q + 4, anchEnd, end, quotes)) {
+            if (IPrefix(q, textEnd, "HREF")) {
+                if (const char *close = QuotedValueEnd(q + 4, anchEnd, textEnd, quotes)) {
                     o += "HREF=\"";
                     o += Str(record->url);
                     o += "?FNC=";

@@ -312,17 +312,17 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     if (!text) return nullptr;
     VlHtmlDoc *doc = VlHtmlNew();
     if (!*text) return doc;
-    const char *end = EndOf(text);
-    KeywordScan scan(text, end);
+    const char *pageEnd = EndOf(text);
+    KeywordScan scan(text, pageEnd);
     // Forms, anchors and site marks.
     static const WordSet tagsAndMarks("<f<a##");
-    const PageMarks marks{{tagsAndMarks, end}, scan.marks, VlAnyKeys() != 0};
-    MarkCursor<PageMarks> candidates(marks, end);
-    NextFinder<HashesSearch> siteEnd(HashesSearch{end});
+    const PageMarks marks{{tagsAndMarks, pageEnd}, scan.marks, VlAnyKeys() != 0};
+    MarkCursor<PageMarks> candidates(marks, pageEnd);
+    NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
 
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         if (*p == '#') {
-            if (end - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
+            if (pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
             const char *close = siteEnd.Next(p + 5);
             if (!close || !ValidSiteName(p + 5, close)) continue;
             VlHtmlSite *site = VlHtmlSiteNew();
@@ -330,19 +330,19 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             Append(&doc->sites, site);
             p = close;
         } else if (*p == '<') {
-            if (FormOpen(p, end)) {
-                if (const char *formEnd = FormEnd(p + 1, end)) {
+            if (FormOpen(p, pageEnd)) {
+                if (const char *formEnd = FormEnd(p + 1, pageEnd)) {
                     VlHtmlForm *form = VlHtmlFormNew();
                     Append(&doc->forms, form);
                     // The form's body is scanned on from here: anchors in a
                     // form are anchors too.
-                    ProcessFormText(form, p + strlen("<FORM"), formEnd, end);
+                    ProcessFormText(form, p + strlen("<FORM"), formEnd, pageEnd);
                 }
             }
-            if (AnchOpen(p, end)) {
-                const char *anchEnd = AnchorEnd(p, end);
+            if (AnchOpen(p, pageEnd)) {
+                const char *anchEnd = AnchorEnd(p, pageEnd);
                 if (!anchEnd) continue;
-                AnchValues values = ReadAnchor(p, anchEnd, end);
+                AnchValues values = ReadAnchor(p, anchEnd, pageEnd);
                 // Kept only when it got a full name or a URL.
                 if (!values.fullName && !values.url) continue;
                 VlHtmlAnch *anchor = VlHtmlAnchNew();

@@ -156,9 +156,8 @@ struct ByteSearch {
     char byte;
     const char *end;
     const char *operator()(const char *p) const {
-        return p < end
-                   ? static_cast<const char *>(std::memchr(p, byte, static_cast<size_t>(end - p)))
-                   : nullptr;
+        if (!p || p >= end) return nullptr;
+        return static_cast<const char *>(std::memchr(p, byte, static_cast<size_t>(end - p)));
     }
 };
 using CharFinder = NextFinder<ByteSearch>;
