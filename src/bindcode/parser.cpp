@@ -389,9 +389,9 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
     // where that text can begin to the next.
     const char *const body = t.data();
     // Every text recognised in a request starts with "\tS", "\tV", "/*" or "Do".
-    static const WordSet requestTexts("\ts\tv/*do");
-    const WordStarts requestStarts{requestTexts, body + t.size()};
-    MarkCursor<WordStarts> requestCandidates(requestStarts, body + t.size());
+    using RequestTexts = Words<'\t', 'S', '\t', 'V', '/', '*', 'D', 'o'>;
+    const WordStarts<RequestTexts> requestStarts{body + t.size()};
+    MarkCursor<WordStarts<RequestTexts>> requestCandidates(requestStarts, body + t.size());
     auto nextAt = [&](size_t from, auto what) { return t.find(what, from); };
     size_t i = 1;
     while (i < t.size()) {

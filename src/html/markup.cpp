@@ -31,8 +31,9 @@ const char *Str(const char *s) {
 class Writer {
   public:
     Writer(const char *text, const char *end, std::string &out) : run_(text), end_(end), out_(out) {
+        // Rewrites lengthen the page a little: room for a quarter more.
         const auto size = static_cast<size_t>(end - text);
-        out_.reserve(out_.size() + size + size / 8);
+        out_.reserve(out_.size() + size + size / 4 + 4096);
     }
     void CopyTo(const char *upTo) {
         out_.append(run_, static_cast<size_t>(upTo - run_));
@@ -78,9 +79,8 @@ const char *NextByte(const char *p, const char *end, char c) {
 int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::string &out) {
     Writer w(text, textEnd, out);
     CharFinder quotes = FinderOf('"', textEnd);
-    static const WordSet anchorOpen("<a");
-    const WordStarts anchorOpens{anchorOpen, textEnd};
-    MarkCursor<WordStarts> tags(anchorOpens, textEnd);
+    const WordStarts<Words<'<', 'a'>> anchorOpens{textEnd};
+    MarkCursor<WordStarts<Words<'<', 'a'>>> tags(anchorOpens, textEnd);
     const bool keywords = VlAnyKeys() != 0;
     int index = 0;
     for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
@@ -101,9 +101,8 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::stri
 
         w.CopyTo(p + 1);
         std::string &o = w.Out();
-        static const WordSet hrefWord("hr");
-        const WordStarts words{hrefWord, anchEnd};
-        MarkCursor<WordStarts> hrefs(words, anchEnd, textEnd);
+        const WordStarts<Words<'h', 'r'>> words{anchEnd};
+        MarkCursor<WordStarts<Words<'h', 'r'>>> hrefs(words, anchEnd, textEnd);
         const char *q = p + 1;
         while (const char *h = hrefs.Next(q)) {
             o.append(q, static_cast<size_t>(h - q));
@@ -201,9 +200,8 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
     Writer w(text, end, out);
     CharFinder quotes = FinderOf('"', end);
     NextFinder<HiddenSearch> hiddenInputs(HiddenSearch{end});
-    static const WordSet formOpen("<f");
-    const WordStarts formOpens{formOpen, end};
-    MarkCursor<WordStarts> tags(formOpens, end);
+    const WordStarts<Words<'<', 'f'>> formOpens{end};
+    MarkCursor<WordStarts<Words<'<', 'f'>>> tags(formOpens, end);
     int index = 0;
     for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
         if (!FormOpen(p, end)) continue;
@@ -224,13 +222,17 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
         // rewrite: a METHOD inserted right there does not add a second blank,
         // so that marking a marked page again leaves it as it is.
         bool afterAction = false;
-        // Where a rewrite can begin: the tag's ">", ACTION and METHOD.
-        static const WordSet rewriteWords("acme", '>');
-        const WordStarts words{rewriteWords, formEnd};
-        MarkCursor<WordStarts> rewrites(words, formEnd, end);
+        // Where a rewrite can begin: the tag's ">" (until it is met), ACTION
+        // and METHOD.
+        using TagWords = Words<'>', '\0', 'a', 'c', 'm', 'e'>;
+        using BodyWords = Words<'a', 'c', 'm', 'e'>;
+        const WordStarts<TagWords> tagWords{formEnd};
+        const WordStarts<BodyWords> bodyWords{formEnd};
+        MarkCursor<WordStarts<TagWords>> inTag(tagWords, formEnd, end);
+        MarkCursor<WordStarts<BodyWords>> inBody(bodyWords, formEnd, end);
         for (const char *q = p; q < formEnd;) {
             // Copy the run up to the next place where a rewrite can begin.
-            const char *next = rewrites.Next(q);
+            const char *next = tagEnded ? inBody.Next(q) : inTag.Next(q);
             if (!next) next = formEnd;
             if (hiddenValue && hiddenValue >= q && hiddenValue < next) next = hiddenValue;
             if (next > q) {

@@ -82,9 +82,9 @@ struct InputValues {
 InputValues ReadInputValues(const char *tag, const char *end, const char *readable) {
     InputValues found;
     if (tag >= end) return found;
-    static const WordSet inputWords("natyva"); // NAME, TYPE, VALUE
-    const WordStarts words{inputWords, end};
-    MarkCursor<WordStarts> candidates(words, end, readable);
+    using InputWords = Words<'n', 'a', 't', 'y', 'v', 'a'>; // NAME, TYPE, VALUE
+    const WordStarts<InputWords> words{end};
+    MarkCursor<WordStarts<InputWords>> candidates(words, end, readable);
     LibFinders finders(end);
     bool hidden = false, formNameInput = false;
     for (const char *p = tag + 1; (p = candidates.Next(p)) != nullptr; ++p) {
@@ -122,10 +122,11 @@ void AddElement(VlHtmlForm *form, const InputValues &values, const char *type) {
 // Reads a SELECT or TEXTAREA element whose text runs to its closing tag within
 // the form text ending at end, and answers where the scan goes on (null when
 // the closing tag is missing).
+template <class Ends>
 const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *end,
                              const char *readable, std::string_view open, std::string_view close,
-                             const WordSet &ends, const char *type) {
-    const char *stop = FindTag(tag + 1, close, open, WordStarts{ends, end}, readable);
+                             const char *type) {
+    const char *stop = FindTag(tag + 1, close, open, Ends{end}, readable);
     if (!stop) return nullptr;
     if (form) AddElement(form, ReadInputValues(tag + open.size(), stop, readable), type);
     return stop;
@@ -135,9 +136,10 @@ const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *end,
 // readable; a null form is only read.
 void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const char *readable) {
     if (text >= end) return;
-    static const WordSet formWords("<i<s<tacme"); // INPUT, SELECT, TEXTAREA, ACTION, METHOD
-    const WordStarts words{formWords, end};
-    MarkCursor<WordStarts> candidates(words, end, readable);
+    // INPUT, SELECT, TEXTAREA, ACTION and METHOD.
+    using FormWords = Words<'<', 'i', '<', 's', '<', 't', 'a', 'c', 'm', 'e'>;
+    const WordStarts<FormWords> words{end};
+    MarkCursor<WordStarts<FormWords>> candidates(words, end, readable);
     CharFinder tagEnd = FinderOf('>', end);
     Value action, method;
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
@@ -155,14 +157,14 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
             if (form) AddElement(form, ReadInputValues(p + 6, gt + 1, readable), nullptr);
             p = gt;
         } else if (IPrefix(p, end, "<SELECT")) {
-            static const WordSet selectEnds("/s<s");
-            if (const char *stop = ReadBlockElement(form, p, end, readable, "<SELECT", "/SELECT>",
-                                                    selectEnds, "SELECT"))
+            using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
+            if (const char *stop = ReadBlockElement<SelectEnds>(form, p, end, readable, "<SELECT",
+                                                                "/SELECT>", "SELECT"))
                 p = stop;
         } else if (IPrefix(p, end, "<TEXTAREA")) {
-            static const WordSet textareaEnds("/t<t");
-            if (const char *stop = ReadBlockElement(form, p, end, readable, "<TEXTAREA",
-                                                    "/TEXTAREA>", textareaEnds, "TEXTAREA"))
+            using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
+            if (const char *stop = ReadBlockElement<TextareaEnds>(form, p, end, readable, "<TEXTAREA",
+                                                                  "/TEXTAREA>", "TEXTAREA"))
                 p = stop;
         }
     }
@@ -177,9 +179,8 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
 AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char *readable) {
     AnchValues found;
     if (text >= end) return found;
-    static const WordSet hrefWord("hr");
-    const WordStarts words{hrefWord, end};
-    MarkCursor<WordStarts> candidates(words, end, readable);
+    const WordStarts<Words<'h', 'r'>> words{end};
+    MarkCursor<WordStarts<Words<'h', 'r'>>> candidates(words, end, readable);
     bool sawHref = false;
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         if (!IPrefix(p, end, "HREF")) continue;
@@ -232,7 +233,7 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
 // are loaded) white space before a keyword's first byte.
 struct PageMarks {
     static constexpr int kAhead = 1;
-    WordStarts tags;
+    WordStarts<Words<'<', 'f', '<', 'a', '#', '#'>> tags;
     const KeywordMarks &keywords;
     bool withKeywords;
     bool At(const char *p) const { return tags.At(p) || (withKeywords && keywords.At(p)); }
@@ -315,8 +316,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     const char *pageEnd = EndOf(text);
     KeywordScan scan(text, pageEnd);
     // Forms, anchors and site marks.
-    static const WordSet tagsAndMarks("<f<a##");
-    const PageMarks marks{{tagsAndMarks, pageEnd}, scan.marks, VlAnyKeys() != 0};
+    const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
 

@@ -78,7 +78,7 @@ struct ByteStarts {
 
 // VlStrIStr within [text, end): the first place where pattern matches
 // ignoring case, or null when stop matches first ("<A " as an anchor opens).
-// Only the places that starts (ByteStarts or WordStarts) picks out are
+// Only the places that starts (ByteStarts or WordStarts<...>) picks out are
 // tried: they must include every place where pattern or stop begins. The
 // text may be read on up to readable.
 template <class Starts>
@@ -102,8 +102,7 @@ const char *FindTag(const char *text, std::string_view pattern, std::string_view
 
 // The ends of forms, anchors and the block elements, and their stops.
 inline const char *FormEnd(const char *text, const char *end, const char *readable = nullptr) {
-    static const WordSet starts("/f<f");
-    return FindTag(text, "/FORM>", "<FORM", WordStarts{starts, end}, readable);
+    return FindTag(text, "/FORM>", "<FORM", WordStarts<Words<'/', 'f', '<', 'f'>>{end}, readable);
 }
 
 // VlSkipWhite within [p, end): the first character that is not white space.
@@ -187,13 +186,14 @@ inline bool ValidSiteName(const char *name, const char *close) {
 // page order, with the rules of VlIsInAnchor and VlIsInForm, in linear time
 // over a whole walk: the next mark ahead is remembered, and the last mark
 // behind is carried forward as the places advance.
-template <bool (*Open)(const char *, const char *), bool (*Close)(const char *, const char *)>
+// MarkWords: the two-byte beginnings of the opening and closing marks.
+template <bool (*Open)(const char *, const char *), bool (*Close)(const char *, const char *),
+          class MarkWords>
 class InsideTracker {
   public:
-    // markStarts: the two-byte beginnings of the opening and closing marks.
-    InsideTracker(const char *text, const char *end, const WordSet &markStarts)
-        : text_(text), end_(end), starts_{markStarts, end}, ahead_(starts_, end),
-          behind_(starts_, end), done_(text) {}
+    InsideTracker(const char *text, const char *end)
+        : text_(text), end_(end), starts_{end}, ahead_(starts_, end), behind_(starts_, end),
+          done_(text) {}
     bool Inside(const char *pos) {
         if (pos >= end_) return true;
         const char *ahead = pos + 1 < end_ ? NextMark(pos + 1) : nullptr;
@@ -205,7 +205,7 @@ class InsideTracker {
   private:
     bool IsMark(const char *p) const { return Open(p, end_) || Close(p, end_); }
     // The first mark at or after p; candidates come from a cursor.
-    const char *FindMark(MarkCursor<WordStarts> &cursor, const char *p) const {
+    const char *FindMark(MarkCursor<WordStarts<MarkWords>> &cursor, const char *p) const {
         for (; (p = cursor.Next(p)) != nullptr; ++p)
             if (IsMark(p)) return p;
         return nullptr;
@@ -238,8 +238,8 @@ class InsideTracker {
     }
 
     const char *text_, *end_;
-    WordStarts starts_;
-    MarkCursor<WordStarts> ahead_, behind_;
+    WordStarts<MarkWords> starts_;
+    MarkCursor<WordStarts<MarkWords>> ahead_, behind_;
     const char *from_ = nullptr, *nextMark_ = nullptr; // the last search ahead
     const char *done_;                                 // every place before it is searched
     bool pendingKnown_ = false;                        // pending_ is searched:
@@ -248,26 +248,8 @@ class InsideTracker {
 };
 
 // The trackers of anchors ("<A" and "/A>") and of forms ("<FORM", "/FORM>").
-class AnchTracker : public InsideTracker<AnchOpen, AnchClose> {
-  public:
-    AnchTracker(const char *text, const char *end) : InsideTracker(text, end, Starts()) {}
-
-  private:
-    static const WordSet &Starts() {
-        static const WordSet starts("<a/a");
-        return starts;
-    }
-};
-class FormTracker : public InsideTracker<FormOpen, FormClose> {
-  public:
-    FormTracker(const char *text, const char *end) : InsideTracker(text, end, Starts()) {}
-
-  private:
-    static const WordSet &Starts() {
-        static const WordSet starts("<f/f");
-        return starts;
-    }
-};
+using AnchTracker = InsideTracker<AnchOpen, AnchClose, Words<'<', 'a', '/', 'a'>>;
+using FormTracker = InsideTracker<FormOpen, FormClose, Words<'<', 'f', '/', 'f'>>;
 
 // What an anchor's text gives (VlProcessAnch without the copies): the URL and
 // the full name last set, and VlProcessAnch's answer.
@@ -284,8 +266,7 @@ AnchValues ReadAnchor(const char *cursor, const char *end, const char *readable)
 // The "/A>" that ends the anchor whose "<A" stands at cursor, or null when
 // the next anchor opens first.
 inline const char *AnchorEnd(const char *cursor, const char *end) {
-    static const WordSet starts("/a<a");
-    return FindTag(cursor + 1, "/A>", "<A ", WordStarts{starts, end});
+    return FindTag(cursor + 1, "/A>", "<A ", WordStarts<Words<'/', 'a', '<', 'a'>>{end});
 }
 
 // One loaded keyword, with what its recognition needs to know.

@@ -2,7 +2,7 @@
 // pages and generated code jump from one byte that can start something to the
 // next instead of testing every byte. A ByteFinder is a set of bytes; a
 // MarkCursor walks a text forward and gives the places that a set of marks
-// (a ByteFinder, a WordSet of two-byte word beginnings, or a reader's own
+// (a ByteFinder, Words: a few two-byte word beginnings, or a reader's own
 // test) picks out.
 // With SSE2 (every x86-64 processor) sixteen bytes are tested at a time, and
 // the cursor keeps the sixteen-byte block it looked at last, so marks that
@@ -85,15 +85,12 @@ class ByteFinder {
                 if (Has(p[i])) bits |= 1U << i;
             return bits;
         }
-        const bytefind::Bytes v = _mm_or_si128(bytefind::Load(p), foldMask_);
-        bytefind::Bytes hit = _mm_cmpeq_epi8(v, probe_[0]);
-        for (int k = 1; k < probes_; k++)
-            hit = _mm_or_si128(hit, _mm_cmpeq_epi8(v, probe_[k]));
-        unsigned bits = bytefind::Bits(hit);
-        if (fold_ != 0) // folding also wakes bytes outside the set
-            for (unsigned rest = bits; rest != 0; rest &= rest - 1)
-                if (!Has(p[__builtin_ctz(rest)])) bits &= ~(rest & -rest);
-        return bits;
+        const bytefind::Bytes v = bytefind::Load(p);
+        const bytefind::Bytes folded = _mm_or_si128(v, _mm_set1_epi8(0x20));
+        bytefind::Bytes hit = _mm_setzero_si128();
+        for (int k = 0; k < probes_; k++)
+            hit = _mm_or_si128(hit, _mm_cmpeq_epi8(bothCases_[k] ? folded : v, probe_[k]));
+        return bytefind::Bits(hit);
     }
 #endif
 
@@ -114,122 +111,95 @@ class ByteFinder {
   private:
     static constexpr int kProbes = 8;
 
-    // Chooses the probes of the sixteen-byte test: the bytes themselves when
-    // there are at most eight, else the bytes with bit 5 set (a letter's two
-    // cases become one probe) when that leaves at most eight; else none, and
-    // the bytes are looked up one by one.
+    // Chooses the probes of the sixteen-byte test: a letter whose two cases
+    // are both in the set is one probe, compared with the case bit set (which
+    // matches just those two); every other byte is a probe of its own. With
+    // more than eight probes there are none, and the bytes are looked up one
+    // by one.
     void Plan(std::string_view bytes) {
         if (count_ == 1) single_ = bytes.front();
-        for (const unsigned fold : {0U, 0x20U}) {
-            unsigned char chosen[kProbes] = {};
-            int n = 0;
-            bool fits = true;
-            for (char c : bytes) {
-                const auto folded =
-                    static_cast<unsigned char>(static_cast<unsigned char>(c) | fold);
-                bool seen = false;
-                for (int k = 0; k < n; k++)
-                    seen = seen || chosen[k] == folded;
-                if (seen) continue;
-                if (n == kProbes) {
-                    fits = false;
-                    break;
-                }
-                chosen[n++] = folded;
-            }
-            if (!fits) continue;
 #if defined(__SSE2__)
-            fold_ = static_cast<unsigned char>(fold);
-            probes_ = n;
-            foldMask_ = _mm_set1_epi8(static_cast<char>(fold_));
-            for (int k = 0; k < n; k++)
-                probe_[k] = _mm_set1_epi8(static_cast<char>(chosen[k]));
-#endif
-            return;
+        int n = 0;
+        for (int b = 0; b < 256; b++) {
+            const auto c = static_cast<char>(b);
+            if (!Has(c)) continue;
+            const bool lower = b >= 'a' && b <= 'z', upper = b >= 'A' && b <= 'Z';
+            const bool both = (lower && Has(static_cast<char>(b - 0x20))) ||
+                              (upper && Has(static_cast<char>(b + 0x20)));
+            if (both && upper) continue; // the lower case stands for both
+            if (n == kProbes) {
+                probes_ = 0;
+                return;
+            }
+            bothCases_[n] = both;
+            probe_[n++] = _mm_set1_epi8(c);
         }
+        probes_ = n;
+#endif
     }
 
     bool table_[256] = {};
     int count_ = 0;
     char single_ = 0;
 #if defined(__SSE2__)
-    unsigned char fold_ = 0;
     int probes_ = 0;
-    bytefind::Bytes foldMask_{};
+    bool bothCases_[kProbes] = {};
     bytefind::Bytes probe_[kProbes]{};
 #endif
 };
 
-// A few two-byte word beginnings, letters in either case ("ac" for ACTION,
-// "<f" for a FORM tag), and possibly one byte: the places a reader looking
-// for a handful of words needs to look at. Made once (static), with its
-// sixteen-byte probes ready; letters are given in lower case (an upper-case
-// letter given matches nothing).
-class WordSet {
-  public:
-    static constexpr int kMaxPairs = 6;
-    explicit WordSet(std::string_view pairs, char byte = '\0') : byte_(byte) {
-        for (size_t i = 0; i + 1 < pairs.size() && pairs_ < kMaxPairs; i += 2, pairs_++) {
-            first_[pairs_] = pairs[i];
-            second_[pairs_] = pairs[i + 1];
-#if defined(__SSE2__)
-            // A letter is compared with its case bit set, which matches just
-            // its two cases; any other byte as it is.
-            auto fold = [](char c) { return _mm_set1_epi8(c >= 'a' && c <= 'z' ? 0x20 : 0); };
-            firstFold_[pairs_] = fold(pairs[i]);
-            secondFold_[pairs_] = fold(pairs[i + 1]);
-            firstProbe_[pairs_] = _mm_set1_epi8(pairs[i]);
-            secondProbe_[pairs_] = _mm_set1_epi8(pairs[i + 1]);
-#endif
-        }
-#if defined(__SSE2__)
-        byteProbe_ = _mm_set1_epi8(byte);
-#endif
+// A few word beginnings known when the program is built, as pairs of bytes:
+// Words<'<', 'f', '#', '#'> picks out the places where "<f" or "<F", or
+// "##", begins. A lower-case letter matches both its cases, any other byte
+// itself, and a second byte of '\0' any byte (a one-byte word). The places a
+// reader looking for a handful of words needs to look at.
+template <char... Bytes> struct Words {
+    static_assert(sizeof...(Bytes) % 2 == 0, "pairs of bytes");
+    static constexpr char kBytes[] = {Bytes...};
+    static constexpr int kPairs = static_cast<int>(sizeof...(Bytes) / 2);
+    static constexpr bool IsLetter(char c) { return c >= 'a' && c <= 'z'; }
+    static bool Same(char c, char want) {
+        return IsLetter(want) ? bytefind::ToLower(c) == want : c == want;
     }
-    // A place of [.., end) where a word of the set begins.
-    bool At(const char *p, const char *end) const {
-        if (byte_ && *p == byte_) return true;
-        if (p + 1 >= end) return false;
-        for (int k = 0; k < pairs_; k++)
-            if (bytefind::ToLower(*p) == first_[k] && bytefind::ToLower(p[1]) == second_[k])
+
+    // A place of [.., end) where a word begins.
+    static bool At(const char *p, const char *end) {
+        for (int k = 0; k < kPairs; k++) {
+            if (!Same(*p, kBytes[2 * k])) continue;
+            if (kBytes[2 * k + 1] == '\0' || (p + 1 < end && Same(p[1], kBytes[2 * k + 1])))
                 return true;
+        }
         return false;
     }
 #if defined(__SSE2__)
-    // Exactly At's answers for the sixteen places from p.
-    unsigned Block(const char *p) const {
+    // Exactly At's answers for the sixteen places from p (reading one byte
+    // more): a letter is compared with its case bit set, which matches just
+    // its two cases.
+    static unsigned Block(const char *p) {
         const bytefind::Bytes v = bytefind::Load(p), next = bytefind::Load(p + 1);
-        bytefind::Bytes hit = byte_ ? _mm_cmpeq_epi8(v, byteProbe_) : _mm_setzero_si128();
-        for (int k = 0; k < pairs_; k++)
-            hit = bytefind::Or(
-                hit,
-                bytefind::And(_mm_cmpeq_epi8(_mm_or_si128(v, firstFold_[k]), firstProbe_[k]),
-                              _mm_cmpeq_epi8(_mm_or_si128(next, secondFold_[k]), secondProbe_[k])));
+        const bytefind::Bytes caseBit = _mm_set1_epi8(0x20);
+        const bytefind::Bytes foldedV = _mm_or_si128(v, caseBit);
+        const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
+        bytefind::Bytes hit = _mm_setzero_si128();
+        for (int k = 0; k < kPairs; k++) {
+            const char a = kBytes[2 * k], b = kBytes[2 * k + 1];
+            bytefind::Bytes word = bytefind::Is(IsLetter(a) ? foldedV : v, a);
+            if (b != '\0') word = bytefind::And(word, bytefind::Is(IsLetter(b) ? foldedNext : next, b));
+            hit = bytefind::Or(hit, word);
+        }
         return bytefind::Bits(hit);
     }
 #endif
-
-  private:
-    char byte_;
-    int pairs_ = 0;
-    char first_[kMaxPairs] = {}, second_[kMaxPairs] = {};
-#if defined(__SSE2__)
-    bytefind::Bytes byteProbe_{};
-    bytefind::Bytes firstFold_[kMaxPairs]{}, secondFold_[kMaxPairs]{};
-    bytefind::Bytes firstProbe_[kMaxPairs]{}, secondProbe_[kMaxPairs]{};
-#endif
 };
 
-// The places of [.., end) where a word of a WordSet begins, for a MarkCursor.
-struct WordStarts {
+// The places of [.., end) where one of the Words (a Words<...>) begins, for a
+// MarkCursor.
+template <class W> struct WordStarts {
     static constexpr int kAhead = 1;
-    const WordSet &words;
     const char *end;
-    bool At(const char *p) const { return words.At(p, end); }
+    bool At(const char *p) const { return W::At(p, end); }
 #if defined(__SSE2__)
-    unsigned Block(const char *p) const {
-        return words.Block(p);
-    }
+    unsigned Block(const char *p) const { return W::Block(p); }
 #endif
 };
 
