@@ -104,6 +104,7 @@ char KeywordQuote(const char *keyword) {
 KeywordScan::KeywordScan(const char *t, const char *e)
     : text(t), end(e), inAnch(t, e), inForm(t, e) {
     SutList *keys = VlGetKeyWords();
+    std::string firsts, seconds;
     for (int i = 0; i < SutSizList(keys); i++) {
         const auto *k = static_cast<const char *>(SutGetNList(keys, i));
         if (!k || !*k) continue;
@@ -116,8 +117,14 @@ KeywordScan::KeywordScan(const char *t, const char *e)
             firsts += Upper(k[0]);
             firsts += Lower(k[0]);
         }
+        if (n < 2)
+            allLong = false;
+        else
+            seconds += {Upper(k[1]), Lower(k[1])};
     }
     firstBytes = ByteFinder(firsts);
+    secondBytes = ByteFinder(seconds);
+    marks.withSeconds = allLong;
 }
 
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position) {

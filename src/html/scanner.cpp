@@ -163,8 +163,8 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
                 p = stop;
         } else if (IPrefix(p, end, "<TEXTAREA")) {
             using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
-            if (const char *stop = ReadBlockElement<TextareaEnds>(form, p, end, readable, "<TEXTAREA",
-                                                                  "/TEXTAREA>", "TEXTAREA"))
+            if (const char *stop = ReadBlockElement<TextareaEnds>(
+                    form, p, end, readable, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
                 p = stop;
         }
     }

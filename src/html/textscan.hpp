@@ -279,31 +279,40 @@ struct Keyword {
     bool isAction;    // an anchor or a form
 };
 
-// What a walk over one page needs to recognise keyword attributes: the
-// keyword list as a table (in list order), the bytes that can start a
-// keyword, and the two trackers.
-// White space followed by a byte that can start a keyword: where a keyword
-// attribute can begin.
+// White space followed by a byte that can start a keyword and, when every
+// keyword is two bytes long or more, by a byte that can stand second in one:
+// where a keyword attribute can begin.
 struct KeywordMarks {
-    static constexpr int kAhead = 1;
-    const ByteFinder &firsts; // alphanumeric only
+    static constexpr int kAhead = 2;
+    const ByteFinder &firsts;  // alphanumeric only
+    const ByteFinder &seconds; // used when withSeconds
+    bool withSeconds;
     const char *end;
-    bool At(const char *p) const { return p + 1 < end && IsWhite(*p) && firsts.Has(p[1]); }
+    bool At(const char *p) const {
+        return p + 1 < end && IsWhite(*p) && firsts.Has(p[1]) &&
+               (!withSeconds || (p + 2 < end && seconds.Has(p[2])));
+    }
 #if defined(__SSE2__)
     unsigned Block(const char *p) const {
-        return bytefind::Bits(bytefind::IsWhite(bytefind::Load(p))) & firsts.Block(p + 1);
+        unsigned bits = bytefind::Bits(bytefind::IsWhite(bytefind::Load(p))) & firsts.Block(p + 1);
+        if (bits && withSeconds) bits &= seconds.Block(p + 2);
+        return bits;
     }
 #endif
 };
 
+// What a walk over one page needs to recognise keyword attributes: the
+// keyword list as a table (in list order), the bytes that can start a
+// keyword, and the two trackers.
 struct KeywordScan {
     KeywordScan(const char *text, const char *end);
     const char *text;
     const char *end;
     std::vector<Keyword> keywords;
-    std::string firsts;    // both cases of every keyword's first byte
-    ByteFinder firstBytes; // the same as a set
-    KeywordMarks marks{firstBytes, end};
+    ByteFinder firstBytes;  // both cases of every keyword's first byte
+    ByteFinder secondBytes; // and of its second
+    bool allLong = true;    // every keyword has a second byte
+    KeywordMarks marks{firstBytes, secondBytes, false, end};
     AnchTracker inAnch;
     FormTracker inForm;
 };
