@@ -23,7 +23,6 @@ namespace vlrun {
 
 namespace {
 
-constexpr const char *kFailed = "The request could not be completed.";
 
 // Cuts text into lines (a last line without a newline counts, a CR before
 // the newline is dropped) and the lines into the work call's rows.
@@ -131,22 +130,22 @@ Fault runFileObject(SgeWorkCallData &call) {
     if (call.kind == EXEC_FUNCTION) {
         VlExecFunction function = findFunction(call.name);
         if (!function)
-            return {500, kFailed, describe(call) + ": no function " + call.name + " is registered"};
+            return {500, kRequestFailed, describe(call) + ": no function " + call.name + " is registered"};
         call.ran = false;
         int rc = function(&call);
         if (!call.ran) beginResults(call, {});
         endResults(call, 0);
         if (rc != 0)
-            return {500, kFailed, describe(call) + ": " + call.name + " returned " + std::to_string(rc)};
+            return {500, kRequestFailed, describe(call) + ": " + call.name + " returned " + std::to_string(rc)};
         return {};
     }
     std::string text;
     if (call.kind == READ_EXEC) {
         std::string why;
-        if (!runProgram(call, text, why)) return {500, kFailed, describe(call) + ": " + why};
+        if (!runProgram(call, text, why)) return {500, kRequestFailed, describe(call) + ": " + why};
     } else {
         std::ifstream in(fromProgramDir(call.name), std::ios::binary);
-        if (!in) return {500, kFailed, describe(call) + ": cannot read " + fromProgramDir(call.name)};
+        if (!in) return {500, kRequestFailed, describe(call) + ": cannot read " + fromProgramDir(call.name)};
         std::ostringstream content;
         content << in.rdbuf();
         text = content.str();

@@ -89,6 +89,12 @@ void endResults(SgeWorkCallData &call, int affected) {
     VlReqSetAffectedRowCount(record, affected);
 }
 
+const ArgumentBind *argumentNamed(const SgeWorkCallData &call, std::string_view name) {
+    for (const ArgumentBind &arg : call.arguments)
+        if (arg.name == name) return &arg;
+    return nullptr;
+}
+
 const char *resultValue(const SgeWorkCallData &call, int row, int column) {
     RequestState *request = currentRequest();
     if (!request || !call.ran || row < 0 || row >= call.rows || column < 0 ||
@@ -249,10 +255,8 @@ int VlGetAffectedRows(pSgeWorkCallData call) {
 }
 
 const char *VlGetArgValue(pSgeWorkCallData call, const char *name) {
-    if (!call || !name) return nullptr;
-    for (const vlrun::ArgumentBind &arg : call->arguments)
-        if (arg.name == name) return arg.hasValue ? arg.value.c_str() : nullptr;
-    return nullptr;
+    const vlrun::ArgumentBind *arg = call && name ? vlrun::argumentNamed(*call, name) : nullptr;
+    return arg && arg->hasValue ? arg->value.c_str() : nullptr;
 }
 
 int VlAddRow(pSgeWorkCallData call, int count, const char *const *values) {

@@ -70,6 +70,9 @@ bool wantsMoreRows(const SgeWorkCallData &call);
 void addResultRow(SgeWorkCallData &call, const std::vector<std::string> &values);
 void endResults(SgeWorkCallData &call, int affected);
 
+// The first argument bind of that name, or null.
+const ArgumentBind *argumentNamed(const SgeWorkCallData &call, std::string_view name);
+
 // The value at row and column (from 0), or null.
 const char *resultValue(const SgeWorkCallData &call, int row, int column);
 
