@@ -108,12 +108,18 @@ std::string describe(const SgeWorkCallData &call) {
     return "work call " + call.name + " of " + (call.activator.empty() ? "?" : call.activator);
 }
 
-std::string optionValue(const std::vector<std::string> &options, std::string_view name) {
+std::vector<std::string> optionValues(const std::vector<std::string> &options, std::string_view name) {
+    std::vector<std::string> values;
     for (const std::string &line : options)
         if (line.size() >= name.size() + 3 && line.compare(0, name.size(), name) == 0 &&
             line.compare(name.size(), 3, " : ") == 0)
-            return line.substr(name.size() + 3);
-    return {};
+            values.push_back(line.substr(name.size() + 3));
+    return values;
+}
+
+std::string optionValue(const std::vector<std::string> &options, std::string_view name) {
+    std::vector<std::string> values = optionValues(options, name);
+    return values.empty() ? std::string() : values.front();
 }
 
 } // namespace vlrun

@@ -81,6 +81,8 @@ std::string describe(const SgeWorkCallData &call);
 
 // The value of an option line "name : value" of the list, or empty.
 std::string optionValue(const std::vector<std::string> &options, std::string_view name);
+// The values of every line of that option, in order.
+std::vector<std::string> optionValues(const std::vector<std::string> &options, std::string_view name);
 
 } // namespace vlrun
 
