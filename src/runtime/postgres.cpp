@@ -8,6 +8,7 @@
 #include "runtime/pq_library.hpp"
 #include "runtime/settings.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace vlrun {
@@ -103,6 +104,7 @@ int affectedRows(const PqLibrary &pq, PGresult *result) {
 void collectRows(const PqLibrary &pq, PGresult *result, SgeWorkCallData &call) {
     const int columns = pq.nfields(result);
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(std::max(columns, 0)));
     for (int c = 0; c < columns; c++)
         names.emplace_back(pq.fname(result, c));
     beginResults(call, std::move(names));

@@ -53,8 +53,7 @@ bool load(PqLibrary &pq, std::string &why) {
     need("PQcmdStatus", pq.cmdStatus);
     need("PQcmdTuples", pq.cmdTuples);
     need("PQclear", pq.clear);
-    if (!why.empty()) return false;
-    return true; // the library stays loaded for the rest of the process
+    return why.empty(); // the library stays loaded for the rest of the process
 }
 
 } // namespace

@@ -94,6 +94,7 @@ bool programOutput(const std::vector<std::string> &argv, const ProgramLimits &li
                    std::string &output, std::string &why) {
     std::vector<std::string> args = argv;
     std::vector<char *> pointers;
+    pointers.reserve(args.size() + 1);
     for (std::string &arg : args)
         pointers.push_back(arg.data());
     pointers.push_back(nullptr);
