@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -76,9 +77,9 @@ bool readProgram(const SgeWorkCallData &call, std::string &output, std::string &
     ProgramLimits limits;
     std::string seconds = optionValue(call.requestOptions, "Time Limit");
     if (!seconds.empty()) {
-        limits.seconds = std::atoi(seconds.c_str());
-        if (seconds.find_first_not_of("0123456789") != std::string::npos || seconds.size() > 4 ||
-            limits.seconds < 1 || limits.seconds > kMaxSeconds) {
+        bool digits = seconds.size() <= 4 && seconds.find_first_not_of("0123456789") == std::string::npos;
+        limits.seconds = digits ? std::atoi(seconds.c_str()) : 0;
+        if (limits.seconds < 1 || limits.seconds > kMaxSeconds) {
             why = "the Time Limit " + seconds + " is not a number of seconds from 1 to 3600";
             return false;
         }

@@ -95,6 +95,7 @@ class FileObjectProgram : public ::testing::Test {
                                   {"hostile", "\"x=$(touch canary) `touch canary`; touch canary\""}})},
             {"slow", requestCode("/bin/sleep", READ_EXEC, {"Argument : 30", "Time Limit : 1"}, {"x"}, {})},
             {"fails", requestCode("/bin/false", READ_EXEC, {}, {"x"}, {})},
+            {"limitless", requestCode("/bin/true", READ_EXEC, {"Time Limit : 99999"}, {"x"}, {})},
             {"missing", requestCode("no-such-program", READ_EXEC, {}, {"x"}, {})},
             {"function", requestCode("shout", EXEC_FUNCTION, {}, {"upper", "length"},
                                      {{"word", "VlGetInputValue(\"word\")"}})},
@@ -154,6 +155,8 @@ TEST_F(FileObjectProgram, ProgramsRunWithoutAShellWithinTheirTimeLimit) {
     EXPECT_EQ(answer("slow"),
               failed + "/bin/sleep of slow__Ffiles_html: /bin/sleep ran past its time limit of 1 s\n");
     EXPECT_EQ(answer("fails"), failed + "/bin/false of fails__Ffiles_html: /bin/false ended with status 1\n");
+    EXPECT_EQ(answer("limitless"), failed + "/bin/true of limitless__Ffiles_html: the Time Limit 99999 "
+                                            "is not a number of seconds from 1 to 3600\n");
     EXPECT_EQ(answer("missing"), failed + "no-such-program of missing__Ffiles_html: " +
                                      dir_->file("no-such-program") +
                                      " cannot be run: No such file or directory\n");

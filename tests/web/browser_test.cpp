@@ -34,7 +34,9 @@ class BrowserShop : public ::testing::Test {
     static void TearDownTestSuite() {
         browser_.reset();
         profile_.reset();
-        if (site_) site_->stop();
+        if (site_) {
+            EXPECT_EQ(site_->stopAndReportSanitizers(), "");
+        }
         site_.reset();
     }
     void SetUp() override {

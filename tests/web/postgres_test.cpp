@@ -42,9 +42,7 @@ class PostgresShop : public ::testing::Test {
     }
     static void TearDownTestSuite() {
         if (site_) {
-            site_->stop();
-            EXPECT_EQ(site_->server().errorLog().find("Sanitizer"), std::string::npos)
-                << site_->server().errorLog();
+            EXPECT_EQ(site_->stopAndReportSanitizers(), "");
         }
         site_.reset();
         server_.reset();

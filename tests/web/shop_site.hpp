@@ -92,8 +92,13 @@ class ShopSite {
         return httpGet(server_->url(path), {"--data-binary", "@" + root_.write("body", body)});
     }
 
-    // Stops the server; the program's standard error is then in errorLog().
-    void stop() { server_->stop(); }
+    // Stops the server; then what the server and the program wrote to
+    // standard error when it holds a sanitizer's report, else empty.
+    std::string stopAndReportSanitizers() {
+        server_->stop();
+        std::string log = server_->errorLog();
+        return log.find("Sanitizer") == std::string::npos ? std::string() : log;
+    }
 
   private:
     // test.cfg with each option of the replacements in place of its line.

@@ -26,10 +26,7 @@ class Shop : public ::testing::Test {
     }
     static void TearDownTestSuite() {
         if (site_) {
-            site_->stop();
-            // Whatever the program wrote to standard error is in this log.
-            EXPECT_EQ(site_->server().errorLog().find("Sanitizer"), std::string::npos)
-                << site_->server().errorLog();
+            EXPECT_EQ(site_->stopAndReportSanitizers(), "");
         }
         site_.reset();
     }
