@@ -8,15 +8,43 @@
 #include "runtime/page_fill.hpp"
 #include "runtime/values.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
 
+// An environment variable whose text lives in a buffer of its own: putenv
+// keeps the buffer itself, so each new value replaces the last, where
+// setenv would keep every distinct value for the rest of the process.
+class Variable {
+  public:
+    explicit Variable(const char *name) : prefix_(std::string(name) + "=") {
+        buffer_.resize(prefix_.size() + kMaxValue + 1);
+        set("");
+        putenv(buffer_.data());
+    }
+    void set(std::string_view value) {
+        value = value.substr(0, std::min(value.find('\0'), kMaxValue)); // C strings
+        std::memcpy(buffer_.data(), prefix_.data(), prefix_.size());
+        std::memcpy(buffer_.data() + prefix_.size(), value.data(), value.size());
+        buffer_[prefix_.size() + value.size()] = '\0';
+    }
+
+  private:
+    static constexpr std::size_t kMaxValue = std::size_t(1) << 16;
+    std::string prefix_;
+    std::vector<char> buffer_;
+};
+
 void readAsRequest(const std::string &text) {
+    static Variable method("REQUEST_METHOD"), type("CONTENT_TYPE"), query("QUERY_STRING"),
+        length("CONTENT_LENGTH");
     const unsigned char choice = text.empty() ? 0 : static_cast<unsigned char>(text[0]);
     static const char *const kMethods[] = {"GET", "POST", "HEAD", "PUT"};
     static const char *const kTypes[] = {"application/x-www-form-urlencoded",
@@ -24,14 +52,12 @@ void readAsRequest(const std::string &text) {
                                          "multipart/form-data; boundary=x", ""};
     std::string rest = text.empty() ? text : text.substr(1);
     std::size_t newline = rest.find('\n');
-    std::string query = rest.substr(0, newline);
     std::string body = newline == std::string::npos ? std::string() : rest.substr(newline + 1);
-    query = query.substr(0, query.find('\0')); // the environment holds C strings
-    setenv("REQUEST_METHOD", kMethods[choice & 3], 1);
-    setenv("CONTENT_TYPE", kTypes[(choice >> 2) & 3], 1);
-    setenv("QUERY_STRING", query.c_str(), 1);
+    method.set(kMethods[choice & 3]);
+    type.set(kTypes[(choice >> 2) & 3]);
+    query.set(std::string_view(rest).substr(0, newline));
     std::size_t claimed = body.size() + ((choice >> 4) & 1); // a body one byte short
-    setenv("CONTENT_LENGTH", std::to_string(claimed).c_str(), 1);
+    length.set(std::to_string(claimed));
     std::FILE *in = fmemopen(body.data(), body.size(), "rb");
     if (!in) in = std::fopen("/dev/null", "rb");
     std::vector<vlrun::Field> fields;
