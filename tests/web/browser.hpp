@@ -53,7 +53,6 @@ inline std::string jsonString(const std::string &json, const std::string &key) {
     at = json.find_first_not_of(" ", at + key.size() + 3);
     if (at == std::string::npos || json[at] != '"') return "(no " + key + " in " + json + ")";
     std::string out;
-    auto hex = [&](std::size_t from) { return std::stoul(json.substr(from, 4), nullptr, 16); };
     for (std::size_t i = at + 1; i < json.size() && json[i] != '"'; i++) {
         if (json[i] != '\\') {
             out += json[i];
@@ -64,24 +63,17 @@ inline std::string jsonString(const std::string &json, const std::string &key) {
             out += e == 'n' ? '\n' : e == 't' ? '\t' : e == 'r' ? '\r' : e == 'b' ? '\b' : e == 'f' ? '\f' : e;
             continue;
         }
-        unsigned long code = hex(i + 1);
+        // chromedriver sends UTF-8 as it is and escapes only a few
+        // characters, all of them in the Basic Multilingual Plane.
+        unsigned long code = std::stoul(json.substr(i + 1, 4), nullptr, 16);
         i += 4;
-        if (code >= 0xD800 && code < 0xDC00 && json.compare(i + 1, 2, "\\u") == 0) {
-            code = 0x10000 + ((code - 0xD800) << 10) + (hex(i + 3) - 0xDC00);
-            i += 6;
-        }
         if (code < 0x80) {
             out += static_cast<char>(code);
         } else if (code < 0x800) {
             out += static_cast<char>(0xC0 | (code >> 6));
             out += static_cast<char>(0x80 | (code & 0x3F));
-        } else if (code < 0x10000) {
-            out += static_cast<char>(0xE0 | (code >> 12));
-            out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (code & 0x3F));
         } else {
-            out += static_cast<char>(0xF0 | (code >> 18));
-            out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+            out += static_cast<char>(0xE0 | (code >> 12));
             out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
             out += static_cast<char>(0x80 | (code & 0x3F));
         }
