@@ -1,10 +1,12 @@
-// Work calls on SQLite: the database file of the configured (else the work
-// call's) database, one transaction per request, one statement per work call
-// with its :name placeholders bound as typed parameters, stored procedures
-// as SQL kept by name in the table vl_procedures.
+// Work calls on the project's vendor, and on SQLite itself: the database
+// file of the configured (else the work call's) database, one transaction
+// per request, one statement per work call with its :name placeholders bound
+// as typed parameters, stored procedures as SQL kept by name in the table
+// vl_procedures.
 #include "runtime/database.hpp"
 
 #include "runtime/api.hpp"
+#include "runtime/postgres.hpp"
 #include "runtime/settings.hpp"
 
 #include <sqlite3.h>
@@ -13,14 +15,13 @@ namespace vlrun {
 
 namespace {
 
-constexpr const char *kFailed = "The request could not be completed.";
 constexpr int kBusyMilliseconds = 5000;
 
 // A fault for what the database said about the statement or the connection.
 Fault databaseFault(sqlite3 *db, const SgeWorkCallData &call, int rc) {
     int status = rc == SQLITE_BUSY || rc == SQLITE_LOCKED ? 503 : 500;
     return {status,
-            status == 503 ? "The database is busy; try again in a moment." : kFailed,
+            status == 503 ? kDatabaseBusy : kRequestFailed,
             describe(call) + ": " + (db ? sqlite3_errmsg(db) : sqlite3_errstr(rc))};
 }
 
@@ -35,7 +36,7 @@ bool storedProcedure(sqlite3 *db, const SgeWorkCallData &call, std::string &sql,
         const unsigned char *text = sqlite3_column_text(query, 0);
         sql = text ? reinterpret_cast<const char *>(text) : "";
     } else if (rc == SQLITE_DONE) {
-        fault = {500, kFailed, describe(call) + ": no stored procedure " + call.name + " in vl_procedures"};
+        fault = {500, kRequestFailed, describe(call) + ": no stored procedure " + call.name + " in vl_procedures"};
     } else {
         fault = databaseFault(db, call, rc);
     }
@@ -61,13 +62,13 @@ sqlite3_stmt *prepareOne(sqlite3 *db, const SgeWorkCallData &call, const std::st
         if (rc != SQLITE_OK || next) {
             sqlite3_finalize(next);
             sqlite3_finalize(statement);
-            fault = {500, kFailed, describe(call) + ": the SQL holds more than one statement"};
+            fault = {500, kRequestFailed, describe(call) + ": the SQL holds more than one statement"};
             return nullptr;
         }
         if (after == tail) break;
         tail = after;
     }
-    if (!statement) fault = {500, kFailed, describe(call) + ": the SQL is empty"};
+    if (!statement) fault = {500, kRequestFailed, describe(call) + ": the SQL is empty"};
     return statement;
 }
 
@@ -86,14 +87,12 @@ Fault bindParameters(sqlite3_stmt *statement, const SgeWorkCallData &call) {
     for (int i = 1; i <= count; i++) {
         const char *placeholder = sqlite3_bind_parameter_name(statement, i);
         if (!placeholder || placeholder[0] != ':')
-            return {500, kFailed,
+            return {500, kRequestFailed,
                     describe(call) + ": parameter " + (placeholder ? placeholder : "?") +
                         " is not a :name placeholder"};
-        const ArgumentBind *arg = nullptr;
-        for (const ArgumentBind &a : call.arguments)
-            if (!arg && a.name == placeholder + 1) arg = &a;
+        const ArgumentBind *arg = argumentNamed(call, placeholder + 1);
         if (!arg)
-            return {500, kFailed,
+            return {500, kRequestFailed,
                     describe(call) + ": placeholder " + placeholder + " has no argument bind"};
         const TypedValue &v = arg->typed;
         int rc = SQLITE_OK;
@@ -111,6 +110,8 @@ Fault bindParameters(sqlite3_stmt *statement, const SgeWorkCallData &call) {
     return {};
 }
 
+Databases::Databases() = default;
+
 Databases::~Databases() {
     rollback();
 }
@@ -125,7 +126,7 @@ sqlite3 *Databases::open(const std::string &file, Fault &fault) {
         rc = sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
     }
     if (rc != SQLITE_OK) {
-        fault = {500, "The application's database is not available.",
+        fault = {500, kDatabaseUnavailable,
                  "database " + file + ": " + (db ? sqlite3_errmsg(db) : sqlite3_errstr(rc))};
         sqlite3_close(db);
         return nullptr;
@@ -136,13 +137,17 @@ sqlite3 *Databases::open(const std::string &file, Fault &fault) {
 
 Fault Databases::run(SgeWorkCallData &call) {
     const Settings &s = settings();
-    if (s.vendor != SGESQLITE)
+    if (s.vendor != SGESQLITE && s.vendor != SGEPOSTGRES)
         return {500,
                 "The database vendor " + s.vendorName +
-                    " is not supported by this runtime, which serves SQLITE.",
+                    " is not supported by this runtime, which serves SQLITE and POSTGRES.",
                 describe(call) + ": database vendor " + s.vendorName + " is not supported"};
     const std::string &name = s.database.empty() ? call.database : s.database;
-    if (name.empty()) return {500, kFailed, describe(call) + ": no database is named"};
+    if (name.empty()) return {500, kRequestFailed, describe(call) + ": no database is named"};
+    if (s.vendor == SGEPOSTGRES) {
+        if (!postgres_) postgres_ = std::make_unique<PostgresDatabases>();
+        return postgres_->run(call, s.server.empty() ? call.server : s.server, name);
+    }
     Fault fault;
     sqlite3 *db = open(databaseFile(name), fault);
     if (!db) return fault;
@@ -190,10 +195,14 @@ Fault Databases::run(SgeWorkCallData &call) {
 }
 
 Fault Databases::commit() {
-    Fault fault;
+    Fault fault = postgres_ ? postgres_->commit() : Fault();
+    if (fault.status) {
+        rollback();
+        return fault;
+    }
     for (auto it = open_.begin(); it != open_.end();) {
         if (sqlite3_exec(it->second, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
-            fault = {500, kFailed, "database " + it->first + ": " + sqlite3_errmsg(it->second)};
+            fault = {500, kRequestFailed, "database " + it->first + ": " + sqlite3_errmsg(it->second)};
             break;
         }
         sqlite3_close(it->second);
@@ -204,6 +213,7 @@ Fault Databases::commit() {
 }
 
 void Databases::rollback() {
+    if (postgres_) postgres_->rollback();
     for (auto &[name, db] : open_) {
         sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
         sqlite3_close(db);

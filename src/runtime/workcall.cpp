@@ -89,6 +89,12 @@ void endResults(SgeWorkCallData &call, int affected) {
     VlReqSetAffectedRowCount(record, affected);
 }
 
+const ArgumentBind *argumentNamed(const SgeWorkCallData &call, std::string_view name) {
+    for (const ArgumentBind &arg : call.arguments)
+        if (arg.name == name) return &arg;
+    return nullptr;
+}
+
 const char *resultValue(const SgeWorkCallData &call, int row, int column) {
     RequestState *request = currentRequest();
     if (!request || !call.ran || row < 0 || row >= call.rows || column < 0 ||
@@ -102,12 +108,18 @@ std::string describe(const SgeWorkCallData &call) {
     return "work call " + call.name + " of " + (call.activator.empty() ? "?" : call.activator);
 }
 
-std::string optionValue(const std::vector<std::string> &options, std::string_view name) {
+std::vector<std::string> optionValues(const std::vector<std::string> &options, std::string_view name) {
+    std::vector<std::string> values;
     for (const std::string &line : options)
         if (line.size() >= name.size() + 3 && line.compare(0, name.size(), name) == 0 &&
             line.compare(name.size(), 3, " : ") == 0)
-            return line.substr(name.size() + 3);
-    return {};
+            values.push_back(line.substr(name.size() + 3));
+    return values;
+}
+
+std::string optionValue(const std::vector<std::string> &options, std::string_view name) {
+    std::vector<std::string> values = optionValues(options, name);
+    return values.empty() ? std::string() : values.front();
 }
 
 } // namespace vlrun
@@ -249,10 +261,8 @@ int VlGetAffectedRows(pSgeWorkCallData call) {
 }
 
 const char *VlGetArgValue(pSgeWorkCallData call, const char *name) {
-    if (!call || !name) return nullptr;
-    for (const vlrun::ArgumentBind &arg : call->arguments)
-        if (arg.name == name) return arg.hasValue ? arg.value.c_str() : nullptr;
-    return nullptr;
+    const vlrun::ArgumentBind *arg = call && name ? vlrun::argumentNamed(*call, name) : nullptr;
+    return arg && arg->hasValue ? arg->value.c_str() : nullptr;
 }
 
 int VlAddRow(pSgeWorkCallData call, int count, const char *const *values) {

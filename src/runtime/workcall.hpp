@@ -70,6 +70,9 @@ bool wantsMoreRows(const SgeWorkCallData &call);
 void addResultRow(SgeWorkCallData &call, const std::vector<std::string> &values);
 void endResults(SgeWorkCallData &call, int affected);
 
+// The first argument bind of that name, or null.
+const ArgumentBind *argumentNamed(const SgeWorkCallData &call, std::string_view name);
+
 // The value at row and column (from 0), or null.
 const char *resultValue(const SgeWorkCallData &call, int row, int column);
 
@@ -78,6 +81,8 @@ std::string describe(const SgeWorkCallData &call);
 
 // The value of an option line "name : value" of the list, or empty.
 std::string optionValue(const std::vector<std::string> &options, std::string_view name);
+// The values of every line of that option, in order.
+std::vector<std::string> optionValues(const std::vector<std::string> &options, std::string_view name);
 
 } // namespace vlrun
 

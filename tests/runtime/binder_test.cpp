@@ -153,7 +153,8 @@ TEST_F(WorkCalls, RefusesWhatIsNotOneStatementOfTheServedVendor) {
     Fault fault = run("one", {"select 1"});
     EXPECT_EQ(fault.status, 500);
     EXPECT_EQ(fault.message,
-              "The database vendor ORACLE is not supported by this runtime, which serves SQLITE.");
+              "The database vendor ORACLE is not supported by this runtime, which serves SQLITE and "
+              "POSTGRES.");
 }
 
 } // namespace

@@ -1,6 +1,9 @@
-// Work calls on file objects (a flat file, a program's output, a registered
-// function) and the configuration file that overrides the setup calls.
+// Records cut into columns, a flat file's rows within the row limit, a
+// failing file object stopping the request, and the configuration file
+// that overrides the setup calls (file_objects_program_test.cpp runs every
+// file object through generated activators).
 #include "runtime/file_objects.hpp"
+#include "runtime/program_output.hpp"
 #include "runtime/request_state.hpp"
 #include "runtime/settings.hpp"
 #include "runtime/VlRnHtml.h"
@@ -23,16 +26,12 @@ std::string rows(pSgeWorkCallData call) {
     return out;
 }
 
-int twoRows(pSgeWorkCallData call) {
-    const char *first[] = {VlGetArgValue(call, "who"), "x"};
-    const char *second[] = {"y"};
-    return VlAddRow(call, 2, first) || VlAddRow(call, 1, second) ? 1 : 0;
-}
-
 TEST(FileObjects, LinesBecomeRows) {
     EXPECT_EQ(vlrun::splitLine("a,b,,c", ',', {}), (std::vector<std::string>{"a", "b", "", "c"}));
     EXPECT_EQ(vlrun::splitLine("abcdefg", ',', {2, 3, 1}),
               (std::vector<std::string>{"ab", "cde", "fg"}));
+    EXPECT_EQ(vlrun::splitLine("\xC3\xA9\xC3\xA9x", ',', {1, 5}),
+              (std::vector<std::string>{"\xC3\xA9", "\xC3\xA9x"}));
     EXPECT_EQ(vlrun::splitLine("a,b", 0, {}), (std::vector<std::string>{"a,b"}));
 
     TempDir dir;
@@ -45,19 +44,6 @@ TEST(FileObjects, LinesBecomeRows) {
     EXPECT_EQ(DoWorkProc(file, PROCESSBRSREQUEST_DSQL), 0);
     EXPECT_EQ(rows(file), "1|a;2|;"); // two rows at most
 
-    pSgeWorkCallData program = getSgeWorkCallData(nullptr, 0, "", "", "/bin/echo", READ_EXEC);
-    VlVaSetReqOptions(program, "Delimiter : <spc>", VULL);
-    SgeSetArgBnd2(program, 12, 10, "a", "varchar", "one;two");
-    SgeSetArgBnd2(program, 12, 10, "b", "varchar", "$(x)");
-    EXPECT_EQ(DoWorkProc(program, PROCESSBRSREQUEST_DSQL), 0);
-    EXPECT_EQ(rows(program), "one;two|$(x);"); // no shell in between
-
-    VlRegisterFunction("twoRows", twoRows);
-    pSgeWorkCallData function = getSgeWorkCallData(nullptr, 0, "", "", "twoRows", EXEC_FUNCTION);
-    SgeSetArgBnd2(function, 12, 10, "who", "varchar", "me");
-    EXPECT_EQ(DoWorkProc(function, PROCESSBRSREQUEST_DSQL), 0);
-    EXPECT_EQ(rows(function), "me|x;y|;");
-
     pSgeWorkCallData missing = getSgeWorkCallData(nullptr, 0, "", "", "/nowhere", READ_FILE);
     EXPECT_EQ(DoWorkProc(missing, PROCESSBRSREQUEST_DSQL), -1);
     EXPECT_EQ(request.fault.status, 500);
@@ -65,6 +51,19 @@ TEST(FileObjects, LinesBecomeRows) {
     // After a failure no further work call runs.
     EXPECT_EQ(DoWorkProc(file, PROCESSBRSREQUEST_DSQL), -1);
     vlrun::setCurrentRequest(nullptr);
+}
+
+TEST(FileObjects, ProgramsAreStoppedAtTheirOutputLimitAndReportedBySignal) {
+    std::string output, why;
+    vlrun::ProgramLimits limits;
+    limits.outputBytes = 1000;
+    EXPECT_FALSE(vlrun::programOutput({"/usr/bin/yes", "abc"}, limits, output, why));
+    EXPECT_EQ(why, "wrote more than 1000 bytes");
+    EXPECT_EQ(output.substr(0, 8), "abc\nabc\n");
+    output.clear();
+    EXPECT_FALSE(vlrun::programOutput({"/bin/sh", "-c", "echo partial; kill -9 $$"}, {}, output, why));
+    EXPECT_EQ(why, "was killed by signal 9");
+    EXPECT_EQ(output, "partial\n");
 }
 
 TEST(Settings, TheConfigurationFileOverridesTheSetupCalls) {

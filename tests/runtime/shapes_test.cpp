@@ -5,9 +5,8 @@
 // run calls, inside the frames the map upkeep writes (with the older one and
 // the older argument call), in a module of the module file format, together
 // with the example's generated main module and page modules.
-#include "support/run_program.hpp"
+#include "runtime/generated_program.hpp"
 #include "support/temp_dir.hpp"
-#include "velmora.h"
 
 #include <gtest/gtest.h>
 
@@ -16,22 +15,7 @@
 
 namespace {
 
-const std::string kStage = VELMORA_STAGE_DIR;
 const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples/shop/";
-
-char *dup(const char *s) {
-    return s ? strdup(s) : nullptr;
-}
-void replace(char *&field, const char *value) {
-    free(field);
-    field = dup(value);
-}
-SutList *texts(std::initializer_list<const char *> items) {
-    SutList *list = SutNewList();
-    for (const char *item : items)
-        SutAddList(list, strdup(item));
-    return list;
-}
 
 // The code of request k: its kind, dialog and detail words chosen by k, so
 // that together the requests use every word.
@@ -125,10 +109,6 @@ std::string shapesModule() {
     return module + registration + "\n}/* Velmora End of Module */\n";
 }
 
-ProgramRun sh(const std::string &command, const std::string &dir) {
-    return runProgram("/bin/sh", {"-c", command}, {"PATH=/usr/bin:/bin"}, dir);
-}
-
 TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
     TempDir dir;
     dir.write("shapes.c", shapesModule());
@@ -142,14 +122,14 @@ TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
           Language{VELMORA_CXX_COMPILER, "-x c++ -std=c++20"}}) {
         SCOPED_TRACE(language.options);
         for (const char *file : {"shapes", "shop", "catalog", "order"}) {
-            ProgramRun run = sh(language.compiler + " " + language.options + " " +
+            ProgramRun run = shell(language.compiler + " " + language.options + " " +
                                     VELMORA_C_FLAGS + " -Wall -Wextra -Werror -I" + kStage +
                                     "/include -c " + file + ".c -o " + file + ".o",
                                 dir.path());
             EXPECT_EQ(run.status, 0) << file << ".c:\n" << run.err;
         }
         // Linked as the generated makefile links: the C compiler, -lvlrun alone.
-        ProgramRun link = sh(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS +
+        ProgramRun link = shell(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS +
                                  " -o shop.cgi shop.o catalog.o order.o shapes.o -L" + kStage +
                                  "/lib -lvlrun",
                              dir.path());

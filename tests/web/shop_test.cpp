@@ -2,7 +2,7 @@
 // distribution and vlinst.sh builds shop.cgi, vlsql creates its database, and
 // lighttpd serves it on 127.0.0.1 while curl asks: pages, activators, an
 // alias, searches, orders, hostile values and every refusal with its status.
-#include "web/web_server.hpp"
+#include "web/shop_site.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +12,6 @@
 
 namespace {
 
-const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples/shop";
-const std::string kDist = VELMORA_STAGE_DIR;
-
 const std::string kSpecials = "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
                               "<tr><td>Dune</td><td>9.50</td></tr>\n"
                               "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n";
@@ -22,57 +19,26 @@ const std::string kSpecials = "<table class=\"vl-site1\">\n<tr><th>title</th><th
 class Shop : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
-        if (access(kLighttpd, X_OK) != 0 || access(kCurl, X_OK) != 0) {
-            skipped_ = "lighttpd or curl is not installed (apt-get install lighttpd curl)";
-            return;
-        }
-        root_ = std::make_unique<TempDir>();
-        fs::create_directories(root_->file("home"));
-        fs::copy(kExample, root_->file("shop"), fs::copy_options::recursive);
-        // The sanitizer build's library needs the same flags on the program.
-        ProgramRun run = runProgram(
-            VLNOGUI_PATH, {"-p", root_->file("shop/shop.pj"), "-c", root_->file("shop/test.cfg")},
-            {"PATH=" + kDist + "/bin:/usr/bin:/bin", "HOME=" + root_->file("home"),
-             "VELMORA=" + kDist, std::string("CFLAGS=") + VELMORA_C_FLAGS,
-             std::string("LDFLAGS=") + VELMORA_LINK_FLAGS},
-            root_->path());
-        setup_ = run.out + run.err;
-        run = runProgram(kDist + "/bin/vlsql", {"cgi-bin/shop.db", kExample + "/shop.sql"}, {},
-                         root_->path());
-        setup_ += run.err;
-        server_ = std::make_unique<WebServer>(root_->path(), root_->file("www"),
-                                              root_->file("cgi-bin"));
+        skipped_ = webToolsMissing();
+        if (!skipped_.empty()) return;
+        site_ = std::make_unique<ShopSite>();
+        site_->createSqliteDatabase();
     }
     static void TearDownTestSuite() {
-        if (server_) {
-            server_->stop();
-            // Whatever the program wrote to standard error is in this log.
-            EXPECT_EQ(server_->errorLog().find("Sanitizer"), std::string::npos)
-                << server_->errorLog();
+        if (site_) {
+            EXPECT_EQ(site_->stopAndReportSanitizers(), "");
         }
-        server_.reset();
-        root_.reset();
+        site_.reset();
     }
     void SetUp() override {
-        if (!skipped_.empty()) {
-            if (std::getenv("VELMORA_REQUIRE_WEB")) FAIL() << skipped_;
-            GTEST_SKIP() << skipped_;
-        }
-        ASSERT_TRUE(fs::exists(root_->file("cgi-bin/shop.cgi"))) << setup_;
-        ASSERT_TRUE(server_->running()) << "lighttpd did not start\n" << server_->errorLog();
+        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
+        ASSERT_TRUE(site_->ready()) << site_->log();
     }
 
-    // POSTs body (from a file: it may be larger than a command line) unless empty.
     static HttpAnswer ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") {
-        if (body.empty()) return httpGet(server_->url(path));
-        return httpGet(server_->url(path), {"--data-binary", "@" + root_->write("body", body)});
+        return site_->ask(body, path);
     }
-    static std::string sql(const std::string &query) {
-        return runProgram(kDist + "/bin/vlsql",
-                          {root_->file("cgi-bin/shop.db"), root_->write("query.sql", query)}, {},
-                          root_->path())
-            .out;
-    }
+    static std::string sql(const std::string &query) { return site_->sqlite(query); }
     // The part of a page the program filled: between "<h2>Books</h2>\n" and "<p>".
     static std::string books(const std::string &page) {
         std::size_t from = page.find("<h2>Books</h2>\n");
@@ -82,10 +48,8 @@ class Shop : public ::testing::Test {
                    : page.substr(from + 15, to - from - 15);
     }
 
-    static inline std::unique_ptr<TempDir> root_;
-    static inline std::unique_ptr<WebServer> server_;
+    static inline std::unique_ptr<ShopSite> site_;
     static inline std::string skipped_;
-    static inline std::string setup_;
 };
 
 TEST_F(Shop, PagesActivatorsAndAliases) {
@@ -152,8 +116,8 @@ TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
         std::string message;
     };
     const std::string big(2 << 20, 'a');
-    EXPECT_EQ(httpGet(server_->url("/cgi-bin/shop.cgi"), {"-X", "PUT"}).status, 405);
-    EXPECT_EQ(httpGet(server_->url("/cgi-bin/shop.cgi"), {"-F", "title=Mo"}).status, 415);
+    EXPECT_EQ(httpGet(site_->server().url("/cgi-bin/shop.cgi"), {"-X", "PUT"}).status, 405);
+    EXPECT_EQ(httpGet(site_->server().url("/cgi-bin/shop.cgi"), {"-F", "title=Mo"}).status, 415);
     const Case cases[] = {
         // (lighttpd passes a bad escape of the query on as "%25".)
         {"FNC=%zz", "", 400, "The request holds a bad %-escape."},
@@ -184,9 +148,14 @@ TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
 
     // A page name that leaves the HTML directory never reaches a web server's
     // CGI unnormalised; the program refuses it all the same.
-    ProgramRun run = runProgram(root_->file("cgi-bin/shop.cgi"), {},
-                                {"REQUEST_METHOD=GET", "PATH_INFO=/../shop/shop.c"}, root_->path());
+    ProgramRun run = runProgram(site_->root().file("cgi-bin/shop.cgi"), {},
+                                {"REQUEST_METHOD=GET", "PATH_INFO=/../shop/shop.c"},
+                                site_->root().path());
     EXPECT_EQ(run.out.substr(0, 24), "Status: 404 Not Found\r\nC");
+
+    // The database and the configuration file beside the program are not sent.
+    for (const char *file : {"shop.db", "shop.cfg"})
+        EXPECT_EQ(ask("", std::string("/cgi-bin/") + file).status, 403) << file;
 }
 
 } // namespace

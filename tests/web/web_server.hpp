@@ -25,6 +25,14 @@
 inline const char *const kLighttpd = "/usr/sbin/lighttpd";
 inline const char *const kCurl = "/usr/bin/curl";
 
+// Of the CGI directory only the programs run: the database and the
+// configuration file beside them are never sent.
+inline const std::string kPrivateCgiBin =
+    "$HTTP[\"url\"] =~ \"^/cgi-bin/\" { static-file.exclude-extensions = ( \"\" ) }\n";
+// Pages are UTF-8, and a browser must know it before it sends a form.
+inline const std::string kMimeTypes =
+    "mimetype.assign = ( \".html\" => \"text/html; charset=utf-8\", \".svg\" => \"image/svg+xml\" )\n";
+
 struct HttpAnswer {
     int status = 0;
     std::string headers;
@@ -45,7 +53,8 @@ class WebServer {
                                 "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
                                 "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
                                 cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
-                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n");
+                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n" + kPrivateCgiBin +
+                                kMimeTypes);
             pid_ = fork();
             if (pid_ == 0) {
                 prctl(PR_SET_PDEATHSIG, SIGTERM);
