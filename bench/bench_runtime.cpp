@@ -21,7 +21,7 @@
 #include <string>
 #include <vector>
 
-extern "C" int vlShopMain(int argc, char **argv);
+extern "C" int VlShopMain(int argc, char **argv);
 
 namespace fs = std::filesystem;
 
@@ -67,13 +67,13 @@ struct ShopSite {
     }
 };
 
-ShopSite &site() {
+ShopSite &Site() {
     static ShopSite s;
     return s;
 }
 
 // Runs the program with the environment, output to /dev/null; seconds taken.
-double spawn(const std::string &program, std::vector<std::string> env) {
+double Spawn(const std::string &program, std::vector<std::string> env) {
     std::vector<char *> envp;
     for (std::string &e : env)
         envp.push_back(e.data());
@@ -97,13 +97,13 @@ double spawn(const std::string &program, std::vector<std::string> env) {
 }
 
 // Runs program and /bin/true alternately, as CGI processes.
-void versusProcessFloor(benchmark::State &state, const std::string &program) {
+void VersusProcessFloor(benchmark::State &state, const std::string &program) {
     const std::vector<std::string> env = {"REQUEST_METHOD=GET", kQuery,
                                           "SCRIPT_NAME=/cgi-bin/shop.cgi", "PATH=/usr/bin:/bin"};
     double cgi = 0, floor = 0;
     for (auto _ : state) {
-        cgi += spawn(program, env);
-        floor += spawn("/bin/true", env);
+        cgi += Spawn(program, env);
+        floor += Spawn("/bin/true", env);
     }
     double n = static_cast<double>(state.iterations());
     state.counters["cgi_per_s"] = n / cgi;
@@ -112,30 +112,30 @@ void versusProcessFloor(benchmark::State &state, const std::string &program) {
 }
 
 void CgiSearchVsProcessFloor(benchmark::State &state) {
-    if (!site().ready) return state.SkipWithError("building shop.cgi failed");
-    versusProcessFloor(state, site().program);
+    if (!Site().ready) return state.SkipWithError("building shop.cgi failed");
+    VersusProcessFloor(state, Site().program);
 }
 BENCHMARK(CgiSearchVsProcessFloor)->Unit(benchmark::kMillisecond)->MinTime(3);
 
 void LibpqLinkedVsProcessFloor(benchmark::State &state) {
-    if (!site().libpqLinked) return state.SkipWithError("linking shop-libpq.cgi failed");
-    versusProcessFloor(state, site().dir + "/cgi-bin/shop-libpq.cgi");
+    if (!Site().libpqLinked) return state.SkipWithError("linking shop-libpq.cgi failed");
+    VersusProcessFloor(state, Site().dir + "/cgi-bin/shop-libpq.cgi");
 }
 BENCHMARK(LibpqLinkedVsProcessFloor)->Unit(benchmark::kMillisecond)->MinTime(3);
 
 void InProcessSearch(benchmark::State &state) {
-    if (!site().ready) return state.SkipWithError("building shop.cgi failed");
+    if (!Site().ready) return state.SkipWithError("building shop.cgi failed");
     setenv("REQUEST_METHOD", "GET", 1);
     setenv("QUERY_STRING", kQuery + 13, 1);
     setenv("SCRIPT_NAME", "/cgi-bin/shop.cgi", 1);
-    std::string argv0 = site().program;
+    std::string argv0 = Site().program;
     char *argv[] = {argv0.data(), nullptr};
     std::fflush(stdout);
     int savedOut = dup(1), savedErr = dup(2), null = open("/dev/null", O_WRONLY);
     dup2(null, 1);
     dup2(null, 2);
     for (auto _ : state)
-        benchmark::DoNotOptimize(vlShopMain(1, argv));
+        benchmark::DoNotOptimize(VlShopMain(1, argv));
     std::fflush(stdout);
     std::fflush(stderr);
     dup2(savedOut, 1);

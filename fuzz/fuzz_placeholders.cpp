@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const std::string sql(reinterpret_cast<const char *>(data), size);
     vlrun::PositionalSql out;
     std::string why;
-    if (!vlrun::rewritePlaceholders(sql, out, why)) {
+    if (!vlrun::RewritePlaceholders(sql, out, why)) {
         if (why.rfind("parameter $", 0) != 0) std::abort();
         return 0;
     }

@@ -61,7 +61,7 @@ void readAsRequest(const std::string &text) {
     std::FILE *in = fmemopen(body.data(), body.size(), "rb");
     if (!in) in = std::fopen("/dev/null", "rb");
     std::vector<vlrun::Field> fields;
-    vlrun::readCgiInput(in, fields);
+    vlrun::ReadCgiInput(in, fields);
     std::fclose(in);
 }
 
@@ -71,12 +71,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const std::string text(reinterpret_cast<const char *>(data), size);
     readAsRequest(text);
     std::vector<vlrun::Field> fields;
-    vlrun::parseUrlEncoded(text, fields);
+    vlrun::ParseUrlEncoded(text, fields);
     vlrun::TypedValue typed;
     std::string why;
     for (const char *type : {"int", "decimal", "varchar"})
-        vlrun::typedValue(type, -1, 8, &text, typed, why);
-    vlrun::fillPage(
+        vlrun::ToTypedValue(type, -1, 8, &text, typed, why);
+    vlrun::FillPage(
         text, [](std::string_view site) { return std::string(site); }, "/cgi-bin/x.cgi",
         "http://h/x");
     return 0;

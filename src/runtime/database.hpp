@@ -23,12 +23,12 @@ class PostgresDatabases;
 
 // The file of a database name: ".db" added when the name has no extension,
 // relative to the program's directory.
-std::string databaseFile(std::string_view name);
+std::string DatabaseFile(std::string_view name);
 
 // Binds every parameter of the statement: each must be a :name placeholder
 // with an argument bind of that name, bound as its checked typed value. A
 // fault (500) names a placeholder without a bind or one of another form.
-Fault bindParameters(sqlite3_stmt *statement, const SgeWorkCallData &call);
+Fault BindParameters(sqlite3_stmt *statement, const SgeWorkCallData &call);
 
 class Databases {
   public:
@@ -41,13 +41,13 @@ class Databases {
     // own), of the configured vendor: its fragments joined, or without them
     // the SQL stored under its name in vl_procedures (SQLite) or the function
     // of its name (PostgreSQL).
-    Fault run(SgeWorkCallData &call);
+    Fault Run(SgeWorkCallData &call);
     // Commits every open database; a fault when one fails.
-    Fault commit();
-    void rollback();
+    Fault Commit();
+    void Rollback();
 
   private:
-    sqlite3 *open(const std::string &file, Fault &fault);
+    sqlite3 *Open(const std::string &file, Fault &fault);
     std::vector<std::pair<std::string, sqlite3 *>> open_;
     std::unique_ptr<PostgresDatabases> postgres_; // made by the first PostgreSQL work call
 };

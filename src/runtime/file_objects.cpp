@@ -24,7 +24,7 @@ namespace {
 constexpr int kMaxSeconds = 3600;
 
 // The byte length of the first count characters of UTF-8 text.
-std::size_t charactersPrefix(std::string_view text, std::size_t count) {
+std::size_t CharactersPrefix(std::string_view text, std::size_t count) {
     std::size_t at = 0;
     for (; at < text.size(); at++)
         if ((static_cast<unsigned char>(text[at]) & 0xC0) != 0x80 && count-- == 0) break;
@@ -34,12 +34,12 @@ std::size_t charactersPrefix(std::string_view text, std::size_t count) {
 // Cuts text into records (a last record without a delimiter counts; with
 // the newline as delimiter a CR before it is dropped) and the records into
 // the work call's rows.
-void addRows(SgeWorkCallData &call, std::string_view text) {
+void AddRows(SgeWorkCallData &call, std::string_view text) {
     const std::vector<std::string> &options = call.requestOptions;
-    int field = VlDelimStrToChar(optionValue(options, "Delimiter").c_str());
-    int named = VlDelimStrToChar(optionValue(options, "Record Delimiter").c_str());
+    int field = VlDelimStrToChar(OptionValue(options, "Delimiter").c_str());
+    int named = VlDelimStrToChar(OptionValue(options, "Record Delimiter").c_str());
     char record = named ? static_cast<char>(named) : '\n';
-    SutList *list = VlOptionGetIntList(optionValue(options, "Column Widths").c_str());
+    SutList *list = VlOptionGetIntList(OptionValue(options, "Column Widths").c_str());
     std::vector<int> widths;
     widths.reserve(static_cast<std::size_t>(std::max(0, SutSizList(list))));
     for (int i = 0; i < SutSizList(list); i++)
@@ -54,28 +54,28 @@ void addRows(SgeWorkCallData &call, std::string_view text) {
         std::string_view line = text.substr(0, end);
         text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
         if (record == '\n' && !line.empty() && line.back() == '\r') line.remove_suffix(1);
-        rows.push_back(splitLine(line, field, widths));
+        rows.push_back(SplitLine(line, field, widths));
         columns = std::max(columns, rows.back().size());
     }
     std::vector<std::string> names;
     for (std::size_t c = 1; c <= columns; c++)
         names.push_back(std::to_string(c));
-    beginResults(call, std::move(names));
+    BeginResults(call, std::move(names));
     for (const auto &row : rows)
-        addResultRow(call, row);
-    endResults(call, 0);
+        AddResultRow(call, row);
+    EndResults(call, 0);
 }
 
 // The program's output: its arguments are the request's "Argument" options,
 // then the values of the argument binds, each one argument as it stands.
-bool readProgram(const SgeWorkCallData &call, std::string &output, std::string &why) {
-    std::vector<std::string> argv = {fromProgramDir(call.name)};
-    for (std::string &argument : optionValues(call.requestOptions, "Argument"))
+bool ReadProgram(const SgeWorkCallData &call, std::string &output, std::string &why) {
+    std::vector<std::string> argv = {FromProgramDir(call.name)};
+    for (std::string &argument : OptionValues(call.requestOptions, "Argument"))
         argv.push_back(std::move(argument));
     for (const ArgumentBind &arg : call.arguments)
         argv.push_back(arg.value);
     ProgramLimits limits;
-    std::string seconds = optionValue(call.requestOptions, "Time Limit");
+    std::string seconds = OptionValue(call.requestOptions, "Time Limit");
     if (!seconds.empty()) {
         bool digits = seconds.size() <= 4 && seconds.find_first_not_of("0123456789") == std::string::npos;
         limits.seconds = digits ? std::atoi(seconds.c_str()) : 0;
@@ -84,7 +84,7 @@ bool readProgram(const SgeWorkCallData &call, std::string &output, std::string &
             return false;
         }
     }
-    if (!programOutput(argv, limits, output, why)) {
+    if (!ProgramOutput(argv, limits, output, why)) {
         why = argv[0] + " " + why;
         return false;
     }
@@ -93,14 +93,14 @@ bool readProgram(const SgeWorkCallData &call, std::string &output, std::string &
 
 } // namespace
 
-std::vector<std::string> splitLine(std::string_view line, int delimiter,
+std::vector<std::string> SplitLine(std::string_view line, int delimiter,
                                    const std::vector<int> &widths) {
     std::vector<std::string> columns;
     if (!widths.empty()) {
         for (std::size_t i = 0; i < widths.size() && !line.empty(); i++) {
             std::size_t bytes = i + 1 == widths.size()
                                     ? line.size()
-                                    : charactersPrefix(line, static_cast<std::size_t>(widths[i]));
+                                    : CharactersPrefix(line, static_cast<std::size_t>(widths[i]));
             columns.emplace_back(line.substr(0, bytes));
             line.remove_prefix(bytes);
         }
@@ -115,32 +115,32 @@ std::vector<std::string> splitLine(std::string_view line, int delimiter,
     }
 }
 
-Fault runFileObject(SgeWorkCallData &call) {
+Fault RunFileObject(SgeWorkCallData &call) {
     if (call.kind == EXEC_FUNCTION) {
-        VlExecFunction function = findFunction(call.name);
+        VlExecFunction function = FindFunction(call.name);
         if (!function)
-            return {500, kRequestFailed, describe(call) + ": no function " + call.name + " is registered"};
+            return {500, kRequestFailed, Describe(call) + ": no function " + call.name + " is registered"};
         call.ran = false;
         int rc = function(&call);
-        if (!call.ran) beginResults(call, {});
-        endResults(call, 0);
+        if (!call.ran) BeginResults(call, {});
+        EndResults(call, 0);
         if (rc != 0)
-            return {500, kRequestFailed, describe(call) + ": " + call.name + " returned " + std::to_string(rc)};
+            return {500, kRequestFailed, Describe(call) + ": " + call.name + " returned " + std::to_string(rc)};
         return {};
     }
     std::string text;
     if (call.kind == READ_EXEC) {
         std::string why;
-        if (!readProgram(call, text, why)) return {500, kRequestFailed, describe(call) + ": " + why};
+        if (!ReadProgram(call, text, why)) return {500, kRequestFailed, Describe(call) + ": " + why};
     } else {
-        std::ifstream in(fromProgramDir(call.name), std::ios::binary);
+        std::ifstream in(FromProgramDir(call.name), std::ios::binary);
         if (!in)
-            return {500, kRequestFailed, describe(call) + ": cannot read " + fromProgramDir(call.name)};
+            return {500, kRequestFailed, Describe(call) + ": cannot read " + FromProgramDir(call.name)};
         std::ostringstream content;
         content << in.rdbuf();
         text = content.str();
     }
-    addRows(call, text);
+    AddRows(call, text);
     return {};
 }
 

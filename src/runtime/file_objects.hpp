@@ -15,7 +15,7 @@ namespace vlrun {
 // Splits one record into columns: at fixed widths (in characters) when
 // widths are given (the last column takes the rest), else at the delimiter
 // when it is not 0, else the whole record is one column.
-std::vector<std::string> splitLine(std::string_view line, int delimiter,
+std::vector<std::string> SplitLine(std::string_view line, int delimiter,
                                    const std::vector<int> &widths);
 
 // Runs a READ_FILE, READ_EXEC or EXEC_FUNCTION work call. The file or
@@ -25,7 +25,7 @@ std::vector<std::string> splitLine(std::string_view line, int delimiter,
 // Widths" (fixed widths instead of a delimiter, as "4,10,2"). A program runs
 // without a shell, with the "Argument" options and then the argument binds'
 // values as its arguments, for at most "Time Limit" seconds (10 when absent).
-Fault runFileObject(SgeWorkCallData &call);
+Fault RunFileObject(SgeWorkCallData &call);
 
 } // namespace vlrun
 

@@ -24,7 +24,7 @@ struct PositionalSql {
 // $tag$...$tag$ strings and :: casts. A quoted part left open runs to the
 // end, where the database reports it. False with a reason when the SQL holds
 // a positional parameter ($1) of its own, which no argument bind names.
-bool rewritePlaceholders(std::string_view sql, PositionalSql &out, std::string &why);
+bool RewritePlaceholders(std::string_view sql, PositionalSql &out, std::string &why);
 
 } // namespace vlrun
 

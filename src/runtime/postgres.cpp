@@ -22,13 +22,13 @@ constexpr const char *kSessionOptions = "-c standard_conforming_strings=on -c lo
 
 // SQLSTATEs of a statement that may succeed when tried again: a lock not
 // granted in time, a deadlock, a serialization failure.
-bool isBusy(std::string_view state) {
+bool IsBusy(std::string_view state) {
     return state == "55P03" || state == "40P01" || state == "40001";
 }
 
 // libpq's messages end in a newline and may span lines; the details are
 // written as one line.
-std::string oneLine(const char *message) {
+std::string OneLine(const char *message) {
     std::string text = message ? message : "";
     for (char &c : text)
         if (c == '\n' || c == '\r' || c == '\t') c = ' ';
@@ -39,7 +39,7 @@ std::string oneLine(const char *message) {
 
 // A schema-qualified or plain function name of letters, digits, '_' and '$'
 // ("specials", "shop.find_books"), as the database folds it.
-bool isFunctionName(std::string_view name) {
+bool IsFunctionName(std::string_view name) {
     bool partStart = true;
     for (char c : name) {
         bool letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
@@ -57,11 +57,11 @@ bool isFunctionName(std::string_view name) {
 
 // The statement of a work call and the argument binds of its parameters in
 // the order $1, $2, ...
-bool statementOf(const SgeWorkCallData &call, std::string &sql,
+bool StatementOf(const SgeWorkCallData &call, std::string &sql,
                  std::vector<const ArgumentBind *> &parameters, Fault &fault) {
     if (call.fragments.empty()) {
-        if (!isFunctionName(call.name)) {
-            fault = {500, kRequestFailed, describe(call) + ": " + call.name + " is not a function name"};
+        if (!IsFunctionName(call.name)) {
+            fault = {500, kRequestFailed, Describe(call) + ": " + call.name + " is not a function name"};
             return false;
         }
         sql = "SELECT * FROM " + call.name + "(";
@@ -76,15 +76,15 @@ bool statementOf(const SgeWorkCallData &call, std::string &sql,
     for (const std::string &fragment : call.fragments)
         joined.append(joined.empty() ? "" : "\n").append(fragment);
     PositionalSql positional;
-    if (!rewritePlaceholders(joined, positional, why)) {
-        fault = {500, kRequestFailed, describe(call) + ": " + why};
+    if (!RewritePlaceholders(joined, positional, why)) {
+        fault = {500, kRequestFailed, Describe(call) + ": " + why};
         return false;
     }
     for (const std::string &name : positional.names) {
-        const ArgumentBind *arg = argumentNamed(call, name);
+        const ArgumentBind *arg = ArgumentNamed(call, name);
         if (!arg) {
             fault = {500, kRequestFailed,
-                     describe(call) + ": placeholder :" + name + " has no argument bind"};
+                     Describe(call) + ": placeholder :" + name + " has no argument bind"};
             return false;
         }
         parameters.push_back(arg);
@@ -94,33 +94,33 @@ bool statementOf(const SgeWorkCallData &call, std::string &sql,
 }
 
 // Rows changed by a statement that writes; 0 for one that reads.
-int affectedRows(const PqLibrary &pq, PGresult *result) {
+int AffectedRows(const PqLibrary &pq, PGresult *result) {
     std::string_view command = pq.cmdStatus(result);
     for (std::string_view writes : {"INSERT", "UPDATE", "DELETE", "MERGE"})
         if (command.starts_with(writes)) return std::atoi(pq.cmdTuples(result));
     return 0;
 }
 
-void collectRows(const PqLibrary &pq, PGresult *result, SgeWorkCallData &call) {
+void CollectRows(const PqLibrary &pq, PGresult *result, SgeWorkCallData &call) {
     const int columns = pq.nfields(result);
     std::vector<std::string> names;
     names.reserve(static_cast<std::size_t>(std::max(columns, 0)));
     for (int c = 0; c < columns; c++)
         names.emplace_back(pq.fname(result, c));
-    beginResults(call, std::move(names));
+    BeginResults(call, std::move(names));
     std::vector<std::string> row(static_cast<std::size_t>(columns));
-    for (int r = 0; r < pq.ntuples(result) && wantsMoreRows(call); r++) {
+    for (int r = 0; r < pq.ntuples(result) && WantsMoreRows(call); r++) {
         for (int c = 0; c < columns; c++)
             row[c] = pq.getisnull(result, r, c) ? "" : pq.getvalue(result, r, c);
-        addResultRow(call, row);
+        AddResultRow(call, row);
     }
-    endResults(call, affectedRows(pq, result));
+    EndResults(call, AffectedRows(pq, result));
 }
 
 } // namespace
 
 std::vector<std::pair<std::string, std::string>>
-connectionKeywords(std::string_view server, const std::string &database, const std::string &user,
+ConnectionKeywords(std::string_view server, const std::string &database, const std::string &user,
                    const std::string &password) {
     std::vector<std::pair<std::string, std::string>> keywords;
     std::size_t colon = server.find(':');
@@ -140,22 +140,22 @@ connectionKeywords(std::string_view server, const std::string &database, const s
 }
 
 PostgresDatabases::~PostgresDatabases() {
-    rollback();
+    Rollback();
 }
 
-pg_conn *PostgresDatabases::open(const std::string &server, const std::string &database,
+pg_conn *PostgresDatabases::Open(const std::string &server, const std::string &database,
                                  Fault &fault) {
     for (const Connection &connection : open_)
         if (connection.server == server && connection.database == database) return connection.handle;
     std::string why;
-    const PqLibrary *pq = pqLibrary(why);
+    const PqLibrary *pq = LoadPqLibrary(why);
     const std::string where = "database " + database + (server.empty() ? "" : " on " + server);
     if (!pq) {
         fault = {500, kDatabaseUnavailable, where + ": " + why};
         return nullptr;
     }
-    const Settings &s = settings();
-    auto keywords = connectionKeywords(server, database, s.user, s.password);
+    const Settings &s = TheSettings();
+    auto keywords = ConnectionKeywords(server, database, s.user, s.password);
     std::vector<const char *> names, values;
     for (const auto &[name, value] : keywords) {
         names.push_back(name.c_str());
@@ -175,22 +175,22 @@ pg_conn *PostgresDatabases::open(const std::string &server, const std::string &d
         }
     }
     fault = {500, kDatabaseUnavailable,
-             where + ": " + (handle ? oneLine(pq->errorMessage(handle)) : "out of memory")};
+             where + ": " + (handle ? OneLine(pq->errorMessage(handle)) : "out of memory")};
     if (handle) pq->finish(handle);
     return nullptr;
 }
 
-Fault PostgresDatabases::run(SgeWorkCallData &call, const std::string &server,
+Fault PostgresDatabases::Run(SgeWorkCallData &call, const std::string &server,
                              const std::string &database) {
     Fault fault;
-    pg_conn *handle = open(server, database, fault);
+    pg_conn *handle = Open(server, database, fault);
     if (!handle) return fault;
     std::string why;
-    const PqLibrary &pq = *pqLibrary(why);
+    const PqLibrary &pq = *LoadPqLibrary(why);
 
     std::string sql;
     std::vector<const ArgumentBind *> parameters;
-    if (!statementOf(call, sql, parameters, fault)) return fault;
+    if (!StatementOf(call, sql, parameters, fault)) return fault;
     // Values go as text, already checked against their bind's type; the
     // server gives each parameter the type its place in the statement needs.
     std::vector<std::string> texts(parameters.size());
@@ -206,24 +206,24 @@ Fault PostgresDatabases::run(SgeWorkCallData &call, const std::string &server,
                                      values.data(), nullptr, nullptr, 0);
     ExecStatusType status = pq.resultStatus(result);
     if (status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK) {
-        collectRows(pq, result, call);
+        CollectRows(pq, result, call);
     } else if (status == PGRES_EMPTY_QUERY) {
-        fault = {500, kRequestFailed, describe(call) + ": the SQL is empty"};
+        fault = {500, kRequestFailed, Describe(call) + ": the SQL is empty"};
     } else {
         const char *state = result ? pq.resultErrorField(result, PG_DIAG_SQLSTATE) : nullptr;
-        bool busy = state && isBusy(state);
+        bool busy = state && IsBusy(state);
         fault = {busy ? 503 : 500, busy ? kDatabaseBusy : kRequestFailed,
-                 describe(call) + ": " +
-                     oneLine(result ? pq.resultErrorMessage(result) : pq.errorMessage(handle))};
+                 Describe(call) + ": " +
+                     OneLine(result ? pq.resultErrorMessage(result) : pq.errorMessage(handle))};
     }
     pq.clear(result);
     return fault;
 }
 
-Fault PostgresDatabases::commit() {
+Fault PostgresDatabases::Commit() {
     if (open_.empty()) return {};
     std::string why;
-    const PqLibrary *pq = pqLibrary(why);
+    const PqLibrary *pq = LoadPqLibrary(why);
     Fault fault;
     while (!open_.empty()) {
         Connection &connection = open_.front();
@@ -234,20 +234,20 @@ Fault PostgresDatabases::commit() {
         if (!committed)
             fault = {500, kRequestFailed,
                      "database " + connection.database + ": the transaction was not committed: " +
-                         oneLine(pq->errorMessage(connection.handle))};
+                         OneLine(pq->errorMessage(connection.handle))};
         pq->clear(result);
         if (!committed) break;
         pq->finish(connection.handle);
         open_.erase(open_.begin());
     }
-    if (fault.status) rollback();
+    if (fault.status) Rollback();
     return fault;
 }
 
-void PostgresDatabases::rollback() {
+void PostgresDatabases::Rollback() {
     if (open_.empty()) return;
     std::string why;
-    const PqLibrary *pq = pqLibrary(why);
+    const PqLibrary *pq = LoadPqLibrary(why);
     for (const Connection &connection : open_) {
         pq->clear(pq->exec(connection.handle, "ROLLBACK"));
         pq->finish(connection.handle);

@@ -23,7 +23,7 @@ namespace vlrun {
 // address with more than one colon is taken whole), dbname, user and
 // password when given, and the session settings the runtime relies on.
 std::vector<std::pair<std::string, std::string>>
-connectionKeywords(std::string_view server, const std::string &database, const std::string &user,
+ConnectionKeywords(std::string_view server, const std::string &database, const std::string &user,
                    const std::string &password);
 
 class PostgresDatabases {
@@ -36,9 +36,9 @@ class PostgresDatabases {
     // Runs the work call on database of server: its fragments joined into
     // one statement, or without fragments the function of its name called
     // with its arguments in order.
-    Fault run(SgeWorkCallData &call, const std::string &server, const std::string &database);
-    Fault commit();
-    void rollback();
+    Fault Run(SgeWorkCallData &call, const std::string &server, const std::string &database);
+    Fault Commit();
+    void Rollback();
 
   private:
     struct Connection {
@@ -46,7 +46,7 @@ class PostgresDatabases {
         std::string database;
         pg_conn *handle;
     };
-    pg_conn *open(const std::string &server, const std::string &database, Fault &fault);
+    pg_conn *Open(const std::string &server, const std::string &database, Fault &fault);
     std::vector<Connection> open_;
 };
 

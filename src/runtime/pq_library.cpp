@@ -14,7 +14,7 @@ namespace {
 // libpq's soname: the interface of version 5 has been kept since 2006.
 constexpr const char *kLibpq = "libpq.so.5";
 
-template <typename Function> bool lookUp(void *library, const char *name, Function &function) {
+template <typename Function> bool LookUp(void *library, const char *name, Function &function) {
     void *symbol = dlsym(library, name);
     // A data pointer cannot be cast to a function pointer in ISO C++; dlsym's
     // result is a function's address on every POSIX system.
@@ -23,7 +23,7 @@ template <typename Function> bool lookUp(void *library, const char *name, Functi
     return symbol != nullptr;
 }
 
-bool load(PqLibrary &pq, std::string &why) {
+bool Load(PqLibrary &pq, std::string &why) {
     void *library = dlopen(kLibpq, RTLD_NOW | RTLD_LOCAL);
     if (!library) {
         const char *error = dlerror();
@@ -33,7 +33,7 @@ bool load(PqLibrary &pq, std::string &why) {
     }
     why.clear();
     auto need = [&](const char *name, auto &function) {
-        if (why.empty() && !lookUp(library, name, function))
+        if (why.empty() && !LookUp(library, name, function))
             why = std::string(kLibpq) + " lacks " + name;
     };
     need("PQconnectdbParams", pq.connectdbParams);
@@ -58,10 +58,10 @@ bool load(PqLibrary &pq, std::string &why) {
 
 } // namespace
 
-const PqLibrary *pqLibrary(std::string &why) {
+const PqLibrary *LoadPqLibrary(std::string &why) {
     static PqLibrary pq;
     static std::string failure;
-    static const bool loaded = load(pq, failure);
+    static const bool loaded = Load(pq, failure);
     if (!loaded) why = failure;
     return loaded ? &pq : nullptr;
 }

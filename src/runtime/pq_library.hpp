@@ -35,7 +35,7 @@ struct PqLibrary {
 
 // The library, loaded at the first call; null (with the reason in why) when
 // it cannot be loaded or lacks a function.
-const PqLibrary *pqLibrary(std::string &why);
+const PqLibrary *LoadPqLibrary(std::string &why);
 
 } // namespace vlrun
 

@@ -21,13 +21,13 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-void closeBoth(int fds[2]) {
+void CloseBoth(int fds[2]) {
     close(fds[0]);
     close(fds[1]);
 }
 
 // In the child: the program, or the errno of the failed execv on report.
-[[noreturn]] void execProgram(std::vector<char *> &argv, int output, int report) {
+[[noreturn]] void ExecProgram(std::vector<char *> &argv, int output, int report) {
     setpgid(0, 0);
     int null = open("/dev/null", O_RDONLY);
     if (null < 0 || dup2(null, 0) < 0 || dup2(output, 1) < 0) _exit(127);
@@ -39,18 +39,18 @@ void closeBoth(int fds[2]) {
 }
 
 // Milliseconds left until the deadline, at least 0.
-int msLeft(Clock::time_point deadline) {
+int MsLeft(Clock::time_point deadline) {
     auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
     return left.count() > 0 ? static_cast<int>(left.count()) : 0;
 }
 
 // Reads the program's output until its end, the deadline or the limit.
-bool readOutput(int fd, Clock::time_point deadline, const ProgramLimits &limits,
+bool ReadOutput(int fd, Clock::time_point deadline, const ProgramLimits &limits,
                 std::string &output, std::string &why) {
     char buffer[65536];
     while (true) {
         pollfd ready = {fd, POLLIN, 0};
-        int polled = poll(&ready, 1, msLeft(deadline));
+        int polled = poll(&ready, 1, MsLeft(deadline));
         if (polled < 0 && errno == EINTR) continue;
         if (polled <= 0) {
             why = "ran past its time limit of " + std::to_string(limits.seconds) + " s";
@@ -70,7 +70,7 @@ bool readOutput(int fd, Clock::time_point deadline, const ProgramLimits &limits,
 // Waits for the program to end until the deadline; then (or at once when
 // kill is set) kills its process group, so nothing it started outlives the
 // request, and reaps it. Its wait status, or -1 when it had to be killed.
-int finish(pid_t pid, Clock::time_point deadline, bool kill) {
+int Finish(pid_t pid, Clock::time_point deadline, bool kill) {
     siginfo_t info{};
     while (!kill) {
         info.si_pid = 0;
@@ -78,7 +78,7 @@ int finish(pid_t pid, Clock::time_point deadline, bool kill) {
             errno != EINTR)
             break;
         if (info.si_pid == pid) break; // ended, not yet reaped: its group is still its own
-        if (msLeft(deadline) == 0) kill = true;
+        if (MsLeft(deadline) == 0) kill = true;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     ::kill(-pid, SIGKILL);
@@ -90,7 +90,7 @@ int finish(pid_t pid, Clock::time_point deadline, bool kill) {
 
 } // namespace
 
-bool programOutput(const std::vector<std::string> &argv, const ProgramLimits &limits,
+bool ProgramOutput(const std::vector<std::string> &argv, const ProgramLimits &limits,
                    std::string &output, std::string &why) {
     std::vector<std::string> args = argv;
     std::vector<char *> pointers;
@@ -106,14 +106,14 @@ bool programOutput(const std::vector<std::string> &argv, const ProgramLimits &li
     }
     if (pipe2(report, O_CLOEXEC) != 0) {
         why = std::string("cannot make a pipe: ") + std::strerror(errno);
-        closeBoth(out);
+        CloseBoth(out);
         return false;
     }
     std::fflush(stdout);
     std::fflush(stderr);
     const auto deadline = Clock::now() + std::chrono::seconds(limits.seconds);
     pid_t pid = fork();
-    if (pid == 0) execProgram(pointers, out[1], report[1]);
+    if (pid == 0) ExecProgram(pointers, out[1], report[1]);
     close(out[1]);
     close(report[1]);
     if (pid < 0) {
@@ -130,12 +130,12 @@ bool programOutput(const std::vector<std::string> &argv, const ProgramLimits &li
     if (reported == sizeof error) {
         why = std::string("cannot be run: ") + std::strerror(error);
         close(out[0]);
-        finish(pid, deadline, false);
+        Finish(pid, deadline, false);
         return false;
     }
-    bool complete = readOutput(out[0], deadline, limits, output, why);
+    bool complete = ReadOutput(out[0], deadline, limits, output, why);
     close(out[0]);
-    int status = finish(pid, deadline, !complete);
+    int status = Finish(pid, deadline, !complete);
     if (!complete) return false;
     if (status < 0) {
         why = "ran past its time limit of " + std::to_string(limits.seconds) + " s";

@@ -21,7 +21,7 @@ struct ProgramLimits {
 // output when it ended with status 0, else false with the reason ("cannot
 // be run: <error>", "ended with status 3", "was killed by signal 9", "ran
 // past its time limit of 10 s", "wrote more than ... bytes").
-bool programOutput(const std::vector<std::string> &argv, const ProgramLimits &limits,
+bool ProgramOutput(const std::vector<std::string> &argv, const ProgramLimits &limits,
                    std::string &output, std::string &why);
 
 } // namespace vlrun

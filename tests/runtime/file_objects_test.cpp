@@ -16,7 +16,7 @@
 namespace {
 
 // The work call's rows as "a|b;c|d;".
-std::string rows(pSgeWorkCallData call) {
+std::string Rows(pSgeWorkCallData call) {
     std::string out;
     for (int r = 0; r < VlGetRowCount(call); r++) {
         for (int c = 0; c < VlGetColumnCount(call); c++)
@@ -27,22 +27,22 @@ std::string rows(pSgeWorkCallData call) {
 }
 
 TEST(FileObjects, LinesBecomeRows) {
-    EXPECT_EQ(vlrun::splitLine("a,b,,c", ',', {}), (std::vector<std::string>{"a", "b", "", "c"}));
-    EXPECT_EQ(vlrun::splitLine("abcdefg", ',', {2, 3, 1}),
+    EXPECT_EQ(vlrun::SplitLine("a,b,,c", ',', {}), (std::vector<std::string>{"a", "b", "", "c"}));
+    EXPECT_EQ(vlrun::SplitLine("abcdefg", ',', {2, 3, 1}),
               (std::vector<std::string>{"ab", "cde", "fg"}));
-    EXPECT_EQ(vlrun::splitLine("\xC3\xA9\xC3\xA9x", ',', {1, 5}),
+    EXPECT_EQ(vlrun::SplitLine("\xC3\xA9\xC3\xA9x", ',', {1, 5}),
               (std::vector<std::string>{"\xC3\xA9", "\xC3\xA9x"}));
-    EXPECT_EQ(vlrun::splitLine("a,b", 0, {}), (std::vector<std::string>{"a,b"}));
+    EXPECT_EQ(vlrun::SplitLine("a,b", 0, {}), (std::vector<std::string>{"a,b"}));
 
     TempDir dir;
     vlrun::RequestState request;
-    vlrun::setCurrentRequest(&request);
+    vlrun::SetCurrentRequest(&request);
     pSgeWorkCallData file = getSgeWorkCallData(nullptr, 2, "", "",
                                                dir.write("rows.txt", "1,a\r\n2\n3,c\n").c_str(),
                                                READ_FILE);
     VlVaSetReqOptions(file, "Delimiter : ,", VULL);
     EXPECT_EQ(DoWorkProc(file, PROCESSBRSREQUEST_DSQL), 0);
-    EXPECT_EQ(rows(file), "1|a;2|;"); // two rows at most
+    EXPECT_EQ(Rows(file), "1|a;2|;"); // two rows at most
 
     pSgeWorkCallData missing = getSgeWorkCallData(nullptr, 0, "", "", "/nowhere", READ_FILE);
     EXPECT_EQ(DoWorkProc(missing, PROCESSBRSREQUEST_DSQL), -1);
@@ -50,18 +50,18 @@ TEST(FileObjects, LinesBecomeRows) {
     EXPECT_EQ(request.fault.detail, "work call /nowhere of ?: cannot read /nowhere");
     // After a failure no further work call runs.
     EXPECT_EQ(DoWorkProc(file, PROCESSBRSREQUEST_DSQL), -1);
-    vlrun::setCurrentRequest(nullptr);
+    vlrun::SetCurrentRequest(nullptr);
 }
 
 TEST(FileObjects, ProgramsAreStoppedAtTheirOutputLimitAndReportedBySignal) {
     std::string output, why;
     vlrun::ProgramLimits limits;
     limits.outputBytes = 1000;
-    EXPECT_FALSE(vlrun::programOutput({"/usr/bin/yes", "abc"}, limits, output, why));
+    EXPECT_FALSE(vlrun::ProgramOutput({"/usr/bin/yes", "abc"}, limits, output, why));
     EXPECT_EQ(why, "wrote more than 1000 bytes");
     EXPECT_EQ(output.substr(0, 8), "abc\nabc\n");
     output.clear();
-    EXPECT_FALSE(vlrun::programOutput({"/bin/sh", "-c", "echo partial; kill -9 $$"}, {}, output, why));
+    EXPECT_FALSE(vlrun::ProgramOutput({"/bin/sh", "-c", "echo partial; kill -9 $$"}, {}, output, why));
     EXPECT_EQ(why, "was killed by signal 9");
     EXPECT_EQ(output, "partial\n");
 }
@@ -75,11 +75,11 @@ TEST(Settings, TheConfigurationFileOverridesTheSetupCalls) {
                                          "HTML Path : c:/srv/www\nDatabase Vendor : ORACLE\n"
                                          "Database Name : other\nnot an option\n")
                         .c_str());
-    vlrun::readConfigFile(vlrun::settings()); // not allowed yet
-    EXPECT_EQ(vlrun::settings().htmlDir, "www");
+    vlrun::ReadConfigFile(vlrun::TheSettings()); // not allowed yet
+    EXPECT_EQ(vlrun::TheSettings().htmlDir, "www");
     VlAllowConfigFile(1);
-    vlrun::readConfigFile(vlrun::settings());
-    const vlrun::Settings &s = vlrun::settings();
+    vlrun::ReadConfigFile(vlrun::TheSettings());
+    const vlrun::Settings &s = vlrun::TheSettings();
     EXPECT_TRUE(s.printArgs);
     EXPECT_EQ(s.htmlDir, "/srv/www");
     EXPECT_EQ(s.vendor, SGEORACLE);

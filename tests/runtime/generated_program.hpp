@@ -20,12 +20,12 @@
 inline const std::string kStage = VELMORA_STAGE_DIR;
 
 // Replaces an owned string field by a copy of value (null stays null).
-inline void replace(char *&field, const char *value) {
+inline void Replace(char *&field, const char *value) {
     std::free(field);
     field = value ? strdup(value) : nullptr;
 }
 
-inline SutList *texts(std::initializer_list<const char *> items) {
+inline SutList *Texts(std::initializer_list<const char *> items) {
     SutList *list = SutNewList();
     for (const char *item : items)
         SutAddList(list, strdup(item));
@@ -34,7 +34,7 @@ inline SutList *texts(std::initializer_list<const char *> items) {
 
 // A module of the module file format for page, with the activators (name,
 // body) registered as form activators ("<name>__F<module>").
-inline std::string moduleText(const std::string &page,
+inline std::string ModuleText(const std::string &page,
                               const std::vector<std::pair<std::string, std::string>> &activators) {
     std::string module = page;
     for (char &c : module)
@@ -52,25 +52,25 @@ inline std::string moduleText(const std::string &page,
     return text + registration + "\n}/* Velmora End of Module */\n";
 }
 
-inline ProgramRun shell(const std::string &command, const std::string &dir) {
+inline ProgramRun Shell(const std::string &command, const std::string &dir) {
     return runProgram("/bin/sh", {"-c", command}, {"PATH=/usr/bin:/bin"}, dir);
 }
 
 // Compiles each C source of dir (with extra compiler options) and links
 // them into program; what the compiler or linker said when one failed.
-inline std::string buildProgram(const std::string &dir, const std::vector<std::string> &sources,
+inline std::string BuildProgram(const std::string &dir, const std::vector<std::string> &sources,
                                 const std::string &program, const std::string &options = "") {
     std::string objects;
     for (const std::string &source : sources) {
         const std::string object = source.substr(0, source.rfind('.')) + ".o";
-        ProgramRun run = shell(std::string(VELMORA_C_COMPILER) + " " + options + " " +
+        ProgramRun run = Shell(std::string(VELMORA_C_COMPILER) + " " + options + " " +
                                    VELMORA_C_FLAGS + " -I" + kStage + "/include -c " + source +
                                    " -o " + object,
                                dir);
         if (run.status != 0) return source + ":\n" + run.err;
         objects += " " + object;
     }
-    ProgramRun link = shell(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS + " -o " +
+    ProgramRun link = Shell(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS + " -o " +
                                 program + objects + " -L" + kStage + "/lib -lvlrun",
                             dir);
     return link.status == 0 ? std::string() : "linking " + program + ":\n" + link.err;

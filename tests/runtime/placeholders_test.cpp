@@ -10,10 +10,10 @@
 namespace {
 
 // "<sql> [names]" of the rewritten SQL, or "refused: <why>".
-std::string rewrite(const std::string &sql) {
+std::string Rewrite(const std::string &sql) {
     vlrun::PositionalSql out;
     std::string why;
-    if (!vlrun::rewritePlaceholders(sql, out, why)) return "refused: " + why;
+    if (!vlrun::RewritePlaceholders(sql, out, why)) return "refused: " + why;
     std::string names;
     for (const std::string &name : out.names)
         names += (names.empty() ? "" : ",") + name;
@@ -21,14 +21,14 @@ std::string rewrite(const std::string &sql) {
 }
 
 TEST(Placeholders, NamesBecomeNumberedParametersInOrderOfFirstUse) {
-    EXPECT_EQ(rewrite("select * from t where a = :b and c = :a or d = :b"),
+    EXPECT_EQ(Rewrite("select * from t where a = :b and c = :a or d = :b"),
               "select * from t where a = $1 and c = $2 or d = $1 [b,a]");
-    EXPECT_EQ(rewrite(":x_1+:x2,:_y"), "$1+$2,$3 [x_1,x2,_y]");
-    EXPECT_EQ(rewrite("insert into t values (:quantity::int, :when::timestamptz)"),
+    EXPECT_EQ(Rewrite(":x_1+:x2,:_y"), "$1+$2,$3 [x_1,x2,_y]");
+    EXPECT_EQ(Rewrite("insert into t values (:quantity::int, :when::timestamptz)"),
               "insert into t values ($1::int, $2::timestamptz) [quantity,when]");
-    EXPECT_EQ(rewrite("select a::text, b :: int, :1, :, x:y"),
+    EXPECT_EQ(Rewrite("select a::text, b :: int, :1, :, x:y"),
               "select a::text, b :: int, :1, :, x$1 [y]");
-    EXPECT_EQ(rewrite("select 1"), "select 1 []");
+    EXPECT_EQ(Rewrite("select 1"), "select 1 []");
 }
 
 TEST(Placeholders, QuotedTextCommentsAndCastsAreLeftAlone) {
@@ -47,13 +47,13 @@ TEST(Placeholders, QuotedTextCommentsAndCastsAreLeftAlone) {
         "-- :a",
     };
     for (const char *sql : untouched)
-        EXPECT_EQ(rewrite(sql), std::string(sql) + " []") << sql;
+        EXPECT_EQ(Rewrite(sql), std::string(sql) + " []") << sql;
     // What follows a closed part is read again.
-    EXPECT_EQ(rewrite("select 'x', \"y\", E'\\'', $$z$$, /*c*/ :a -- :b\n, :c"),
+    EXPECT_EQ(Rewrite("select 'x', \"y\", E'\\'', $$z$$, /*c*/ :a -- :b\n, :c"),
               "select 'x', \"y\", E'\\'', $$z$$, /*c*/ $1 -- :b\n, $2 [a,c]");
-    EXPECT_EQ(rewrite("select 'a\\' , :b"), "select 'a\\' , $1 [b]"); // no escape in '...'
-    EXPECT_EQ(rewrite("select $1 + :a"), "refused: parameter $1 is not a :name placeholder");
-    EXPECT_EQ(rewrite("select :a + $23"), "refused: parameter $23 is not a :name placeholder");
+    EXPECT_EQ(Rewrite("select 'a\\' , :b"), "select 'a\\' , $1 [b]"); // no escape in '...'
+    EXPECT_EQ(Rewrite("select $1 + :a"), "refused: parameter $1 is not a :name placeholder");
+    EXPECT_EQ(Rewrite("select :a + $23"), "refused: parameter $23 is not a :name placeholder");
 }
 
 } // namespace

@@ -27,7 +27,7 @@ inline const char *const kChromium = "/usr/bin/chromium";
 inline const char *const kChromedriver = "/usr/bin/chromedriver";
 
 // A JSON string literal of text (UTF-8 passes as it is).
-inline std::string jsonQuote(const std::string &text) {
+inline std::string JsonQuote(const std::string &text) {
     std::string out = "\"";
     for (unsigned char c : text) {
         if (c == '"' || c == '\\') {
@@ -47,7 +47,7 @@ inline std::string jsonQuote(const std::string &text) {
 // The string value of the first "key" of a JSON text, decoded to UTF-8, or
 // "(no <key> in <json>)". WebDriver's answers are small and flat enough for
 // a search by key.
-inline std::string jsonString(const std::string &json, const std::string &key) {
+inline std::string JsonString(const std::string &json, const std::string &key) {
     std::size_t at = json.find("\"" + key + "\":");
     if (at == std::string::npos) return "(no " + key + " in " + json + ")";
     at = json.find_first_not_of(" ", at + key.size() + 3);
@@ -89,45 +89,45 @@ class Browser {
         std::mt19937 random(std::random_device{}());
         for (int attempt = 0; attempt < 20 && session_.empty(); attempt++) {
             port_ = 30000 + static_cast<int>(random() % 20000);
-            startDriver();
-            if (waitUntilReady()) startSession();
-            if (session_.empty()) stop();
+            StartDriver();
+            if (WaitUntilReady()) StartSession();
+            if (session_.empty()) Stop();
         }
     }
-    ~Browser() { stop(); }
+    ~Browser() { Stop(); }
     Browser(const Browser &) = delete;
     Browser &operator=(const Browser &) = delete;
 
-    bool running() const { return !session_.empty(); }
+    bool Running() const { return !session_.empty(); }
     // What went wrong at start, and chromedriver's log.
-    std::string log() const { return log_ + readText(dir_ + "/chromedriver.log"); }
+    std::string Log() const { return log_ + readText(dir_ + "/chromedriver.log"); }
 
     // A WebDriver command of the session: its answer's "value" as a string.
-    std::string command(const std::string &method, const std::string &path,
+    std::string Command(const std::string &method, const std::string &path,
                         const std::string &body = "") {
-        return jsonString(request(method, "/session/" + session_ + path, body), "value");
+        return JsonString(Request(method, "/session/" + session_ + path, body), "value");
     }
     // The id of the element a CSS selector finds first.
-    std::string element(const std::string &selector) {
-        std::string answer = request("POST", "/session/" + session_ + "/element",
-                                     "{\"using\":\"css selector\",\"value\":" + jsonQuote(selector) + "}");
-        return jsonString(answer, "element-6066-11e4-a52e-4f735466cecf");
+    std::string Element(const std::string &selector) {
+        std::string answer = Request("POST", "/session/" + session_ + "/element",
+                                     "{\"using\":\"css selector\",\"value\":" + JsonQuote(selector) + "}");
+        return JsonString(answer, "element-6066-11e4-a52e-4f735466cecf");
     }
-    void type(const std::string &selector, const std::string &text) {
-        command("POST", "/element/" + element(selector) + "/value", "{\"text\":" + jsonQuote(text) + "}");
+    void Type(const std::string &selector, const std::string &text) {
+        Command("POST", "/element/" + Element(selector) + "/value", "{\"text\":" + JsonQuote(text) + "}");
     }
-    void click(const std::string &selector) {
-        command("POST", "/element/" + element(selector) + "/click", "{}");
+    void Click(const std::string &selector) {
+        Command("POST", "/element/" + Element(selector) + "/click", "{}");
     }
     // The result of a script run in the page, which must give a string.
-    std::string script(const std::string &source) {
-        return command("POST", "/execute/sync", "{\"script\":" + jsonQuote(source) + ",\"args\":[]}");
+    std::string Script(const std::string &source) {
+        return Command("POST", "/execute/sync", "{\"script\":" + JsonQuote(source) + ",\"args\":[]}");
     }
 
     // Ends the session (Chromium closes), then the watchdog kills what is
     // left of the group.
-    void stop() {
-        if (!session_.empty()) request("DELETE", "/session/" + session_);
+    void Stop() {
+        if (!session_.empty()) Request("DELETE", "/session/" + session_);
         session_.clear();
         if (pipe_ >= 0) close(pipe_);
         pipe_ = -1;
@@ -136,16 +136,16 @@ class Browser {
     }
 
   private:
-    std::string request(const std::string &method, const std::string &path,
+    std::string Request(const std::string &method, const std::string &path,
                         const std::string &body = "") {
         std::vector<std::string> args = {"-s", "-X", method, "--max-time", "60",
                                          "http://127.0.0.1:" + std::to_string(port_) + path};
         if (!body.empty())
             args.insert(args.end(), {"-H", "Content-Type: application/json", "--data-binary",
-                                     "@" + writeBody(body)});
+                                     "@" + WriteBody(body)});
         return runProgram(kCurl, args, {"PATH=/usr/bin:/bin"}, "/").out;
     }
-    std::string writeBody(const std::string &body) {
+    std::string WriteBody(const std::string &body) {
         writeText(dir_ + "/request.json", body);
         return dir_ + "/request.json";
     }
@@ -153,7 +153,7 @@ class Browser {
     // The watchdog: a child in a new process group, which starts
     // chromedriver in another and kills that group (chromedriver and the
     // Chromium it starts) once the pipe from the test reaches its end.
-    void startDriver() {
+    void StartDriver() {
         int fds[2];
         if (pipe2(fds, O_CLOEXEC) != 0) return;
         const std::string port = "--port=" + std::to_string(port_);
@@ -196,28 +196,28 @@ class Browser {
         }
     }
 
-    bool waitUntilReady() {
+    bool WaitUntilReady() {
         for (int i = 0; i < 100 && watchdog_ > 0; i++) {
-            if (request("GET", "/status").find("\"ready\":true") != std::string::npos) return true;
+            if (Request("GET", "/status").find("\"ready\":true") != std::string::npos) return true;
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
         }
         log_ += "chromedriver did not answer on port " + std::to_string(port_) + "\n";
         return false;
     }
 
-    void startSession() {
+    void StartSession() {
         std::string args;
         for (const std::string &flag : std::vector<std::string>{
                  "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
               "--disable-background-networking", "--disable-component-update", "--disable-sync",
               "--user-data-dir=" + dir_ + "/profile"})
-            args += (args.empty() ? "" : ",") + jsonQuote(flag);
-        std::string answer = request(
+            args += (args.empty() ? "" : ",") + JsonQuote(flag);
+        std::string answer = Request(
             "POST", "/session",
             "{\"capabilities\":{\"alwaysMatch\":{\"browserName\":\"chrome\",\"goog:chromeOptions\":"
-            "{\"binary\":" + jsonQuote(kChromium) + ",\"args\":[" + args + "]}}}}");
+            "{\"binary\":" + JsonQuote(kChromium) + ",\"args\":[" + args + "]}}}}");
         if (answer.find("\"sessionId\":") != std::string::npos)
-            session_ = jsonString(answer, "sessionId");
+            session_ = JsonString(answer, "sessionId");
         else
             log_ += "no session: " + answer + "\n";
     }

@@ -27,7 +27,7 @@
 
 // The server's programs: the newest /usr/lib/postgresql/<version>/bin (the
 // package postgresql), or empty.
-inline std::string postgresBinDir() {
+inline std::string PostgresBinDir() {
     std::string best;
     int bestVersion = 0;
     std::error_code ec;
@@ -52,7 +52,7 @@ class PostgresServer {
     // Makes the cluster in a scratch directory of its own (whose parent,
     // the temporary directory, the server's user may enter).
     PostgresServer() : dir_(temp_.path()), data_(dir_ + "/data"), socket_(dir_ + "/socket") {
-        const std::string bin = postgresBinDir();
+        const std::string bin = PostgresBinDir();
         if (bin.empty()) {
             log_ = "the PostgreSQL server is not installed (apt-get install postgresql)";
             return;
@@ -60,30 +60,30 @@ class PostgresServer {
         fs::create_directories(data_);
         fs::create_directories(socket_);
         fs::permissions(socket_, fs::perms::owner_all);
-        if (geteuid() == 0 && !becomeUnprivilegedOwner()) return;
-        int status = run({bin + "/initdb", "-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
+        if (geteuid() == 0 && !BecomeUnprivilegedOwner()) return;
+        int status = Run({bin + "/initdb", "-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
                           "--locale=C", "--no-sync", "--no-instructions"},
                          false);
         if (status != 0) {
             log_ = "initdb failed:\n" + readText(dir_ + "/server.log");
             return;
         }
-        pid_ = run({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
+        pid_ = Run({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
                     "-c", "fsync=off", "-c", "synchronous_commit=off", "-c", "full_page_writes=off"},
                    true);
-        if (!waitUntilReady()) stop();
+        if (!WaitUntilReady()) Stop();
     }
-    ~PostgresServer() { stop(); }
+    ~PostgresServer() { Stop(); }
     PostgresServer(const PostgresServer &) = delete;
     PostgresServer &operator=(const PostgresServer &) = delete;
 
-    bool running() const { return pid_ > 0; }
+    bool Running() const { return pid_ > 0; }
     // The socket directory, the "host" of the connections.
-    const std::string &socketDir() const { return socket_; }
+    const std::string &SocketDir() const { return socket_; }
     // Why it is not running, or what initdb and the server wrote.
-    std::string log() const { return log_ + readText(dir_ + "/server.log"); }
+    std::string Log() const { return log_ + readText(dir_ + "/server.log"); }
 
-    PgConnection connect(const std::string &database) const {
+    PgConnection Connect(const std::string &database) const {
         const char *names[] = {"host", "dbname", "user", nullptr};
         const char *values[] = {socket_.c_str(), database.c_str(), kRole, nullptr};
         return PgConnection(PQconnectdbParams(names, values, 0), &PQfinish);
@@ -91,7 +91,7 @@ class PostgresServer {
 
     // Runs SQL (one or more statements); the rows of the last as lines of
     // values joined by '|', or "error: <message>".
-    static std::string query(PGconn *connection, const std::string &sql) {
+    static std::string Query(PGconn *connection, const std::string &sql) {
         std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(connection, sql.c_str()),
                                                              &PQclear);
         ExecStatusType status = PQresultStatus(result.get());
@@ -107,15 +107,15 @@ class PostgresServer {
     }
 
     // Creates a database and runs the SQL file in it; empty, or what failed.
-    std::string createDatabase(const std::string &name, const std::string &sqlFile) const {
-        std::string created = query(connect("postgres").get(), "CREATE DATABASE " + name);
+    std::string CreateDatabase(const std::string &name, const std::string &sqlFile) const {
+        std::string created = Query(Connect("postgres").get(), "CREATE DATABASE " + name);
         if (!created.empty()) return created;
-        std::string loaded = query(connect(name).get(), readText(sqlFile));
+        std::string loaded = Query(Connect(name).get(), readText(sqlFile));
         return loaded.starts_with("error: ") ? loaded : "";
     }
 
     // A fast shutdown, then SIGKILL after 10 seconds.
-    void stop() {
+    void Stop() {
         if (pid_ <= 0) return;
         kill(pid_, SIGINT);
         for (int i = 0; i < 200 && waitpid(pid_, nullptr, WNOHANG) == 0; i++)
@@ -130,7 +130,7 @@ class PostgresServer {
   private:
     // As root: the cluster belongs to nobody, who may enter the scratch
     // directory but not read it.
-    bool becomeUnprivilegedOwner() {
+    bool BecomeUnprivilegedOwner() {
         const passwd *user = getpwnam("nobody");
         if (!user) {
             log_ = "no user nobody to run the PostgreSQL server as";
@@ -149,7 +149,7 @@ class PostgresServer {
 
     // Runs argv as the server's user with its output in server.log: waits
     // and gives the exit status, or (background) gives the process id.
-    int run(std::vector<std::string> argv, bool background) {
+    int Run(std::vector<std::string> argv, bool background) {
         std::vector<char *> args;
         for (std::string &a : argv)
             args.push_back(a.data());
@@ -180,7 +180,7 @@ class PostgresServer {
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
-    bool waitUntilReady() {
+    bool WaitUntilReady() {
         const std::string host = socket_;
         const char *names[] = {"host", "dbname", "user", nullptr};
         const char *values[] = {host.c_str(), "postgres", kRole, nullptr};

@@ -26,47 +26,47 @@ const std::string kNoBooks = "<table class=\"vl-site1\">\n<tr><th>title</th><th>
 class PostgresShop : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
-        skipped_ = webToolsMissing();
-        if (skipped_.empty() && postgresBinDir().empty())
+        skipped_ = WebToolsMissing();
+        if (skipped_.empty() && PostgresBinDir().empty())
             skipped_ = "the PostgreSQL server is not installed (apt-get install postgresql)";
         if (!skipped_.empty()) return;
         server_ = std::make_unique<PostgresServer>();
-        if (!server_->running()) return;
-        setup_ = server_->createDatabase("shop", kExample + "/shop-postgres.sql");
+        if (!server_->Running()) return;
+        setup_ = server_->CreateDatabase("shop", kExample + "/shop-postgres.sql");
         site_ = std::make_unique<ShopSite>([](const WebServer &) {
             return std::vector<std::string>{
-                "Test.Database Vendor : POSTGRES", "Test.Database Server : " + server_->socketDir(),
+                "Test.Database Vendor : POSTGRES", "Test.Database Server : " + server_->SocketDir(),
                 "Test.Database Name : shop",
                 std::string("Test.Database User Name : ") + PostgresServer::kRole};
         });
     }
     static void TearDownTestSuite() {
         if (site_) {
-            EXPECT_EQ(site_->stopAndReportSanitizers(), "");
+            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
         }
         site_.reset();
         server_.reset();
     }
     void SetUp() override {
         SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
-        ASSERT_TRUE(server_->running()) << server_->log();
+        ASSERT_TRUE(server_->Running()) << server_->Log();
         ASSERT_EQ(setup_, "");
-        ASSERT_TRUE(site_->ready()) << site_->log();
+        ASSERT_TRUE(site_->Ready()) << site_->Log();
     }
 
-    static std::string sql(const std::string &query) {
-        return PostgresServer::query(server_->connect("shop").get(), query);
+    static std::string Sql(const std::string &query) {
+        return PostgresServer::Query(server_->Connect("shop").get(), query);
     }
     // The part of a page the program filled: between "<h2>Books</h2>\n" and "<p>".
-    static std::string books(const HttpAnswer &answer) {
+    static std::string Books(const HttpAnswer &answer) {
         std::size_t from = answer.body.find("<h2>Books</h2>\n");
         std::size_t to = answer.body.find("\n<p>", from);
         return from == std::string::npos || to == std::string::npos
                    ? "(no books part) " + answer.body
                    : answer.body.substr(from + 15, to - from - 15);
     }
-    static HttpAnswer order(const std::string &fields) {
-        return site_->ask("VlFormName=order__Forder_html&" + fields);
+    static HttpAnswer Order(const std::string &fields) {
+        return site_->Ask("VlFormName=order__Forder_html&" + fields);
     }
 
     static inline std::unique_ptr<PostgresServer> server_;
@@ -76,57 +76,57 @@ class PostgresShop : public ::testing::Test {
 };
 
 TEST_F(PostgresShop, SearchesAndTheStoredFunctionAnswerAsOnSqlite) {
-    EXPECT_EQ(books(site_->ask("VlFormName=search__Fcatalog_html&title=Mo")), kSearchMo);
-    std::string all = books(site_->ask("VlFormName=search__Fcatalog_html&title=M"));
+    EXPECT_EQ(Books(site_->Ask("VlFormName=search__Fcatalog_html&title=Mo")), kSearchMo);
+    std::string all = Books(site_->Ask("VlFormName=search__Fcatalog_html&title=M"));
     EXPECT_TRUE(all.starts_with("<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
                                 "<tr><td>Dune</td><td>9.50</td></tr>\n<tr><td>Emma</td><td>7.25"))
         << all;
     EXPECT_TRUE(all.ends_with("<tr><td>Ulysses</td><td>14.50</td></tr>\n</table>\n")) << all;
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 9);
     // Request text is a parameter, never SQL.
-    EXPECT_EQ(books(site_->ask("VlFormName=search__Fcatalog_html&title=%27+OR+1%3D1--")), kNoBooks);
-    EXPECT_EQ(books(site_->ask("VlFormName=search__Fcatalog_html&title=%27%3B+drop+table+books--")),
+    EXPECT_EQ(Books(site_->Ask("VlFormName=search__Fcatalog_html&title=%27+OR+1%3D1--")), kNoBooks);
+    EXPECT_EQ(Books(site_->Ask("VlFormName=search__Fcatalog_html&title=%27%3B+drop+table+books--")),
               kNoBooks);
     // A work call without SQL calls the function of its name: specials().
-    EXPECT_EQ(books(site_->ask("", "/cgi-bin/shop.cgi?FNC=specials__Acatalog_html")),
+    EXPECT_EQ(Books(site_->Ask("", "/cgi-bin/shop.cgi?FNC=specials__Acatalog_html")),
               "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
               "<tr><td>Dune</td><td>9.50</td></tr>\n"
               "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n");
-    EXPECT_EQ(sql("select count(*) from books"), "6\n");
+    EXPECT_EQ(Sql("select count(*) from books"), "6\n");
 }
 
 TEST_F(PostgresShop, OrdersAreStoredAsSentAndShownEscaped) {
-    HttpAnswer placed = order("customer=Ann&title=Dune&quantity=2");
+    HttpAnswer placed = Order("customer=Ann&title=Dune&quantity=2");
     EXPECT_EQ(placed.status, 200);
     EXPECT_NE(placed.body.find("</FORM>\nThank you, Ann. Ordered: 2 x Dune\n<p>"), std::string::npos)
         << placed.body;
 
-    placed = order("customer=%3Cscript%3Ealert(1)%3C/script%3E+Z%C3%B6e&title=%27+OR+1%3D1--"
+    placed = Order("customer=%3Cscript%3Ealert(1)%3C/script%3E+Z%C3%B6e&title=%27+OR+1%3D1--"
                    "&quantity=3");
     EXPECT_NE(placed.body.find("Thank you, &lt;script&gt;alert(1)&lt;/script&gt; Zöe. Ordered: 3 x "
                                "&#39; OR 1=1--\n"),
               std::string::npos)
         << placed.body;
-    EXPECT_EQ(sql("select customer, title, quantity from orders order by id desc limit 2"),
+    EXPECT_EQ(Sql("select customer, title, quantity from orders order by id desc limit 2"),
               "<script>alert(1)</script> Zöe|' OR 1=1--|3\nAnn|Dune|2\n");
 }
 
 TEST_F(PostgresShop, FailuresRollTheRequestBack) {
-    const std::string before = sql("select count(*) from orders");
-    HttpAnswer refused = order("customer=Ann&title=Dune&quantity=0"); // the table's check
+    const std::string before = Sql("select count(*) from orders");
+    HttpAnswer refused = Order("customer=Ann&title=Dune&quantity=0"); // the table's check
     EXPECT_EQ(refused.status, 500);
     EXPECT_NE(refused.body.find("<p>The request could not be completed.</p>"), std::string::npos);
-    EXPECT_EQ(order("customer=Ann&title=Dune&quantity=abc").status, 400);
+    EXPECT_EQ(Order("customer=Ann&title=Dune&quantity=abc").status, 400);
 
     // A lock held longer than 5 seconds answers 503.
-    PgConnection holder = server_->connect("shop");
-    EXPECT_EQ(PostgresServer::query(holder.get(), "BEGIN; LOCK TABLE orders IN SHARE MODE"), "");
-    HttpAnswer busy = order("customer=Ann&title=Dune&quantity=1");
+    PgConnection holder = server_->Connect("shop");
+    EXPECT_EQ(PostgresServer::Query(holder.get(), "BEGIN; LOCK TABLE orders IN SHARE MODE"), "");
+    HttpAnswer busy = Order("customer=Ann&title=Dune&quantity=1");
     EXPECT_EQ(busy.status, 503);
     EXPECT_NE(busy.body.find("<p>The database is busy; try again in a moment.</p>"), std::string::npos);
-    EXPECT_EQ(PostgresServer::query(holder.get(), "ROLLBACK"), "");
-    EXPECT_EQ(sql("select count(*) from orders"), before);
-    EXPECT_NE(site_->server().errorLog().find(
+    EXPECT_EQ(PostgresServer::Query(holder.get(), "ROLLBACK"), "");
+    EXPECT_EQ(Sql("select count(*) from orders"), before);
+    EXPECT_NE(site_->Server().ErrorLog().find(
                   "vlrun: 503: work call place_order of order__Forder_html: ERROR:  canceling "
                   "statement due to lock timeout"),
               std::string::npos);
@@ -140,22 +140,22 @@ class PostgresWorkCalls : public PostgresShop {
         if (IsSkipped() || HasFatalFailure()) return;
         VlInitHeaders();
         VlSetDefaultVendor(SGEPOSTGRES);
-        VlSetDefaults(server_->socketDir().c_str(), "shop");
+        VlSetDefaults(server_->SocketDir().c_str(), "shop");
         VlSetDefaultUser(PostgresServer::kRole);
         request_ = std::make_unique<vlrun::RequestState>();
-        vlrun::setCurrentRequest(request_.get());
+        vlrun::SetCurrentRequest(request_.get());
     }
     void TearDown() override {
-        vlrun::setCurrentRequest(nullptr);
+        vlrun::SetCurrentRequest(nullptr);
         request_.reset();
         VlInitHeaders();
     }
     // The rows of a work call that ran as "a|b\n" lines, or its fault.
-    std::string rows(pSgeWorkCallData call) {
+    std::string Rows(pSgeWorkCallData call) {
         if (DoWorkProc(call, PROCESSBRSREQUEST_DSQL) != 0) {
             std::string detail = request_->fault.detail;
             request_ = std::make_unique<vlrun::RequestState>(); // a fresh request after a failure
-            vlrun::setCurrentRequest(request_.get());
+            vlrun::SetCurrentRequest(request_.get());
             return "failed: " + detail;
         }
         std::string out;
@@ -166,7 +166,7 @@ class PostgresWorkCalls : public PostgresShop {
         }
         return out;
     }
-    pSgeWorkCallData call(const char *name) {
+    pSgeWorkCallData Call(const char *name) {
         return getSgeWorkCallData(const_cast<char *>("test__Fwork_html"), 0, "ignored", "ignored",
                                   name, NO_WP);
     }
@@ -175,71 +175,71 @@ class PostgresWorkCalls : public PostgresShop {
 };
 
 TEST_F(PostgresWorkCalls, PlaceholdersStandBesideCastsLiteralsCommentsAndDollarQuotes) {
-    pSgeWorkCallData mixed = call("mixed");
+    pSgeWorkCallData mixed = Call("mixed");
     SgeVaSetFrags(mixed, "select :n::int * 2 as doubled, ':n' as quoted, $$:n$$ as dollar,",
                   "/* :n */ :t as t, :t::text || E'\\':n' as e, :absent::int is null as absent",
                   "-- :n is not read here", VULL);
     SgeSetArgBnd2(mixed, 12, 10, "n", "varchar", "21");
     SgeSetArgBnd2(mixed, 12, 20, "t", "varchar", "it's; --");
     SgeSetArgBnd2(mixed, 4, 4, "absent", "int", nullptr);
-    EXPECT_EQ(rows(mixed), "42|:n|:n|it's; --|it's; --':n|t\n");
+    EXPECT_EQ(Rows(mixed), "42|:n|:n|it's; --|it's; --':n|t\n");
 
-    pSgeWorkCallData missing = call("missing");
+    pSgeWorkCallData missing = Call("missing");
     SgeVaSetFrags(missing, "select :nothing", VULL);
-    EXPECT_EQ(rows(missing), "failed: work call missing of test__Fwork_html: placeholder :nothing "
+    EXPECT_EQ(Rows(missing), "failed: work call missing of test__Fwork_html: placeholder :nothing "
                              "has no argument bind");
-    pSgeWorkCallData positional = call("positional");
+    pSgeWorkCallData positional = Call("positional");
     SgeVaSetFrags(positional, "select $1", VULL);
-    EXPECT_EQ(rows(positional), "failed: work call positional of test__Fwork_html: parameter $1 is "
+    EXPECT_EQ(Rows(positional), "failed: work call positional of test__Fwork_html: parameter $1 is "
                                 "not a :name placeholder");
-    pSgeWorkCallData two = call("two");
+    pSgeWorkCallData two = Call("two");
     SgeVaSetFrags(two, "select 1; select 2", VULL);
-    EXPECT_EQ(rows(two), "failed: work call two of test__Fwork_html: ERROR:  cannot insert multiple "
+    EXPECT_EQ(Rows(two), "failed: work call two of test__Fwork_html: ERROR:  cannot insert multiple "
                          "commands into a prepared statement");
 }
 
 TEST_F(PostgresWorkCalls, StoredFunctionsTakeTheArgumentsInOrder) {
-    EXPECT_EQ(sql("create or replace function books_between(low integer, high numeric, "
+    EXPECT_EQ(Sql("create or replace function books_between(low integer, high numeric, "
                   "pattern text) returns table (title text) language sql stable as $$ "
                   "select title from books where price between low and high and title like pattern "
                   "order by title $$"),
               "");
-    pSgeWorkCallData between = call("books_between");
+    pSgeWorkCallData between = Call("books_between");
     SgeSetArgBnd2(between, 4, 4, "low", "int", "8");
     SgeSetArgBnd2(between, 3, 8, "high", "decimal", "12.00");
     SgeSetArgBnd2(between, 12, 20, "pattern", "varchar", "%e%");
-    EXPECT_EQ(rows(between), "Dune\nMiddlemarch\nThe Odyssey\n");
+    EXPECT_EQ(Rows(between), "Dune\nMiddlemarch\nThe Odyssey\n");
 
-    pSgeWorkCallData hostile = call("books_between(1,2,'x'); drop table books; --");
-    EXPECT_EQ(rows(hostile), "failed: work call books_between(1,2,'x'); drop table books; -- of "
+    pSgeWorkCallData hostile = Call("books_between(1,2,'x'); drop table books; --");
+    EXPECT_EQ(Rows(hostile), "failed: work call books_between(1,2,'x'); drop table books; -- of "
                              "test__Fwork_html: books_between(1,2,'x'); drop table books; -- is not "
                              "a function name");
-    pSgeWorkCallData absent = call("no_such_function");
-    EXPECT_TRUE(rows(absent).starts_with("failed: work call no_such_function of test__Fwork_html: "
+    pSgeWorkCallData absent = Call("no_such_function");
+    EXPECT_TRUE(Rows(absent).starts_with("failed: work call no_such_function of test__Fwork_html: "
                                          "ERROR:  function no_such_function() does not exist"));
 }
 
 TEST_F(PostgresWorkCalls, ARequestIsOneTransactionPerDatabase) {
-    const std::string before = sql("select count(*) from orders");
-    pSgeWorkCallData add = call("add");
+    const std::string before = Sql("select count(*) from orders");
+    pSgeWorkCallData add = Call("add");
     SgeVaSetFrags(add, "insert into orders (customer, title, quantity) values ('T', 'Emma', 1)", VULL);
-    EXPECT_EQ(rows(add), "");
+    EXPECT_EQ(Rows(add), "");
     EXPECT_EQ(VlGetAffectedRows(add), 1);
-    EXPECT_EQ(sql("select count(*) from orders"), before); // not committed yet
-    request_->databases->rollback();
-    EXPECT_EQ(sql("select count(*) from orders"), before);
+    EXPECT_EQ(Sql("select count(*) from orders"), before); // not committed yet
+    request_->databases->Rollback();
+    EXPECT_EQ(Sql("select count(*) from orders"), before);
 
-    add = call("add");
+    add = Call("add");
     SgeVaSetFrags(add, "insert into orders (customer, title, quantity) values ('T', 'Emma', 1)", VULL);
-    EXPECT_EQ(rows(add), "");
-    EXPECT_EQ(request_->databases->commit().status, 0);
-    EXPECT_EQ(sql("select count(*) from orders"), std::to_string(std::stoi(before) + 1) + "\n");
+    EXPECT_EQ(Rows(add), "");
+    EXPECT_EQ(request_->databases->Commit().status, 0);
+    EXPECT_EQ(Sql("select count(*) from orders"), std::to_string(std::stoi(before) + 1) + "\n");
 
-    VlSetDefaults(server_->socketDir().c_str(), "nowhere");
-    pSgeWorkCallData lost = call("lost");
+    VlSetDefaults(server_->SocketDir().c_str(), "nowhere");
+    pSgeWorkCallData lost = Call("lost");
     SgeVaSetFrags(lost, "select 1", VULL);
-    const std::string failed = rows(lost);
-    EXPECT_TRUE(failed.starts_with("failed: database nowhere on " + server_->socketDir() + ": "))
+    const std::string failed = Rows(lost);
+    EXPECT_TRUE(failed.starts_with("failed: database nowhere on " + server_->SocketDir() + ": "))
         << failed;
     EXPECT_TRUE(failed.ends_with("FATAL:  database \"nowhere\" does not exist")) << failed;
 }

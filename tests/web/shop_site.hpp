@@ -19,7 +19,7 @@ inline const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples
 inline const std::string kDist = VELMORA_STAGE_DIR;
 
 // Why a test that serves the shop cannot run here, or empty.
-inline std::string webToolsMissing() {
+inline std::string WebToolsMissing() {
     if (access(kLighttpd, X_OK) != 0 || access(kCurl, X_OK) != 0)
         return "lighttpd or curl is not installed (apt-get install lighttpd curl)";
     return {};
@@ -48,12 +48,12 @@ class ShopSite {
         fs::create_directories(root_.file("cgi-bin"));
         fs::copy(kExample, root_.file("shop"), fs::copy_options::recursive);
         server_ = std::make_unique<WebServer>(root_.path(), root_.file("www"), root_.file("cgi-bin"));
-        if (!server_->running()) {
-            log_ = "lighttpd did not start\n" + server_->errorLog();
+        if (!server_->Running()) {
+            log_ = "lighttpd did not start\n" + server_->ErrorLog();
             return;
         }
         const std::string config =
-            root_.write("shop/site.cfg", configText(options ? options(*server_)
+            root_.write("shop/site.cfg", ConfigText(options ? options(*server_)
                                                             : std::vector<std::string>()));
         // The sanitizer build's library needs the same flags on the program.
         ProgramRun run = runProgram(
@@ -66,20 +66,20 @@ class ShopSite {
     }
 
     // True when shop.cgi was built and installed; else log() says why.
-    bool ready() const { return server_->running() && fs::exists(root_.file("cgi-bin/shop.cgi")); }
-    const std::string &log() const { return log_; }
-    const TempDir &root() const { return root_; }
-    WebServer &server() { return *server_; }
+    bool Ready() const { return server_->Running() && fs::exists(root_.file("cgi-bin/shop.cgi")); }
+    const std::string &Log() const { return log_; }
+    const TempDir &Root() const { return root_; }
+    WebServer &Server() { return *server_; }
 
     // Creates the SQLite database from the example's shop.sql.
-    void createSqliteDatabase() {
+    void CreateSqliteDatabase() {
         ProgramRun run = runProgram(kDist + "/bin/vlsql", {"cgi-bin/shop.db", kExample + "/shop.sql"},
                                     {}, root_.path());
         log_ += run.err;
     }
 
     // Runs SQL on the SQLite database; what vlsql prints.
-    std::string sqlite(const std::string &query) const {
+    std::string Sqlite(const std::string &query) const {
         return runProgram(kDist + "/bin/vlsql",
                           {root_.file("cgi-bin/shop.db"), root_.write("query.sql", query)}, {},
                           root_.path())
@@ -87,22 +87,22 @@ class ShopSite {
     }
 
     // POSTs body (from a file: it may be larger than a command line) unless empty.
-    HttpAnswer ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") const {
-        if (body.empty()) return httpGet(server_->url(path));
-        return httpGet(server_->url(path), {"--data-binary", "@" + root_.write("body", body)});
+    HttpAnswer Ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") const {
+        if (body.empty()) return HttpGet(server_->Url(path));
+        return HttpGet(server_->Url(path), {"--data-binary", "@" + root_.write("body", body)});
     }
 
     // Stops the server; then what the server and the program wrote to
     // standard error when it holds a sanitizer's report, else empty.
-    std::string stopAndReportSanitizers() {
-        server_->stop();
-        std::string log = server_->errorLog();
+    std::string StopAndReportSanitizers() {
+        server_->Stop();
+        std::string log = server_->ErrorLog();
         return log.find("Sanitizer") == std::string::npos ? std::string() : log;
     }
 
   private:
     // test.cfg with each option of the replacements in place of its line.
-    static std::string configText(const std::vector<std::string> &replacements) {
+    static std::string ConfigText(const std::vector<std::string> &replacements) {
         std::istringstream lines(readText(kExample + "/test.cfg"));
         std::string text, line;
         auto nameOf = [](const std::string &l) { return l.substr(0, l.find(" : ")); };

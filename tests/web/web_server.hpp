@@ -61,21 +61,21 @@ class WebServer {
                 execl(kLighttpd, kLighttpd, "-D", "-f", conf.c_str(), static_cast<char *>(nullptr));
                 _exit(127);
             }
-            if (!waitUntilListening()) stop();
+            if (!WaitUntilListening()) Stop();
         }
     }
-    ~WebServer() { stop(); }
+    ~WebServer() { Stop(); }
     WebServer(const WebServer &) = delete;
     WebServer &operator=(const WebServer &) = delete;
 
-    bool running() const { return pid_ > 0; }
-    std::string url(const std::string &path) const {
+    bool Running() const { return pid_ > 0; }
+    std::string Url(const std::string &path) const {
         return "http://127.0.0.1:" + std::to_string(port_) + path;
     }
     // The server's log, then what the CGI programs wrote to standard error.
-    std::string errorLog() const { return readText(log_) + readText(cgiLog_); }
+    std::string ErrorLog() const { return readText(log_) + readText(cgiLog_); }
 
-    void stop() {
+    void Stop() {
         if (pid_ <= 0) return;
         kill(pid_, SIGTERM);
         waitpid(pid_, nullptr, 0);
@@ -83,7 +83,7 @@ class WebServer {
     }
 
   private:
-    bool waitUntilListening() {
+    bool WaitUntilListening() {
         for (int i = 0; i < 100; i++) {
             if (waitpid(pid_, nullptr, WNOHANG) == pid_) {
                 pid_ = -1; // it ended: most likely the port is taken
@@ -109,7 +109,7 @@ class WebServer {
 };
 
 // Asks url with curl; extra are further curl arguments (-d, -H, ...).
-inline HttpAnswer httpGet(const std::string &url, std::vector<std::string> extra = {}) {
+inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra = {}) {
     extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
     extra.push_back(url);
     ProgramRun run = runProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");
