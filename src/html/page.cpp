@@ -5,8 +5,11 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "html/keywords.h"
@@ -17,6 +20,8 @@
 #include "util/heap.hpp"
 #include "util/messages.h"
 #include "util/process.h"
+#include "util/runstate.h"
+#include "util/safefile.h"
 
 namespace {
 
@@ -24,7 +29,7 @@ constexpr const char *kBackupDir = "in_use";
 
 // Runs a distribution script on a page and waits; its status does not matter.
 void RunPageScript(const char *script, const char *page) {
-    VlCharPtr quoted(VlShellQuote(page));
+    VlCharPtr quoted(VlShellQuoteName(page));
     std::string command = std::string(script) + quoted.get();
     fflush(stdout);
     fflush(stderr);
@@ -35,13 +40,42 @@ bool HasName(const VlHtmlDoc *doc) {
     return doc && doc->name && *doc->name;
 }
 
-// One markup pass from text into the named file; false when it cannot be opened.
+// One markup pass from text into the named file; false when it could not be
+// written (reported; the file keeps what it held).
 bool RunPass(VlHtmlDoc *doc, const char *text, const char *file, int pass) {
     FILE *out = VlGetBackupFile(file);
-    if (!out) return false;
+    if (!out) {
+        VlReportWriteFailure(file, errno);
+        return false;
+    }
     VlMarkupHtmlDesignTimeForms(doc, text, out, pass);
-    fclose(out);
-    return true;
+    return VlCloseSafely(out) >= 0;
+}
+
+// The working copy of a page as it was read. When it cannot be made, the
+// page would drop out of the project: that is said, with the reason, and the
+// run writes nothing back.
+bool MakeWorkingCopy(const char *file, const char *text) {
+    // A page in a subdirectory has its working copy in the same
+    // subdirectory of in_use; a failure here shows up at the write.
+    const std::filesystem::path dir = std::filesystem::path(file).parent_path();
+    std::error_code ec;
+    if (dir != kBackupDir) std::filesystem::create_directories(dir, ec);
+    std::string why;
+    if (!VlPathInsideWorkingDir(file)) {
+        why = std::string(": ") + file + " lies outside the project directory\n";
+    } else {
+        const int written = VlWriteFileSafely(file, text, strlen(text));
+        if (written >= 0) return true;
+        // A failure after the file was opened has been reported with its reason.
+        why = written == VL_WRITE_NOT_OPENED
+                  ? std::string(": ") + file + ": " + strerror(errno) + "\n"
+                  : std::string("\n");
+    }
+    VlPrintError("Error making backup. Probably directory write permissions");
+    VlPrintError(why.c_str());
+    VlRefuseWrites();
+    return false;
 }
 
 } // namespace
@@ -65,7 +99,7 @@ char *VlGetBackupFileName(const char *pageName) {
 
 FILE *VlGetBackupFile(const char *fileName) {
     if (!fileName) return nullptr;
-    return fopen(fileName, "w");
+    return VlOpenSafely(fileName);
 }
 
 time_t VlGetFileModTime(const char *fileName) {
@@ -78,20 +112,16 @@ VlHtmlDoc *VlHtmlNewFromFile(const char *pageName) {
     if (!pageName) return nullptr;
     if (VlProjCallReadWriteScripts()) RunPageScript("vlreadhtml.sh ", pageName);
     time_t modTime = 0;
-    VlCharPtr text(VlReadFileAndMod(pageName, &modTime));
+    VlCharPtr text(VlReadFileWhole(pageName, &modTime));
     if (!text) return nullptr;
     VlCharPtr backup(VlGetBackupFileName(pageName));
     VlHtmlDoc *doc = VlReadHtmlDesignTime(text.get());
     doc->modTime = modTime;
     VlHtmlSetName(doc, pageName);
-    FILE *out = VlGetBackupFile(backup.get());
-    if (!out) {
-        VlPrintError("Error making backup. Probably directory write permissions");
+    if (!MakeWorkingCopy(backup.get(), text.get())) {
         VlHtmlDelete(doc);
         return nullptr;
     }
-    fputs(text.get(), out);
-    fclose(out);
     VlHtmlMarkOrigNames(doc);
     return doc;
 }
@@ -127,14 +157,16 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
 
 int VlHtmlSave(VlHtmlDoc *doc) {
     if (!HasName(doc)) return 1;
-    VlHtmlBackup(doc);
+    // A working copy that could not take the changes holds only some of
+    // them: the page keeps its old text instead.
+    if (VlHtmlBackup(doc) != 0) return 1;
     VlCharPtr file(VlGetBackupFileName(doc->name));
     VlCharPtr text(VlReadFile(file.get()));
     if (!text) return 1;
-    FILE *out = VlGetBackupFile(doc->name);
-    if (!out) return 1;
-    fprintf(out, "%s", text.get());
-    fclose(out);
+    // A page whose bytes would not change is left as it is on disk.
+    const int written = VlWriteFileSafely(doc->name, text.get(), strlen(text.get()));
+    if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(doc->name, errno);
+    if (written < 0) return 1;
     if (VlProjCallReadWriteScripts()) RunPageScript("vlwritehtml.sh ", doc->name);
     doc->changed = 0;
     doc->modTime = VlGetFileModTime(doc->name);

@@ -15,6 +15,7 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/messages.h"
+#include "util/safefile.h"
 
 namespace {
 
@@ -109,22 +110,16 @@ int VlModuleWrite(VlModule *module, const char *fileName, int force) {
     if (!module || !fileName) return 0;
     if (module->saved && !force) return 1;
 
-    FILE *file = fopen(fileName, "w");
-    if (!file) {
-        VlPrintError(VlCatGets(10, 4, "Could not write file in VlModuleWrite "));
-        VlPrintError(fileName);
-        VlPrintError("\n");
-        return 0;
-    }
     const std::string text = ModuleText(module, fileName);
-    const bool written = fwrite(text.data(), 1, text.size(), file) == text.size();
-    if (fclose(file) != 0 || !written) {
-        // A full disk: say so and keep the module marked unsaved.
+    // A module whose bytes would not change is left as it is on disk.
+    const int written = VlWriteFileSafely(fileName, text.data(), text.size());
+    if (written == VL_WRITE_NOT_OPENED) {
         VlPrintError(VlCatGets(10, 4, "Could not write file in VlModuleWrite "));
         VlPrintError(fileName);
         VlPrintError("\n");
-        return 0;
     }
+    // A failed write keeps the module marked unsaved.
+    if (written < 0) return 0;
     module->saved = 1;
     if (VlProjCallReadWriteScripts()) VlRunFileScript("vlwritemodule.sh ", fileName);
     return 1;

@@ -44,6 +44,7 @@ class E2eWorld {
         fs::create_directories(root_.file("dist/config"));
         fs::create_directories(root_.file("home"));
         fs::create_directories(root_.file("proj"));
+        root_.write("dist/config/VlKeyWds.ini", "");
         for (const char *script : kScripts)
             fs::permissions(root_.write(std::string("dist/bin/") + script, kLoggingScript),
                             fs::perms::owner_all);

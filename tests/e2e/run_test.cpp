@@ -114,6 +114,7 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
                            {"in_use/shop.html.vlm", page},
                            {"store.c", main},
                            {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n\tshop.c\n"},
+                           {"store.pj.lock", ""},
                            {"velmoraBackstore", "<dir>"}};
     EXPECT_EQ(w.project(), written);
     const std::string install = "vlinst.sh: [store.cgi] [shop.html] [/cgi] [http://h/store] "
