@@ -40,16 +40,17 @@ bool HasName(const VlHtmlDoc *doc) {
     return doc && doc->name && *doc->name;
 }
 
-// One markup pass from text into the named file; false when it could not be
-// written (reported; the file keeps what it held).
-bool RunPass(VlHtmlDoc *doc, const char *text, const char *file, int pass) {
-    FILE *out = VlGetBackupFile(file);
-    if (!out) {
-        VlReportWriteFailure(file, errno);
-        return false;
-    }
-    VlMarkupHtmlDesignTimeForms(doc, text, out, pass);
-    return VlCloseSafely(out) >= 0;
+// The text after one markup pass; false when no memory was left for it.
+bool RunPass(VlHtmlDoc *doc, std::string &text, int pass) {
+    char *marked = nullptr;
+    size_t size = 0;
+    FILE *out = open_memstream(&marked, &size);
+    if (!out) return false;
+    VlMarkupHtmlDesignTimeForms(doc, text.c_str(), out, pass);
+    const bool whole = fclose(out) == 0;
+    if (whole) text.assign(marked, size);
+    free(marked);
+    return whole;
 }
 
 // The working copy of a page as it was read. When it cannot be made, the
@@ -136,16 +137,17 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     if (!text) return 1;
 
     // Each pass reads what the previous one left: anchors, keywords, forms.
-    if (doc->anchorsChanged) {
-        if (!RunPass(doc, text.get(), file.get(), 1)) return 1;
-        if (VlAnyKeys()) {
-            VlCharPtr marked(VlReadFile(file.get()));
-            if (!marked || !RunPass(doc, marked.get(), file.get(), 2)) return 1;
-        }
-        if (doc->formsChanged) text.reset(VlReadFile(file.get()));
-    }
-    if (doc->formsChanged) {
-        if (!text || !RunPass(doc, text.get(), file.get(), 0)) return 1;
+    // The passes follow one another in memory and the working copy takes
+    // their result in one write, so it never holds some of the changes only.
+    std::string marked = text.get();
+    const bool anchors = doc->anchorsChanged != 0;
+    if (anchors && !RunPass(doc, marked, 1)) return 1;
+    if (anchors && VlAnyKeys() && !RunPass(doc, marked, 2)) return 1;
+    if (doc->formsChanged && !RunPass(doc, marked, 0)) return 1;
+    if (anchors || doc->formsChanged) {
+        const int written = VlWriteFileSafely(file.get(), marked.data(), marked.size());
+        if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(file.get(), errno);
+        if (written < 0) return 1;
     }
     // Site names are not written into pages; with only sites changed the
     // working copy keeps its text instead of being emptied.

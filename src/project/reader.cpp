@@ -172,7 +172,7 @@ VlProject *VlProjNew(const char *path, int verify) {
     VlProjSetName(startPath.c_str());
     if (theProj->name && strcmp(theProj->name, "noname") == 0) theProj->nonameAccepted = 1;
     VlCharPtr mainFile(VlProjGetMainCFileName());
-    VlMainModuleRead(mainFile.get());
+    if (!VlWritesRefused()) VlMainModuleRead(mainFile.get());
 
     if (SutSizList(theProj->modules) > 0 && verify) {
         // A front end with dialogs would ask before reading; nothing to ask here.

@@ -294,6 +294,8 @@ char *VlReadFileWhole(const char *path, time_t *modTimeOut) {
 
 int VlPathInsideWorkingDir(const char *path) {
     if (!path || !*path) return 0;
+    // A plain relative file name names a file of the directory itself.
+    if (path[0] != '/' && !std::strchr(path, '/')) return 1;
     std::error_code ec;
     const fs::path here = fs::current_path(ec);
     if (ec) return 0;

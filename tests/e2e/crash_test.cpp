@@ -1,0 +1,166 @@
+// Runs that do not end well: killed (SIGKILL) at moments spread over their
+// length, or on a file system that fills up. At every moment each page,
+// module, the project file and the main module holds its old or its new
+// content (so the user's code regions are never cut), and a normal run
+// afterwards brings every file to its new content.
+#include "e2e/harness.hpp"
+
+#include <gtest/gtest.h>
+
+#include <sys/mount.h>
+#include <sys/statvfs.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Files = std::map<std::string, std::string>;
+
+std::string pageName(int i) {
+    return "p" + std::to_string(i) + ".html";
+}
+std::string moduleName(int i) {
+    return "p" + std::to_string(i) + ".c";
+}
+
+// The module of page i. With stray text between its functions, which a run
+// regenerates away, so that every run that finds it writes it anew.
+std::string module(int i, bool stray) {
+    return kModuleHead + "static char _Vl_HTML_Filename[] = \"" + pageName(i) + "\";\n" +
+           moduleFunction("Forder", "\tint n = " + std::to_string(i) + ";\n", "", "\tn++;\n") +
+           (stray ? "/* stray text */\n" : "") + moduleFunction("Ahome", "", "", "") + "void R_p" +
+           std::to_string(i) + "_html()\n{\n\n}/* Velmora End of Module */\n";
+}
+
+// A project of pages of about pageBytes, each with a form and an anchor that
+// its module serves, and the two configurations a.cfg and b.cfg, which give
+// every page, the project file and the main module other URLs.
+void generate(const E2eWorld &w, int pages, size_t pageBytes) {
+    std::string project = kProjectHead, pageList;
+    for (int i = 0; i < pages; i++) {
+        std::string page = kPage;
+        for (size_t at; (at = page.find("shop_html")) != std::string::npos;)
+            page.replace(at, 9, "p" + std::to_string(i) + "_html");
+        page.insert(page.size() - 15, std::string(pageBytes, 'x') + "\n");
+        w.write("proj/" + pageName(i), page);
+        w.write("proj/" + moduleName(i), module(i, true));
+        project += moduleName(i) + "\n";
+        pageList += pageName(i) + "\n";
+    }
+    w.write("proj/store.pj", project + "HTML Files :\n" + pageList +
+                                 "Project Options :\nProject.Call Read/Write Scripts : False\n");
+    for (const char *c : {"a", "b"})
+        w.write(std::string(c) + ".cfg", std::string("Test.CGI URL : http://") + c +
+                                             "/cgi-bin\nTest.HTML URL : http://" + c + "/html\n");
+}
+
+void strayModules(const E2eWorld &w, int pages) {
+    for (int i = 0; i < pages; i++)
+        w.write("proj/" + moduleName(i), module(i, true));
+}
+
+Files projectFiles(const E2eWorld &w, int pages) {
+    Files files = {{"store.pj", w.read("proj/store.pj")}, {"store.c", w.read("proj/store.c")}};
+    for (int i = 0; i < pages; i++) {
+        files[pageName(i)] = w.read("proj/" + pageName(i));
+        files[moduleName(i)] = w.read("proj/" + moduleName(i));
+    }
+    return files;
+}
+
+// The files that hold neither their old nor their new content (given the
+// same files twice: the files that do not hold their new content).
+std::vector<std::string> neitherOldNorNew(const Files &now, const Files &old, const Files &wanted) {
+    std::vector<std::string> wrong;
+    for (const auto &[name, text] : now)
+        if (text != old.at(name) && text != wanted.at(name)) wrong.push_back(name);
+    return wrong;
+}
+
+ProgramRun runWith(const E2eWorld &w, const char *config, long killAfterMicroseconds = -1) {
+    return w.run({"-p", "store.pj", "-c", w.path(std::string(config) + ".cfg")}, "proj", false,
+                 killAfterMicroseconds);
+}
+
+TEST(Crash, EveryFileIsOldOrNewWhereverARunIsKilled) {
+    E2eWorld w;
+    distribution(w);
+    const int pages = 300;
+    generate(w, pages, 4000);
+    ASSERT_EQ(runWith(w, "a").status, 0);
+    ASSERT_EQ(runWith(w, "b").status, 0);
+    const Files newB = projectFiles(w, pages);
+    // A run that writes every file, as each run below does, timed.
+    strayModules(w, pages);
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_EQ(runWith(w, "a").status, 0);
+    const long length = static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(
+                                              std::chrono::steady_clock::now() - begin)
+                                              .count());
+    const Files newA = projectFiles(w, pages);
+
+    // Moments from the start to four fifths of the measured length, so that
+    // a run somewhat faster than the measured one is still killed.
+    const int moments = 36;
+    int killed = 0;
+    for (int k = 0; k < moments; k++) {
+        SCOPED_TRACE("killed after " + std::to_string(length * (k + 1) / 45) + " us");
+        const char *config = k % 2 == 0 ? "b" : "a";
+        const Files &wanted = k % 2 == 0 ? newB : newA;
+        strayModules(w, pages);
+        const Files old = projectFiles(w, pages);
+        killed += runWith(w, config, length * (k + 1) / 45).status == -1 ? 1 : 0;
+        EXPECT_EQ(neitherOldNorNew(projectFiles(w, pages), old, wanted),
+                  std::vector<std::string>{});
+        ASSERT_EQ(runWith(w, config).status, 0);
+        EXPECT_EQ(neitherOldNorNew(projectFiles(w, pages), wanted, wanted),
+                  std::vector<std::string>{});
+    }
+    EXPECT_GE(killed, 30);
+}
+
+// The project on a small file system of its own (mounting one needs root,
+// as in CI) that has room left for small files but not for a page.
+TEST(Crash, AFullDiskEndsWithStatusOneAndEveryFileOldOrNew) {
+    E2eWorld w;
+    distribution(w);
+    const std::string dir = w.path("proj");
+    if (mount("tmpfs", dir.c_str(), "tmpfs", 0, "size=4m") != 0)
+        GTEST_SKIP() << "the disk-full test needs a small file system, and mounting one failed: "
+                     << std::strerror(errno);
+    struct Unmount {
+        std::string dir;
+        ~Unmount() { umount2(dir.c_str(), MNT_DETACH); }
+    } unmount{dir};
+    const int pages = 40;
+    generate(w, pages, 20000);
+    for (const char *config : {"a", "b", "a"})
+        ASSERT_EQ(runWith(w, config).status, 0);
+    const Files newA = projectFiles(w, pages);
+    ASSERT_EQ(runWith(w, "b").status, 0);
+    strayModules(w, pages);
+    const Files old = projectFiles(w, pages);
+
+    struct statvfs stats;
+    ASSERT_EQ(statvfs(dir.c_str(), &stats), 0);
+    const size_t room = 12 * 1024, free = stats.f_bavail * stats.f_frsize;
+    ASSERT_GT(free, room);
+    w.write("proj/filler", std::string(free - room, '\0'));
+    ProgramRun r = runWith(w, "a");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.out.find(".html.vlm: No space left on device\n"), std::string::npos) << r.out;
+    const Files now = projectFiles(w, pages);
+    EXPECT_EQ(neitherOldNorNew(now, old, newA), std::vector<std::string>{});
+    EXPECT_NE(neitherOldNorNew(now, old, old), std::vector<std::string>{}); // the modules fit
+
+    fs::remove(w.path("proj/filler"));
+    ASSERT_EQ(runWith(w, "a").status, 0);
+    EXPECT_EQ(neitherOldNorNew(projectFiles(w, pages), newA, newA), std::vector<std::string>{});
+}
+
+} // namespace
