@@ -7,12 +7,17 @@
 
 #include <gtest/gtest.h>
 
+#include <poll.h>
+#include <signal.h>
+#include <sys/inotify.h>
 #include <sys/mount.h>
 #include <sys/statvfs.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -82,10 +87,54 @@ std::vector<std::string> neitherOldNorNew(const Files &now, const Files &old, co
     return wrong;
 }
 
-ProgramRun runWith(const E2eWorld &w, const char *config, long killAfterMicroseconds = -1) {
+ProgramRun runWith(const E2eWorld &w, const char *config,
+                   const std::function<void(pid_t)> &whileRunning = {}) {
     return w.run({"-p", "store.pj", "-c", w.path(std::string(config) + ".cfg")}, "proj", false,
-                 killAfterMicroseconds);
+                 whileRunning);
 }
+
+// Every write of a run ends with a rename into the project directory or
+// in_use. This counts them as they happen and kills the run (SIGKILL) right
+// after the given number; it lets the run end when the number is negative.
+class Renames {
+  public:
+    explicit Renames(const E2eWorld &w) : fd_(inotify_init1(IN_CLOEXEC)) {
+        for (const char *dir : {"proj", "proj/in_use"})
+            inotify_add_watch(fd_, w.path(dir).c_str(), IN_MOVED_TO);
+    }
+    ~Renames() { close(fd_); }
+    Renames(const Renames &) = delete;
+    Renames &operator=(const Renames &) = delete;
+
+    // The renames seen until the run ended or was killed.
+    int watch(pid_t pid, int killAfter) {
+        int seen = 0;
+        alignas(inotify_event) char events[1 << 16];
+        for (;;) {
+            if (killAfter >= 0 && seen >= killAfter) {
+                kill(pid, SIGKILL);
+                return seen;
+            }
+            pollfd ready = {fd_, POLLIN, 0};
+            if (poll(&ready, 1, 5) > 0) {
+                const ssize_t n = read(fd_, events, sizeof events);
+                for (ssize_t at = 0; at < n;
+                     at += static_cast<ssize_t>(sizeof(inotify_event)) +
+                           reinterpret_cast<inotify_event *>(events + at)->len)
+                    seen++;
+                continue;
+            }
+            // Ended (and left for the runner to collect)?
+            siginfo_t info = {};
+            if (waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+                info.si_pid == pid)
+                return seen;
+        }
+    }
+
+  private:
+    int fd_;
+};
 
 TEST(Crash, EveryFileIsOldOrNewWhereverARunIsKilled) {
     E2eWorld w;
@@ -95,26 +144,26 @@ TEST(Crash, EveryFileIsOldOrNewWhereverARunIsKilled) {
     ASSERT_EQ(runWith(w, "a").status, 0);
     ASSERT_EQ(runWith(w, "b").status, 0);
     const Files newB = projectFiles(w, pages);
-    // A run that writes every file, as each run below does, timed.
+    // A run that writes every file, as each run below does: its renames counted.
+    Renames renames(w);
     strayModules(w, pages);
-    const auto begin = std::chrono::steady_clock::now();
-    ASSERT_EQ(runWith(w, "a").status, 0);
-    const long length = static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(
-                                              std::chrono::steady_clock::now() - begin)
-                                              .count());
+    int length = 0;
+    ASSERT_EQ(runWith(w, "a", [&](pid_t pid) { length = renames.watch(pid, -1); }).status, 0);
+    ASSERT_GT(length, 3 * pages);
     const Files newA = projectFiles(w, pages);
 
-    // Moments from the start to four fifths of the measured length, so that
-    // a run somewhat faster than the measured one is still killed.
+    // Moments from the start to nine tenths of the run's writes.
     const int moments = 36;
     int killed = 0;
     for (int k = 0; k < moments; k++) {
-        SCOPED_TRACE("killed after " + std::to_string(length * (k + 1) / 45) + " us");
+        const int moment = length * 9 / 10 * k / (moments - 1);
+        SCOPED_TRACE("killed after " + std::to_string(moment) + " renames");
         const char *config = k % 2 == 0 ? "b" : "a";
         const Files &wanted = k % 2 == 0 ? newB : newA;
         strayModules(w, pages);
         const Files old = projectFiles(w, pages);
-        killed += runWith(w, config, length * (k + 1) / 45).status == -1 ? 1 : 0;
+        const ProgramRun r = runWith(w, config, [&](pid_t pid) { renames.watch(pid, moment); });
+        killed += r.status == -1 ? 1 : 0;
         EXPECT_EQ(neitherOldNorNew(projectFiles(w, pages), old, wanted),
                   std::vector<std::string>{});
         ASSERT_EQ(runWith(w, config).status, 0);

@@ -65,14 +65,14 @@ class E2eWorld {
 
     // Runs vlnogui with the test distribution, in the project directory
     // unless another directory of the world is named; unprivileged, as the
-    // user nobody when the tests run as root; killed after the given time.
+    // user nobody when the tests run as root; watched while it runs.
     ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj",
-                   bool unprivileged = false, long killAfterMicroseconds = -1) const {
+                   bool unprivileged = false,
+                   const std::function<void(pid_t)> &whileRunning = {}) const {
         std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
                                         "HOME=" + path("home"), "VELMORA=" + path("dist"),
                                         "VL_SCRIPT_LOG=" + path("scripts.log")};
-        return runProgram(VLNOGUI_PATH, args, env, path(where), unprivileged,
-                          killAfterMicroseconds);
+        return runProgram(VLNOGUI_PATH, args, env, path(where), unprivileged, whileRunning);
     }
 
     // The script calls logged so far; the log starts again empty.

@@ -3,8 +3,8 @@
 // input from /dev/null, and returns what it printed on standard output and
 // standard error and its exit status. An unprivileged run of a test that
 // runs as root runs as the user nobody, for whom permissions count. Given a
-// time, the program is killed (SIGKILL) that many microseconds after it
-// started, unless it ended before.
+// function, the test runs it with the program's process id while the
+// program runs (to watch it, or to kill it).
 #ifndef VELMORA_TESTS_SUPPORT_RUN_PROGRAM_HPP
 #define VELMORA_TESTS_SUPPORT_RUN_PROGRAM_HPP
 
@@ -12,13 +12,13 @@
 
 #include <fcntl.h>
 #include <grp.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,7 +30,8 @@ struct ProgramRun {
 
 inline ProgramRun runProgram(const std::string &program, const std::vector<std::string> &args,
                              std::vector<std::string> env, const std::string &dir,
-                             bool unprivileged = false, long killAfterMicroseconds = -1) {
+                             bool unprivileged = false,
+                             const std::function<void(pid_t)> &whileRunning = {}) {
     for (const char *name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"})
         if (const char *v = std::getenv(name)) env.push_back(std::string(name) + "=" + v);
     std::vector<std::string> argStrings = {program};
@@ -67,10 +68,7 @@ inline ProgramRun runProgram(const std::string &program, const std::vector<std::
         execve(argv[0], argv.data(), envp.data());
         _exit(127);
     }
-    if (pid > 0 && killAfterMicroseconds >= 0) {
-        usleep(static_cast<useconds_t>(killAfterMicroseconds));
-        kill(pid, SIGKILL);
-    }
+    if (pid > 0 && whileRunning) whileRunning(pid);
     ProgramRun run;
     int status = 0;
     if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status))
