@@ -6,6 +6,7 @@
 
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
 #include <memory>
 #include <string>
@@ -19,11 +20,16 @@
 
 namespace {
 
-/* Appends the text with DOS line ends made Unix ones; null appends nothing. */
+/* Appends the text with DOS line ends made Unix ones (every carriage return
+ * dropped, as VlDosToUnix does, without a copy); null appends nothing. */
 void AppendUnix(std::string &out, const char *text) {
     if (!text) return;
-    VlCharPtr unix(VlDosToUnix(text));
-    out += unix.get();
+    for (const char *run = text;;) {
+        const size_t n = strcspn(run, "\r");
+        out.append(run, n);
+        if (!run[n]) return;
+        run += n + 1;
+    }
 }
 
 void AppendOwned(std::string &out, char *text) {

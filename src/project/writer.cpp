@@ -38,12 +38,32 @@ std::string Quoted(const char *text) {
     return quoted.get();
 }
 
-// Every listed file that exists on disk, in list order.
+// The backup directory is the engine's own: a symbolic link at its place, or
+// at the place of a copy inside it, would send the copies elsewhere, so such
+// a link is removed before copying (cp then makes a file or directory there).
+void UnlinkSymbolicLink(const std::string &path) {
+    struct stat st;
+    if (lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode)) unlink(path.c_str());
+}
+
+// Whether an existing file has to be copied into the backup directory: not
+// when its copy there already holds the same bytes (the backup then holds
+// the file as it is before this run's writes all the same).
+bool NeedsCopy(const char *file, const std::string &dir) {
+    if (!file || !VlFileExists(file)) return false;
+    VlCharPtr filePart(VlGetFileFromFullPath(file));
+    const std::string copy = dir + "/" + (filePart ? filePart.get() : file);
+    UnlinkSymbolicLink(copy);
+    return !VlFilesHoldSameBytes(file, copy.c_str());
+}
+
+// Every listed file that has to be copied, in list order.
 template <typename NameOf>
-void AddExistingFiles(std::vector<std::string> &files, SutList *list, NameOf nameOf) {
+void AddFilesToCopy(std::vector<std::string> &files, SutList *list, NameOf nameOf,
+                    const std::string &dir) {
     for (int i = 0; i < SutSizList(list); i++) {
         VlCharPtr name(nameOf(SutGetNList(list, i)));
-        if (name && VlFileExists(name.get())) files.emplace_back(name.get());
+        if (NeedsCopy(name.get(), dir)) files.emplace_back(name.get());
     }
 }
 
@@ -52,14 +72,6 @@ std::string JoinQuoted(const std::vector<std::string> &files) {
     for (const std::string &file : files)
         out += " " + Quoted(file.c_str());
     return out;
-}
-
-// The backup directory is the engine's own: a symbolic link at its place, or
-// at the place of a copy inside it, would send the copies elsewhere, so such
-// a link is removed before copying (cp then makes a file or directory there).
-void UnlinkSymbolicLink(const std::string &path) {
-    struct stat st;
-    if (lstat(path.c_str(), &st) == 0 && S_ISLNK(st.st_mode)) unlink(path.c_str());
 }
 
 // Runs the backup copy: one command when the whole list fits in one command
@@ -122,30 +134,28 @@ int VlProjBackup(void) {
     // A failed creation is not looked at here: it shows up as a failed copy.
     if (!VlDirExists(dir.c_str())) VlMkdir(dir.c_str());
 
-    std::vector<std::string> modules, pages;
-    AddExistingFiles(modules, theProj->modules, [](void *module) {
-        return VlModuleGetCFileName(static_cast<VlModule *>(module));
-    });
-    AddExistingFiles(pages, theProj->htmlDocs, [](void *doc) {
-        return StrDup(VlHtmlGetName(static_cast<VlHtmlDoc *>(doc)));
-    });
-
     VlCharPtr mainFile(VlProjGetMainCFileName());
     const std::string projectFile = name + ".pj";
     // A project never written before has nothing to keep.
     if (!mainFile || !VlFileExists(mainFile.get()) || !VlFileExists(projectFile.c_str())) return 1;
-    const std::string command = "\\cp " + JoinQuoted(modules) + " " + JoinQuoted(pages) + " " +
-                                Quoted(mainFile.get()) + " " + Quoted(projectFile.c_str()) + " " +
-                                Quoted(dir.c_str());
 
+    std::vector<std::string> modules, pages, last;
+    AddFilesToCopy(
+        modules, theProj->modules,
+        [](void *module) { return VlModuleGetCFileName(static_cast<VlModule *>(module)); }, dir);
+    AddFilesToCopy(
+        pages, theProj->htmlDocs,
+        [](void *doc) { return StrDup(VlHtmlGetName(static_cast<VlHtmlDoc *>(doc))); }, dir);
+    for (const char *file : {static_cast<const char *>(mainFile.get()), projectFile.c_str()})
+        if (NeedsCopy(file, dir)) last.emplace_back(file);
+    // "\cp", the modules, a blank, the pages, the main module, the project
+    // file and the directory, each name after a blank.
+    const std::string command = "\\cp " + JoinQuoted(modules) + " " + JoinQuoted(pages) +
+                                JoinQuoted(last) + " " + Quoted(dir.c_str());
     std::vector<std::string> files = modules;
     files.insert(files.end(), pages.begin(), pages.end());
-    files.emplace_back(mainFile.get());
-    files.push_back(projectFile);
-    for (const std::string &file : files) {
-        VlCharPtr filePart(VlGetFileFromFullPath(file.c_str()));
-        UnlinkSymbolicLink(dir + "/" + (filePart ? filePart.get() : file.c_str()));
-    }
+    files.insert(files.end(), last.begin(), last.end());
+    if (files.empty()) return 1;
     if (CopyToBackup(command, files, dir) != 0) {
         VlGUIError("Copy to backup directory failed.");
         return 0;

@@ -258,6 +258,18 @@ void VlReportWriteFailure(const char *path, int error) {
     VlNoteWriteFailure();
 }
 
+int VlFilesHoldSameBytes(const char *path, const char *copy) {
+    struct stat st;
+    if (!path || !copy || stat(path, &st) != 0 || !S_ISREG(st.st_mode)) return 0;
+    const int fd = open(path, O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return 0;
+    const bool same = FileHolds(copy, static_cast<size_t>(st.st_size), [&](char *buffer, size_t n) {
+        return ReadFully(fd, buffer, n) == static_cast<ssize_t>(n);
+    });
+    close(fd);
+    return same ? 1 : 0;
+}
+
 char *VlReadFileWhole(const char *path, time_t *modTimeOut) {
     if (!path) return nullptr;
     struct stat st;

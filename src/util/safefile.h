@@ -44,6 +44,10 @@ int VlCloseSafely(FILE *stream);
  * for VL_WRITE_NOT_OPENED. */
 void VlReportWriteFailure(const char *path, int error);
 
+/* 1 when path (followed when it is a symbolic link) and copy (not followed)
+ * are regular files that hold the same bytes, else 0. */
+int VlFilesHoldSameBytes(const char *path, const char *copy);
+
 /* Reads a whole file that the run will write back (a page, module, main
  * module, project file, option or configuration file) into a new
  * NUL-terminated string, storing its modification time when modTimeOut is
