@@ -5,9 +5,11 @@
 # file work alone (bench/file_floor: read the project file, every module and
 # page, and write each back, and each page's working copy, through a
 # temporary file and rename) and `cp -r` of the same tree. Each program runs
-# twice on its own copy of the tree: the first run makes the working copies
-# and the main module; the second is the steady state, in which nothing
-# changes. Also prints the peak memory of the first run.
+# three times on its own copy of the tree: the first run makes the working
+# copies and the main module, the second fills the backup directory (a
+# project never written before has nothing to back up), the third is the
+# steady state, in which nothing changes. Also prints the peak memory of the
+# first run.
 #   bench/whole_run.sh [build directory] [pages ...]   (default: build 1000 3000)
 #   BEFORE=<other vlnogui> bench/whole_run.sh ...      times that program too,
 #                                                      for instance an older build
@@ -80,8 +82,8 @@ run_engine() {
 }
 
 echo "machine: $(nproc) cores, $(awk '/MemTotal/ {printf "%.0f GiB", $2 / 1048576}' /proc/meminfo), $(uname -sr), load $(cut -d' ' -f1-3 /proc/loadavg)"
-printf '%7s %-8s %8s %8s %8s %8s %12s %12s %8s\n' pages program "first s" "second s" "floor s" \
-    "cp -r s" "first/floor" "second/floor" "peak MB"
+printf '%7s %-7s %8s %8s %8s %8s %8s %12s %12s %8s\n' pages program "first s" "backup s" \
+    "steady s" "floor s" "cp -r s" "first/floor" "steady/floor" "peak MB"
 for n in "$@"; do
     rm -rf "$work/tree" "$work/copy" "$work/floor"
     "$make_project" "$work/tree" "$n"
@@ -99,10 +101,11 @@ for n in "$@"; do
             PATH="$work/dist/bin:/usr/bin:/bin" && peak "$program" -p "$work/run/big.pj" -c "$work/run.cfg")
         first=$(since "$t0")
         grep -q '^Finished$' "$work/out.txt" || { echo "vlnogui did not finish:" >&2; cat "$work/out.txt" >&2; exit 1; }
-        second=$(timed "$work/run" run_engine "$program" "$work/run")
-        printf '%7d %-8s %8.3f %8.3f %8.3f %8.3f %12.2f %12.2f %8.1f\n' "$n" "$label" "$first" \
-            "$second" "$floor" "$copy" "$(echo "$first / $floor" | bc -l)" \
-            "$(echo "$second / $floor" | bc -l)" "$(echo "$kb / 1024" | bc -l)"
+        backup=$(timed "$work/run" run_engine "$program" "$work/run")
+        steady=$(timed "$work/run" run_engine "$program" "$work/run")
+        printf '%7d %-7s %8.3f %8.3f %8.3f %8.3f %8.3f %12.2f %12.2f %8.1f\n' "$n" "$label" \
+            "$first" "$backup" "$steady" "$floor" "$copy" "$(echo "$first / $floor" | bc -l)" \
+            "$(echo "$steady / $floor" | bc -l)" "$(echo "$kb / 1024" | bc -l)"
         rm -rf "$work/run"
     done
 done

@@ -26,20 +26,21 @@ namespace {
 
 using Files = std::map<std::string, std::string>;
 
-std::string pageName(int i) {
-    return "p" + std::to_string(i) + ".html";
-}
-std::string moduleName(int i) {
-    return "p" + std::to_string(i) + ".c";
+// File i of the project: "p<i>" with the extension.
+std::string file(int i, const char *extension) {
+    return "p" + std::to_string(i) + extension;
 }
 
-// The module of page i. With stray text between its functions, which a run
-// regenerates away, so that every run that finds it writes it anew.
-std::string module(int i, bool stray) {
-    return kModuleHead + "static char _Vl_HTML_Filename[] = \"" + pageName(i) + "\";\n" +
-           moduleFunction("Forder", "\tint n = " + std::to_string(i) + ";\n", "", "\tn++;\n") +
-           (stray ? "/* stray text */\n" : "") + moduleFunction("Ahome", "", "", "") + "void R_p" +
-           std::to_string(i) + "_html()\n{\n\n}/* Velmora End of Module */\n";
+// Writes the module of each page with stray text between its functions,
+// which a run regenerates away, so that every run that finds it writes it.
+void strayModules(const E2eWorld &w, int pages) {
+    for (int i = 0; i < pages; i++)
+        w.write(
+            "proj/" + file(i, ".c"),
+            kModuleHead + "static char _Vl_HTML_Filename[] = \"" + file(i, ".html") + "\";\n" +
+                moduleFunction("Forder", "\tint n = " + std::to_string(i) + ";\n", "", "\tn++;\n") +
+                "/* stray text */\n" + moduleFunction("Ahome", "", "", "") + "void R_p" +
+                std::to_string(i) + "_html()\n{\n\n}/* Velmora End of Module */\n");
 }
 
 // A project of pages of about pageBytes, each with a form and an anchor that
@@ -52,11 +53,11 @@ void generate(const E2eWorld &w, int pages, size_t pageBytes) {
         for (size_t at; (at = page.find("shop_html")) != std::string::npos;)
             page.replace(at, 9, "p" + std::to_string(i) + "_html");
         page.insert(page.size() - 15, std::string(pageBytes, 'x') + "\n");
-        w.write("proj/" + pageName(i), page);
-        w.write("proj/" + moduleName(i), module(i, true));
-        project += moduleName(i) + "\n";
-        pageList += pageName(i) + "\n";
+        w.write("proj/" + file(i, ".html"), page);
+        project += file(i, ".c") + "\n";
+        pageList += file(i, ".html") + "\n";
     }
+    strayModules(w, pages);
     w.write("proj/store.pj", project + "HTML Files :\n" + pageList +
                                  "Project Options :\nProject.Call Read/Write Scripts : False\n");
     for (const char *c : {"a", "b"})
@@ -64,17 +65,11 @@ void generate(const E2eWorld &w, int pages, size_t pageBytes) {
                                              "/cgi-bin\nTest.HTML URL : http://" + c + "/html\n");
 }
 
-void strayModules(const E2eWorld &w, int pages) {
-    for (int i = 0; i < pages; i++)
-        w.write("proj/" + moduleName(i), module(i, true));
-}
-
 Files projectFiles(const E2eWorld &w, int pages) {
     Files files = {{"store.pj", w.read("proj/store.pj")}, {"store.c", w.read("proj/store.c")}};
-    for (int i = 0; i < pages; i++) {
-        files[pageName(i)] = w.read("proj/" + pageName(i));
-        files[moduleName(i)] = w.read("proj/" + moduleName(i));
-    }
+    for (int i = 0; i < pages; i++)
+        for (const char *extension : {".html", ".c"})
+            files[file(i, extension)] = w.read("proj/" + file(i, extension));
     return files;
 }
 
@@ -103,8 +98,6 @@ class Renames {
             inotify_add_watch(fd_, w.path(dir).c_str(), IN_MOVED_TO);
     }
     ~Renames() { close(fd_); }
-    Renames(const Renames &) = delete;
-    Renames &operator=(const Renames &) = delete;
 
     // The renames seen until the run ended or was killed.
     int watch(pid_t pid, int killAfter) {

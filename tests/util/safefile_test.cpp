@@ -13,21 +13,9 @@
 #include <utime.h>
 
 #include <cerrno>
-#include <set>
+#include <iterator>
 
 namespace {
-
-mode_t modeOf(const char *path) {
-    struct stat st;
-    return lstat(path, &st) == 0 ? st.st_mode : 0;
-}
-
-std::set<std::string> entries(const std::string &dir) {
-    std::set<std::string> names;
-    for (const auto &entry : fs::directory_iterator(dir))
-        names.insert(entry.path().filename().string());
-    return names;
-}
 
 TEST(SafeFile, WritesReplaceWholeFilesAndLeaveUnchangedOnesAlone) {
     TempDir dir;
@@ -42,7 +30,8 @@ TEST(SafeFile, WritesReplaceWholeFilesAndLeaveUnchangedOnesAlone) {
     EXPECT_EQ(st.st_mtime, 1000000000);
     EXPECT_EQ(VlWriteFileSafely("a", "new\0bytes", 9), VL_WRITE_DONE);
     EXPECT_EQ(readText("a"), std::string("new\0bytes", 9));
-    EXPECT_EQ(modeOf("a") & 07777, 0640U);
+    ASSERT_EQ(stat("a", &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0640U);
 
     // In pieces: the same rules once the stream ends.
     for (int outcome : {VL_WRITE_DONE, VL_WRITE_SAME}) {
@@ -59,7 +48,7 @@ TEST(SafeFile, WritesReplaceWholeFilesAndLeaveUnchangedOnesAlone) {
     fs::create_symlink("target", "link");
     EXPECT_EQ(VlWriteFileSafely("link", "x", 1), VL_WRITE_DONE);
     EXPECT_EQ(readText("target"), "precious");
-    EXPECT_TRUE(S_ISREG(modeOf("link")));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status("link")));
 
     // Where fopen could not open the file, nothing is made; the run notes it.
     VlResetRunState();
@@ -71,7 +60,7 @@ TEST(SafeFile, WritesReplaceWholeFilesAndLeaveUnchangedOnesAlone) {
     EXPECT_EQ(printed([] { EXPECT_EQ(VlCloseSafely(stdout), VL_WRITE_FAILED); }),
               "Could not write (a stream not opened safely): Bad file descriptor\n");
     // No temporary file is left behind.
-    EXPECT_EQ(entries(dir.path()), (std::set<std::string>{"a", "b", "d", "link", "target"}));
+    EXPECT_EQ(std::distance(fs::directory_iterator("."), fs::directory_iterator()), 5);
     VlResetRunState();
 }
 
