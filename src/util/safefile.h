@@ -14,15 +14,17 @@
 extern "C" {
 #endif
 
-/* Outcomes of a safe write. */
-#define VL_WRITE_DONE 0 /* the new content is in place */
-#define VL_WRITE_SAME 1 /* the file already held these bytes: left as it was */
-#define VL_WRITE_NOT_OPENED                                                                        \
-    -1 /* no temporary file could be made beside it (errno says why);                              \
-          nothing printed, the caller says what it could not write */
-#define VL_WRITE_FAILED                                                                            \
-    -2 /* writing, flushing, closing or renaming failed: reported with                             \
-          "Could not write <path>: <reason>\n"; the old file stays */
+/* Outcomes of a safe write. VL_WRITE_NOT_OPENED: no temporary file could be
+ * made beside the file, or the file could not have been opened for writing
+ * either (errno says why); nothing is printed, the caller says what it could
+ * not write. VL_WRITE_FAILED: writing, flushing, closing or renaming failed,
+ * reported with "Could not write <path>: <reason>\n"; the old file stays. */
+enum {
+    VL_WRITE_DONE = 0, /* the new content is in place */
+    VL_WRITE_SAME = 1, /* the file already held these bytes: left as it was */
+    VL_WRITE_NOT_OPENED = -1,
+    VL_WRITE_FAILED = -2
+};
 
 /* Replaces the file at path with size bytes of data: through a temporary
  * file in the same directory and rename, keeping the old file's permission
