@@ -47,8 +47,8 @@ std::string FromStart(const std::string &startDir, const char *path) {
 // Without its keyword file the distribution would have the keyword anchors
 // of every page read as plain text and their functions dropped from the
 // modules: the run stops before it reads anything.
-bool KeywordFileReadable() {
-    const std::string path = std::string(std::getenv("VELMORA")) + "/config/VlKeyWds.ini";
+bool KeywordFileReadable(const char *distribution) {
+    const std::string path = std::string(distribution) + "/config/VlKeyWds.ini";
     const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     struct stat st;
     const char *why = nullptr;
@@ -116,13 +116,14 @@ int main(int argc, char **argv) {
     }
     VlCatOpen();
     VlReadKeyWords();
-    if (!std::getenv("VELMORA")) {
+    const char *distribution = std::getenv("VELMORA");
+    if (!distribution) {
         std::printf("VELMORA environment variable must be set to run Velmora\n");
         std::free(config);
         std::exit(1);
     }
     // One run at a time on a project; a second one ends at once.
-    if (!KeywordFileReadable() || VlLockProject(projectPath) != 1) {
+    if (!KeywordFileReadable(distribution) || VlLockProject(projectPath) != 1) {
         std::free(config);
         return 1;
     }
