@@ -159,8 +159,8 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
 
 int VlHtmlSave(VlHtmlDoc *doc) {
     if (!HasName(doc)) return 1;
-    // A working copy that could not take the changes holds only some of
-    // them: the page keeps its old text instead.
+    // When the working copy could not take the changes, the page keeps its
+    // old text too.
     if (VlHtmlBackup(doc) != 0) return 1;
     VlCharPtr file(VlGetBackupFileName(doc->name));
     VlCharPtr text(VlReadFile(file.get()));

@@ -226,7 +226,9 @@ int VlCloseSafely(FILE *stream) {
     streams.erase(found);
     const char *path = pending.path.c_str();
     // A full disk shows up at the flush at the latest.
-    int error = std::fflush(stream) == 0 && !std::ferror(stream) ? 0 : errno ? errno : EIO;
+    errno = 0;
+    int error = 0;
+    if (std::fflush(stream) != 0 || std::ferror(stream)) error = errno != 0 ? errno : EIO;
     const int fd = fileno(stream);
     const off_t size = lseek(fd, 0, SEEK_END);
     if (error == 0 && size < 0) error = errno;

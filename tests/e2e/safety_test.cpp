@@ -71,7 +71,8 @@ TEST(Safety, EnvironmentFailuresWriteNothing) {
                          "Done Writing Project\nFinished\n");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(w.project(), before);
-    fs::permissions(w.path("proj"), fs::perms::owner_write, fs::perm_options::add);
+    for (const char *dir : {"proj", "proj/in_use", "proj/velmoraBackstore"})
+        fs::permissions(w.path(dir), fs::perms::owner_write, fs::perm_options::add);
 }
 
 TEST(Safety, NothingOutsideTheProjectIsReadOrWritten) {
