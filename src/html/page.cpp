@@ -5,8 +5,11 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <string>
 
 #include "html/keywords.h"
@@ -17,6 +20,8 @@
 #include "util/heap.hpp"
 #include "util/messages.h"
 #include "util/process.h"
+#include "util/runstate.h"
+#include "util/safefile.h"
 
 namespace {
 
@@ -24,7 +29,7 @@ constexpr const char *kBackupDir = "in_use";
 
 // Runs a distribution script on a page and waits; its status does not matter.
 void RunPageScript(const char *script, const char *page) {
-    VlCharPtr quoted(VlShellQuote(page));
+    VlCharPtr quoted(VlShellQuoteName(page));
     std::string command = std::string(script) + quoted.get();
     fflush(stdout);
     fflush(stderr);
@@ -35,13 +40,43 @@ bool HasName(const VlHtmlDoc *doc) {
     return doc && doc->name && *doc->name;
 }
 
-// One markup pass from text into the named file; false when it cannot be opened.
-bool RunPass(VlHtmlDoc *doc, const char *text, const char *file, int pass) {
-    FILE *out = VlGetBackupFile(file);
+// The text after one markup pass; false when no memory was left for it.
+bool RunPass(VlHtmlDoc *doc, std::string &text, int pass) {
+    char *marked = nullptr;
+    size_t size = 0;
+    FILE *out = open_memstream(&marked, &size);
     if (!out) return false;
-    VlMarkupHtmlDesignTimeForms(doc, text, out, pass);
-    fclose(out);
-    return true;
+    VlMarkupHtmlDesignTimeForms(doc, text.c_str(), out, pass);
+    const bool whole = fclose(out) == 0;
+    if (whole) text.assign(marked, size);
+    free(marked);
+    return whole;
+}
+
+// The working copy of a page as it was read. When it cannot be made, the
+// page would drop out of the project: that is said, with the reason, and the
+// run writes nothing back.
+bool MakeWorkingCopy(const char *file, const char *text) {
+    // A page in a subdirectory has its working copy in the same
+    // subdirectory of in_use; a failure here shows up at the write.
+    const std::filesystem::path dir = std::filesystem::path(file).parent_path();
+    std::error_code ec;
+    if (dir != kBackupDir) std::filesystem::create_directories(dir, ec);
+    std::string why;
+    if (!VlPathInsideWorkingDir(file)) {
+        why = std::string(": ") + file + " lies outside the project directory\n";
+    } else {
+        const int written = VlWriteFileSafely(file, text, strlen(text));
+        if (written >= 0) return true;
+        // A failure after the file was opened has been reported with its reason.
+        why = written == VL_WRITE_NOT_OPENED
+                  ? std::string(": ") + file + ": " + strerror(errno) + "\n"
+                  : std::string("\n");
+    }
+    VlPrintError("Error making backup. Probably directory write permissions");
+    VlPrintError(why.c_str());
+    VlRefuseWrites();
+    return false;
 }
 
 } // namespace
@@ -65,7 +100,7 @@ char *VlGetBackupFileName(const char *pageName) {
 
 FILE *VlGetBackupFile(const char *fileName) {
     if (!fileName) return nullptr;
-    return fopen(fileName, "w");
+    return VlOpenSafely(fileName);
 }
 
 time_t VlGetFileModTime(const char *fileName) {
@@ -78,20 +113,16 @@ VlHtmlDoc *VlHtmlNewFromFile(const char *pageName) {
     if (!pageName) return nullptr;
     if (VlProjCallReadWriteScripts()) RunPageScript("vlreadhtml.sh ", pageName);
     time_t modTime = 0;
-    VlCharPtr text(VlReadFileAndMod(pageName, &modTime));
+    VlCharPtr text(VlReadFileWhole(pageName, &modTime));
     if (!text) return nullptr;
     VlCharPtr backup(VlGetBackupFileName(pageName));
     VlHtmlDoc *doc = VlReadHtmlDesignTime(text.get());
     doc->modTime = modTime;
     VlHtmlSetName(doc, pageName);
-    FILE *out = VlGetBackupFile(backup.get());
-    if (!out) {
-        VlPrintError("Error making backup. Probably directory write permissions");
+    if (!MakeWorkingCopy(backup.get(), text.get())) {
         VlHtmlDelete(doc);
         return nullptr;
     }
-    fputs(text.get(), out);
-    fclose(out);
     VlHtmlMarkOrigNames(doc);
     return doc;
 }
@@ -106,16 +137,17 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     if (!text) return 1;
 
     // Each pass reads what the previous one left: anchors, keywords, forms.
-    if (doc->anchorsChanged) {
-        if (!RunPass(doc, text.get(), file.get(), 1)) return 1;
-        if (VlAnyKeys()) {
-            VlCharPtr marked(VlReadFile(file.get()));
-            if (!marked || !RunPass(doc, marked.get(), file.get(), 2)) return 1;
-        }
-        if (doc->formsChanged) text.reset(VlReadFile(file.get()));
-    }
-    if (doc->formsChanged) {
-        if (!text || !RunPass(doc, text.get(), file.get(), 0)) return 1;
+    // The passes follow one another in memory and the working copy takes
+    // their result in one write, so it never holds some of the changes only.
+    std::string marked = text.get();
+    const bool anchors = doc->anchorsChanged != 0;
+    if (anchors && !RunPass(doc, marked, 1)) return 1;
+    if (anchors && VlAnyKeys() && !RunPass(doc, marked, 2)) return 1;
+    if (doc->formsChanged && !RunPass(doc, marked, 0)) return 1;
+    if (anchors || doc->formsChanged) {
+        const int written = VlWriteFileSafely(file.get(), marked.data(), marked.size());
+        if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(file.get(), errno);
+        if (written < 0) return 1;
     }
     // Site names are not written into pages; with only sites changed the
     // working copy keeps its text instead of being emptied.
@@ -127,14 +159,16 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
 
 int VlHtmlSave(VlHtmlDoc *doc) {
     if (!HasName(doc)) return 1;
-    VlHtmlBackup(doc);
+    // When the working copy could not take the changes, the page keeps its
+    // old text too.
+    if (VlHtmlBackup(doc) != 0) return 1;
     VlCharPtr file(VlGetBackupFileName(doc->name));
     VlCharPtr text(VlReadFile(file.get()));
     if (!text) return 1;
-    FILE *out = VlGetBackupFile(doc->name);
-    if (!out) return 1;
-    fprintf(out, "%s", text.get());
-    fclose(out);
+    // A page whose bytes would not change is left as it is on disk.
+    const int written = VlWriteFileSafely(doc->name, text.get(), strlen(text.get()));
+    if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(doc->name, errno);
+    if (written < 0) return 1;
     if (VlProjCallReadWriteScripts()) RunPageScript("vlwritehtml.sh ", doc->name);
     doc->changed = 0;
     doc->modTime = VlGetFileModTime(doc->name);
