@@ -1,9 +1,10 @@
 // Hostile inputs at two sizes, the second ten times the first, so that a cost
 // that is not linear in the input shows as a time ratio far above 10: a huge
 // page, a page of forms that never close, a module of very many functions, a
-// project of very many pages, a map file with a very long line. (Map files of
-// 1,000 and 10,000 binds are timed in bench_maps.) Each case runs a fixed
-// number of iterations and compares the two sizes' times in its label.
+// project of very many pages, a map file with a very long line, a
+// configuration of very many lines merged into as many project options. (Map
+// files of 1,000 and 10,000 binds are timed in bench_maps.) Each case runs a
+// fixed number of iterations and compares the two sizes' times in its label.
 #include "velmora.h"
 
 #include <benchmark/benchmark.h>
@@ -40,7 +41,8 @@ struct Scratch {
         // A current project that says no to the scripts, so that reading a
         // project runs none.
         VlProjNewEmpty();
-        VlProjSetOptions(VlAppendOption(nullptr, strdup("Project.Call Read/Write Scripts : False")));
+        VlProjSetOptions(
+            VlAppendOption(nullptr, strdup("Project.Call Read/Write Scripts : False")));
     }
     ~Scratch() {
         VlProjDelete();
@@ -166,12 +168,12 @@ void BM_ManyPages(benchmark::State &state) {
         scratch.write(p + ".html", "<html>\n<FORM ACTION=\"/x\" METHOD=\"post\">\n<INPUT "
                                    "TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"f__F" +
                                        p + "_html\">\n</FORM>\n");
-        scratch.write(p + ".c", "/* Velmora Module File V1.0B */\nstatic char _Vl_HTML_Filename[] = \"" +
-                                    p +
-                                    ".html\";\n/*Velmora Start of Function */\nstatic void Ff ()\n"
-                                    "/* start of initial code */\n{\n/* start of func Code */\n"
-                                    "/* end of func code */\n/* start of final code */\n"
-                                    "}/* end of final code */\n");
+        scratch.write(p + ".c",
+                      "/* Velmora Module File V1.0B */\nstatic char _Vl_HTML_Filename[] = \"" + p +
+                          ".html\";\n/*Velmora Start of Function */\nstatic void Ff ()\n"
+                          "/* start of initial code */\n{\n/* start of func Code */\n"
+                          "/* end of func code */\n/* start of final code */\n"
+                          "}/* end of final code */\n");
     }
     const std::string path = scratch.dir + "/many.pj";
     Timed(state, "pages", [&] {
@@ -212,6 +214,31 @@ void BM_MapLongLine(benchmark::State &state) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * size));
 }
 BENCHMARK(BM_MapLongLine)->Arg(100)->Arg(1000)->Iterations(3)->Unit(benchmark::kMillisecond);
+
+// A configuration of n lines merged into a project of n options, as the
+// driver does: every other line replaces a project option in place, the
+// others are new and go at the end.
+void BM_ConfigurationLines(benchmark::State &state) {
+    const int n = static_cast<int>(state.range(0));
+    std::string project, configuration;
+    for (int i = 0; i < n; i++) {
+        project += "Project.Option " + std::to_string(i) + " : old\n";
+        configuration += "Project.Option " + std::to_string(i * 2) + " : new\n";
+    }
+    SutList *lines = VlOptionGetFromString(configuration.c_str());
+    Timed(state, "configuration", [&] {
+        SutList *options = VlOptionGetFromString(project.c_str());
+        benchmark::DoNotOptimize(VlMergeOptionLines(options, lines));
+        SutDestroyList(options);
+    });
+    SutDestroyList(lines);
+    state.SetItemsProcessed(state.iterations() * n);
+}
+BENCHMARK(BM_ConfigurationLines)
+    ->Arg(8000)
+    ->Arg(80000)
+    ->Iterations(3)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

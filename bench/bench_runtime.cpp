@@ -4,6 +4,9 @@
 //   distribution) run as a CGI process, fork+exec per request as a web server
 //   does, interleaved with as many runs of /bin/true (the cost of any
 //   process); counters give both rates and their ratio.
+// - LibpqLinkedVsProcessFloor: the same program linked with libpq as well
+//   (as if the runtime linked it instead of opening it on demand), which
+//   makes it load libpq and the libraries libpq needs at every start.
 // - InProcessSearch: the same request answered inside this process (input,
 //   dispatch, SQLite query, page fill, output to /dev/null): the runtime's
 //   own cost per request.
@@ -18,7 +21,7 @@
 #include <string>
 #include <vector>
 
-extern "C" int vlShopMain(int argc, char **argv);
+extern "C" int VlShopMain(int argc, char **argv);
 
 namespace fs = std::filesystem;
 
@@ -32,6 +35,7 @@ struct ShopSite {
     std::string dir;
     std::string program;
     bool ready = false;
+    bool libpqLinked = false; // cgi-bin/shop-libpq.cgi was built
 
     ShopSite() {
         std::string pattern = (fs::temp_directory_path() / "vlbenchXXXXXX").string();
@@ -52,6 +56,10 @@ struct ShopSite {
                             stage + "/bin/vlsql ../cgi-bin/shop.db " + example + "/shop.sql";
         ready = std::system(build.c_str()) == 0;
         program = dir + "/cgi-bin/shop.cgi";
+        std::string linked = "cd " + dir + "/build && " + cc + " -L" + stage +
+                             "/lib -o ../cgi-bin/shop-libpq.cgi shop.o catalog.o order.o -lvlrun "
+                             "-Wl,--no-as-needed -lpq";
+        libpqLinked = ready && std::system(linked.c_str()) == 0;
     }
     ~ShopSite() {
         std::error_code ec;
@@ -59,13 +67,13 @@ struct ShopSite {
     }
 };
 
-ShopSite &site() {
+ShopSite &Site() {
     static ShopSite s;
     return s;
 }
 
 // Runs the program with the environment, output to /dev/null; seconds taken.
-double spawn(const std::string &program, std::vector<std::string> env) {
+double Spawn(const std::string &program, std::vector<std::string> env) {
     std::vector<char *> envp;
     for (std::string &e : env)
         envp.push_back(e.data());
@@ -88,35 +96,46 @@ double spawn(const std::string &program, std::vector<std::string> env) {
     return taken.count();
 }
 
-void CgiSearchVsProcessFloor(benchmark::State &state) {
-    if (!site().ready) return state.SkipWithError("building shop.cgi failed");
+// Runs program and /bin/true alternately, as CGI processes.
+void VersusProcessFloor(benchmark::State &state, const std::string &program) {
     const std::vector<std::string> env = {"REQUEST_METHOD=GET", kQuery,
                                           "SCRIPT_NAME=/cgi-bin/shop.cgi", "PATH=/usr/bin:/bin"};
     double cgi = 0, floor = 0;
     for (auto _ : state) {
-        cgi += spawn(site().program, env);
-        floor += spawn("/bin/true", env);
+        cgi += Spawn(program, env);
+        floor += Spawn("/bin/true", env);
     }
     double n = static_cast<double>(state.iterations());
     state.counters["cgi_per_s"] = n / cgi;
     state.counters["true_per_s"] = n / floor;
     state.counters["ratio"] = cgi / floor;
 }
+
+void CgiSearchVsProcessFloor(benchmark::State &state) {
+    if (!Site().ready) return state.SkipWithError("building shop.cgi failed");
+    VersusProcessFloor(state, Site().program);
+}
 BENCHMARK(CgiSearchVsProcessFloor)->Unit(benchmark::kMillisecond)->MinTime(3);
 
+void LibpqLinkedVsProcessFloor(benchmark::State &state) {
+    if (!Site().libpqLinked) return state.SkipWithError("linking shop-libpq.cgi failed");
+    VersusProcessFloor(state, Site().dir + "/cgi-bin/shop-libpq.cgi");
+}
+BENCHMARK(LibpqLinkedVsProcessFloor)->Unit(benchmark::kMillisecond)->MinTime(3);
+
 void InProcessSearch(benchmark::State &state) {
-    if (!site().ready) return state.SkipWithError("building shop.cgi failed");
+    if (!Site().ready) return state.SkipWithError("building shop.cgi failed");
     setenv("REQUEST_METHOD", "GET", 1);
     setenv("QUERY_STRING", kQuery + 13, 1);
     setenv("SCRIPT_NAME", "/cgi-bin/shop.cgi", 1);
-    std::string argv0 = site().program;
+    std::string argv0 = Site().program;
     char *argv[] = {argv0.data(), nullptr};
     std::fflush(stdout);
     int savedOut = dup(1), savedErr = dup(2), null = open("/dev/null", O_WRONLY);
     dup2(null, 1);
     dup2(null, 2);
     for (auto _ : state)
-        benchmark::DoNotOptimize(vlShopMain(1, argv));
+        benchmark::DoNotOptimize(VlShopMain(1, argv));
     std::fflush(stdout);
     std::fflush(stderr);
     dup2(savedOut, 1);

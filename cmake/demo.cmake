@@ -38,11 +38,12 @@ if(NOT EXISTS ${DEMO_DIR}/cgi-bin/shop.cgi)
 endif()
 
 # The example is the engine's own output, so nothing but the working copies
-# (in_use/), the backup (velmoraBack*/) and what the build made should differ.
+# (in_use/), the backup (velmoraBack*/), the run's lock file and what the
+# build made should differ.
 find_program(DIFF diff)
 if(DIFF)
   execute_process(
-    COMMAND ${DIFF} -r -x in_use -x "velmoraBack*" -x "*.o" -x shop.cgi ${example} ${project}
+    COMMAND ${DIFF} -r -x in_use -x "velmoraBack*" -x "*.lock" -x "*.o" -x shop.cgi ${example} ${project}
     RESULT_VARIABLE same OUTPUT_VARIABLE changes)
   if(same EQUAL 0)
     message(STATUS "The run changed no file of the example (backup in ${project}/velmoraBackshop)")

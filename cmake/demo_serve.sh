@@ -42,7 +42,8 @@ server.errorlog = "$log"
 server.breakagelog = "$demo/cgi-stderr.log"
 alias.url = ( "/cgi-bin/" => "$demo/cgi-bin/" )
 cgi.assign = ( ".cgi" => "" )
-mimetype.assign = ( ".html" => "text/html", ".svg" => "image/svg+xml" )
+\$HTTP["url"] =~ "^/cgi-bin/" { static-file.exclude-extensions = ( "" ) }
+mimetype.assign = ( ".html" => "text/html; charset=utf-8", ".svg" => "image/svg+xml" )
 CONF
     "$lighttpd" -D -f "$conf" &
     pid=$!

@@ -12,6 +12,8 @@
 #include "util/ident.h"
 #include "util/messages.h"
 #include "util/environment.h"
+#include "util/runstate.h"
+#include "util/safefile.h"
 
 /* Project */
 #include "project/project.h"

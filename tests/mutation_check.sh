@@ -28,7 +28,7 @@ mainmodule-relocatable | out += VlProjRelocatable() ? "\tVlRelocatableProject(1)
 functions-one-activator | if (!module || (form != nullptr) == (anchor != nullptr)) return 0; ==> if (!module || (form != nullptr) != (anchor != nullptr)) return 0;
 module-reader-message | VlPrintError("The anchor "); ==> VlPrintError("The anchor");
 scanner-anchor-text | const char *start = cursor + 2; ==> const char *start = cursor + 3;
-markup-method-blank | o += afterAction ? "METHOD=\"" : " METHOD=\""; ==> o += afterAction ? " METHOD=\"" : "METHOD=\"";
+markup-method-blank | o += " METHOD=\""; ==> o += "METHOD=\"";
 keywords-quote | return EndsInBlank(keyword) || HasUpper(keyword) ? '"' : '\''; ==> return EndsInBlank(keyword) || HasUpper(keyword) ? '\'' : '"';
 refresh-site-kind | SwdUpdateMapDeletedSwidget(site->name, pageName, "S", nullptr); ==> SwdUpdateMapDeletedSwidget(site->name, pageName, "E", nullptr);
 map-sort-stable | if (later->callOrder < earlier->callOrder) std::swap(items[j - 1], items[j]); ==> if (later->callOrder <= earlier->callOrder) std::swap(items[j - 1], items[j]);

@@ -36,7 +36,7 @@ static void Fsearch ()
 		(XtPointer)0x0,
 		NO_QUEUE_FILE);
 	SgeVaSetFrags(pSgeWCD,
-		"select title, printf('%.2f', price) as price from books",
+		"select title, price from catalog",
 		"where title like '%' || :title || '%' order by title",
 		VULL);
 	SgeSetColBind(pSgeWCD, "catalog.html|site1", 1, 1, 60,

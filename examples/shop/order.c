@@ -31,45 +31,8 @@ static void Forder ()
 		NO_QUEUE_FILE);
 	SgeVaSetFrags(pSgeWCD,
 		"insert into orders (customer, title, quantity) values (:customer, :title, :quantity)",
-		VULL);
-	SgeSetArgBnd2(pSgeWCD, 12, 60, "customer", "varchar",
-		VlGetInputValue("customer"));
-	SgeSetArgBnd2(pSgeWCD, 12, 60, "title", "varchar",
-		VlGetInputValue("title"));
-	SgeSetArgBnd2(pSgeWCD, 4, 4, "quantity", "int",
-		VlGetInputValue("quantity"));
-
-	DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);
-
-	/*******************************************************/
-	/********** users final code is inserted here **********/
-	/*******************************************************/
-
-	/*************** END OF VELMORA FINAL CODE  ***************************/
-}
-{
-	pSgeWorkCallData pSgeWCD;
-
-	/********************************************************/
-	/********* users initial code is inserted here **********/
-	/********************************************************/
-
-	pSgeWCD = getSgeWorkCallData(UxWidget,
-		1,
-		"localhost",
-		"shop",
-		"confirm_order", NO_WP);
-
-
-	/* Brennix Bind Name : confirmOrder */
-	SgeSetCallDetail(pSgeWCD, NO_CACHE,
-		(XtPointer)0x0,
-		ROW_INDEX, (XtPointer)0x0,
-		(XtPointer)0x0,
-		NO_QUEUE_FILE);
-	SgeVaSetFrags(pSgeWCD,
-		"select 'Thank you, ' || customer || '. Ordered: ' || quantity || ' x ' || title",
-		"as confirmation from orders where id = last_insert_rowid()",
+		"returning 'Thank you, ' || customer || '. Ordered: ' || quantity || ' x ' || title",
+		"as confirmation",
 		VULL);
 	SgeSetColBind(pSgeWCD, "order.html|site1", 1, 1, 200,
 		(XtPointer)0x0,
@@ -77,6 +40,12 @@ static void Forder ()
 	SgeSetColDetail(pSgeWCD, 12, 0, 0, 1,
 		"varchar",
 		"confirmation");
+	SgeSetArgBnd2(pSgeWCD, 12, 60, "customer", "varchar",
+		VlGetInputValue("customer"));
+	SgeSetArgBnd2(pSgeWCD, 12, 60, "title", "varchar",
+		VlGetInputValue("title"));
+	SgeSetArgBnd2(pSgeWCD, 4, 4, "quantity", "int",
+		VlGetInputValue("quantity"));
 
 	DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);
 

@@ -2,6 +2,7 @@
 -- through the order page, and the SQL of the stored procedures that the
 -- work calls without SQL of their own run. Create it beside the program:
 --   vlsql <CGI path>/shop.db shop.sql
+-- (shop-postgres.sql is the same database on PostgreSQL.)
 CREATE TABLE books (
     id INTEGER PRIMARY KEY,
     title TEXT NOT NULL UNIQUE,
@@ -17,6 +18,10 @@ CREATE TABLE orders (
     placed TEXT NOT NULL DEFAULT CURRENT_TIMESTAMP
 );
 
+-- The pages show prices with two decimals, whichever database serves them.
+CREATE VIEW catalog AS
+    SELECT title, printf('%.2f', price) AS price, special FROM books;
+
 CREATE TABLE vl_procedures (
     name TEXT PRIMARY KEY,
     sql TEXT NOT NULL
@@ -31,5 +36,4 @@ INSERT INTO books (title, price, special) VALUES
     ('Ulysses', 14.5, 0);
 
 INSERT INTO vl_procedures (name, sql) VALUES
-    ('specials', 'select title, printf(''%.2f'', price) as price from books'
-                 || ' where special = 1 order by title');
+    ('specials', 'select title, price from catalog where special = 1 order by title');

@@ -205,23 +205,21 @@ int MarkForms(VlHtmlDoc *doc, const char *text, FILE *out) {
         w.CopyTo(p);
         std::string &o = w.Out();
         bool methodWritten = false, tagEnded = false;
-        // True while the output ends with the blank that closed an ACTION
-        // rewrite: a METHOD inserted right there does not add a second blank,
-        // so that marking a marked page again leaves it as it is.
-        bool afterAction = false;
+        // The texts are written as they stand: right after a rewritten
+        // ACTION, which ends in a blank, an inserted METHOD brings its own
+        // leading blank. The next marking finds the METHOD and leaves one.
         for (const char *q = p; q < end;) {
             if (q == hiddenValue) {
                 o += record->fullName;
                 o += '"';
                 const char *close = quotes.Next(q);
                 q = close && close < end ? close + 1 : end;
-                afterAction = false;
                 continue;
             }
             if (*q == '>' && !tagEnded) {
                 tagEnded = true;
                 if (!methodWritten && record->method) {
-                    o += afterAction ? "METHOD=\"" : " METHOD=\"";
+                    o += " METHOD=\"";
                     o += record->method;
                     o += "\" ";
                 }
@@ -232,13 +230,11 @@ int MarkForms(VlHtmlDoc *doc, const char *text, FILE *out) {
                     o += Str(isAction ? record->action : record->method);
                     o += "\" ";
                     if (!isAction) methodWritten = true;
-                    afterAction = isAction;
                     q = SkipBlanks(close + 1, end);
                     continue;
                 }
             }
             o += *q++;
-            afterAction = false;
         }
         if (!hidden) {
             o += kHiddenInput;

@@ -13,10 +13,18 @@
 #include "util/list.h"
 #include "util/messages.h"
 #include "util/options.h"
+#include "util/runstate.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 namespace {
@@ -34,6 +42,31 @@ const char *ArgAt(int argc, char **argv, int i) {
 std::string FromStart(const std::string &startDir, const char *path) {
     if (!*path || path[0] == '/' || startDir.empty()) return path;
     return startDir + "/" + path;
+}
+
+// Without its keyword file the distribution would have the keyword anchors
+// of every page read as plain text and their functions dropped from the
+// modules: the run stops before it reads anything.
+bool KeywordFileReadable(const char *distribution) {
+    const std::string path = std::string(distribution) + "/config/VlKeyWds.ini";
+    const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat st;
+    const char *why = nullptr;
+    if (fd < 0)
+        why = std::strerror(errno);
+    else if (fstat(fd, &st) != 0 || !S_ISREG(st.st_mode))
+        why = "not a regular file";
+    if (fd >= 0) close(fd);
+    if (!why) return true;
+    std::printf("Could not read the keyword file %s: %s\n", path.c_str(), why);
+    return false;
+}
+
+// Said when the project cannot be written back whole; the reason was printed
+// where it was found.
+int NothingWritten() {
+    std::printf("Nothing was written: the project could not be read whole.\n");
+    return 1;
 }
 
 } // namespace
@@ -83,10 +116,16 @@ int main(int argc, char **argv) {
     }
     VlCatOpen();
     VlReadKeyWords();
-    if (!std::getenv("VELMORA")) {
+    const char *distribution = std::getenv("VELMORA");
+    if (!distribution) {
         std::printf("VELMORA environment variable must be set to run Velmora\n");
         std::free(config);
         std::exit(1);
+    }
+    // One run at a time on a project; a second one ends at once.
+    if (!KeywordFileReadable(distribution) || VlLockProject(projectPath) != 1) {
+        std::free(config);
+        return 1;
     }
 
     VlCharPtr startDir(VlGetCurrentDir());
@@ -94,6 +133,10 @@ int main(int argc, char **argv) {
     const std::string configFile = FromStart(startDir.get(), config);
 
     VlProjNew(projectPath, 0);
+    if (VlWritesRefused()) {
+        std::free(config);
+        return NothingWritten();
+    }
     SutList *options = VlProjGetOptions();
     if (!options) {
         std::printf("Internal Error. could not read project options\n");
@@ -101,13 +144,14 @@ int main(int argc, char **argv) {
         return 1;
     }
 
-    // A missing configuration file (also the empty default) is only a warning.
+    // A missing configuration file (also the empty default) is only a warning;
+    // one that cannot be read whole (or holds a NUL byte) has been reported.
     SutList *lines = nullptr;
     if (!VlFileExists(configFile.c_str())) {
         std::printf("Warning : Could not open configuration file %s\n", config);
         lines = SutNewList();
-    } else {
-        lines = VlOptionGetFromFile(configFile.c_str());
+    } else if (VlCharPtr text{VlReadFileWhole(configFile.c_str(), nullptr)}) {
+        lines = VlOptionGetFromString(text.get());
     }
     if (!lines) {
         std::printf("Could not open configuration file %s\n", config);
@@ -116,17 +160,12 @@ int main(int argc, char **argv) {
     }
     // Each line replaces the project's option of the same name where it
     // stands, or is added after all others.
-    for (int i = 0; i < SutSizList(lines); i++) {
-        char *copy = VlCopyString(static_cast<const char *>(SutGetNList(lines, i)));
-        options = VlAppendOption(options, copy);
-        // A line without a colon is not taken; nothing keeps the copy then.
-        if (SutGetPosFromItem(options, copy) < 0) std::free(copy);
-    }
+    VlMergeOptionLines(options, lines);
     // Nothing reads the lines again; releasing them keeps leak checkers quiet.
     SutDestroyList(lines);
 
     // Failures of the steps below are reported by the steps themselves; the
-    // run still ends normally.
+    // run goes on, and ends with status 1 when a file could not be written.
     VlProjSetName(project.c_str());
     std::printf("%s\n", "Done Reading Project.");
     VlProjWrite(1);
@@ -134,5 +173,5 @@ int main(int argc, char **argv) {
     VlProjRunInstall();
     std::printf("Finished\n");
     std::free(config);
-    return 0;
+    return VlAnyWriteFailed() ? 1 : 0;
 }

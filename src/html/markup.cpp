@@ -218,10 +218,9 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
         w.CopyTo(p);
         std::string &o = w.Out();
         bool methodWritten = false, tagEnded = false;
-        // True while the output ends with the blank that closed an ACTION
-        // rewrite: a METHOD inserted right there does not add a second blank,
-        // so that marking a marked page again leaves it as it is.
-        bool afterAction = false;
+        // The texts are written as they stand: right after a rewritten
+        // ACTION, which ends in a blank, an inserted METHOD brings its own
+        // leading blank. The next marking finds the METHOD and leaves one.
         // Where a rewrite can begin: the tag's ">" (until it is met), ACTION
         // and METHOD.
         using TagWords = Words<'>', '\0', 'a', 'c', 'm', 'e'>;
@@ -237,7 +236,6 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
             if (hiddenValue && hiddenValue >= q && hiddenValue < next) next = hiddenValue;
             if (next > q) {
                 o.append(q, static_cast<size_t>(next - q));
-                afterAction = false;
                 q = next;
                 continue;
             }
@@ -246,13 +244,12 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
                 o += '"';
                 const char *close = quotes.Next(q);
                 q = close && close < formEnd ? close + 1 : formEnd;
-                afterAction = false;
                 continue;
             }
             if (*q == '>' && !tagEnded) {
                 tagEnded = true;
                 if (!methodWritten && record->method) {
-                    o += afterAction ? "METHOD=\"" : " METHOD=\"";
+                    o += " METHOD=\"";
                     o += record->method;
                     o += "\" ";
                 }
@@ -263,13 +260,11 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
                     o += Str(isAction ? record->action : record->method);
                     o += "\" ";
                     if (!isAction) methodWritten = true;
-                    afterAction = isAction;
                     q = SkipBlanks(close + 1, formEnd);
                     continue;
                 }
             }
             o += *q++;
-            afterAction = false;
         }
         if (!hidden) {
             o += kHiddenInput;

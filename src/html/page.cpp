@@ -5,10 +5,12 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <string>
-#include <vector>
 
 #include "html/keywords.h"
 #include "html/markup.h"
@@ -19,6 +21,8 @@
 #include "util/heap.hpp"
 #include "util/messages.h"
 #include "util/process.h"
+#include "util/runstate.h"
+#include "util/safefile.h"
 
 namespace {
 
@@ -26,7 +30,7 @@ constexpr const char *kBackupDir = "in_use";
 
 // Runs a distribution script on a page and waits; its status does not matter.
 void RunPageScript(const char *script, const char *page) {
-    VlCharPtr quoted(VlShellQuote(page));
+    VlCharPtr quoted(VlShellQuoteName(page));
     std::string command = std::string(script) + quoted.get();
     fflush(stdout);
     fflush(stderr);
@@ -37,13 +41,37 @@ bool HasName(const VlHtmlDoc *doc) {
     return doc && doc->name && *doc->name;
 }
 
-// One markup pass from text into the named file; false when it cannot be opened.
-bool RunPass(VlHtmlDoc *doc, const char *text, const char *file, int pass) {
-    FILE *out = VlGetBackupFile(file);
-    if (!out) return false;
-    VlMarkupHtmlDesignTimeForms(doc, text, out, pass);
-    fclose(out);
-    return true;
+// The text after one markup pass, which reads what the previous one left.
+void RunPass(VlHtmlDoc *doc, std::string &text, int pass) {
+    std::string marked;
+    vlmarkup::MarkPass(doc, text, pass, marked);
+    text.swap(marked);
+}
+
+// The working copy of a page as it was read. When it cannot be made, the
+// page would drop out of the project: that is said, with the reason, and the
+// run writes nothing back.
+bool MakeWorkingCopy(const char *file, const char *text) {
+    // A page in a subdirectory has its working copy in the same
+    // subdirectory of in_use; a failure here shows up at the write.
+    const std::filesystem::path dir = std::filesystem::path(file).parent_path();
+    std::error_code ec;
+    if (dir != kBackupDir) std::filesystem::create_directories(dir, ec);
+    std::string why;
+    if (!VlPathInsideWorkingDir(file)) {
+        why = std::string(": ") + file + " lies outside the project directory\n";
+    } else {
+        const int written = VlWriteFileSafely(file, text, strlen(text));
+        if (written >= 0) return true;
+        // A failure after the file was opened has been reported with its reason.
+        why = written == VL_WRITE_NOT_OPENED
+                  ? std::string(": ") + file + ": " + strerror(errno) + "\n"
+                  : std::string("\n");
+    }
+    VlPrintError("Error making backup. Probably directory write permissions");
+    VlPrintError(why.c_str());
+    VlRefuseWrites();
+    return false;
 }
 
 } // namespace
@@ -67,7 +95,7 @@ char *VlGetBackupFileName(const char *pageName) {
 
 FILE *VlGetBackupFile(const char *fileName) {
     if (!fileName) return nullptr;
-    return fopen(fileName, "w");
+    return VlOpenSafely(fileName);
 }
 
 time_t VlGetFileModTime(const char *fileName) {
@@ -80,20 +108,16 @@ VlHtmlDoc *VlHtmlNewFromFile(const char *pageName) {
     if (!pageName) return nullptr;
     if (VlProjCallReadWriteScripts()) RunPageScript("vlreadhtml.sh ", pageName);
     time_t modTime = 0;
-    VlCharPtr text(VlReadFileAndMod(pageName, &modTime));
+    VlCharPtr text(VlReadFileWhole(pageName, &modTime));
     if (!text) return nullptr;
     VlCharPtr backup(VlGetBackupFileName(pageName));
     VlHtmlDoc *doc = VlReadHtmlDesignTime(text.get());
     doc->modTime = modTime;
     VlHtmlSetName(doc, pageName);
-    FILE *out = VlGetBackupFile(backup.get());
-    if (!out) {
-        VlPrintError("Error making backup. Probably directory write permissions");
+    if (!MakeWorkingCopy(backup.get(), text.get())) {
         VlHtmlDelete(doc);
         return nullptr;
     }
-    fputs(text.get(), out);
-    fclose(out);
     VlHtmlMarkOrigNames(doc);
     return doc;
 }
@@ -108,21 +132,18 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     if (!text) return 1;
 
     // Each pass reads what the previous one left: anchors, keywords, forms.
-    // The passes chain in memory and the last one writes the working copy,
-    // which then holds what it held when every pass wrote it in turn.
-    std::vector<int> passes;
-    if (doc->anchorsChanged) {
-        passes.push_back(1);
-        if (VlAnyKeys()) passes.push_back(2);
+    // The passes follow one another in memory and the working copy takes
+    // their result in one write, so it never holds some of the changes only.
+    std::string marked = text.get();
+    const bool anchors = doc->anchorsChanged != 0;
+    if (anchors) RunPass(doc, marked, 1);
+    if (anchors && VlAnyKeys()) RunPass(doc, marked, 2);
+    if (doc->formsChanged) RunPass(doc, marked, 0);
+    if (anchors || doc->formsChanged) {
+        const int written = VlWriteFileSafely(file.get(), marked.data(), marked.size());
+        if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(file.get(), errno);
+        if (written < 0) return 1;
     }
-    if (doc->formsChanged) passes.push_back(0);
-    std::string current = text.get();
-    for (size_t i = 0; i + 1 < passes.size(); i++) {
-        std::string marked;
-        vlmarkup::MarkPass(doc, current, passes[i], marked);
-        current.swap(marked);
-    }
-    if (!passes.empty() && !RunPass(doc, current.c_str(), file.get(), passes.back())) return 1;
     // Site names are not written into pages; with only sites changed the
     // working copy keeps its text instead of being emptied.
     doc->sitesChanged = 0;
@@ -133,14 +154,16 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
 
 int VlHtmlSave(VlHtmlDoc *doc) {
     if (!HasName(doc)) return 1;
-    VlHtmlBackup(doc);
+    // When the working copy could not take the changes, the page keeps its
+    // old text too.
+    if (VlHtmlBackup(doc) != 0) return 1;
     VlCharPtr file(VlGetBackupFileName(doc->name));
     VlCharPtr text(VlReadFile(file.get()));
     if (!text) return 1;
-    FILE *out = VlGetBackupFile(doc->name);
-    if (!out) return 1;
-    fprintf(out, "%s", text.get());
-    fclose(out);
+    // A page whose bytes would not change is left as it is on disk.
+    const int written = VlWriteFileSafely(doc->name, text.get(), strlen(text.get()));
+    if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(doc->name, errno);
+    if (written < 0) return 1;
     if (VlProjCallReadWriteScripts()) RunPageScript("vlwritehtml.sh ", doc->name);
     doc->changed = 0;
     doc->modTime = VlGetFileModTime(doc->name);

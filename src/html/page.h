@@ -15,7 +15,8 @@ extern "C" {
 int VlHtmlMakeBackupDir(void);
 /* "in_use/<page>.vlm" as a new string (in_use created when needed); null for null. */
 char *VlGetBackupFileName(const char *pageName);
-/* The named file opened for writing ("w", truncating), or null. */
+/* A stream that writes the named file whole (VlOpenSafely), or null; it is
+ * ended with VlCloseSafely. */
 FILE *VlGetBackupFile(const char *fileName);
 /* Modification time of a regular file; -1 for null, a missing file or another kind. */
 time_t VlGetFileModTime(const char *fileName);

@@ -19,6 +19,7 @@
 #include "util/heap.hpp"
 #include "util/messages.h"
 #include "util/process.h"
+#include "util/safefile.h"
 
 namespace {
 
@@ -451,15 +452,14 @@ int SpmWriteMapFile(SpmMap *map, const char *path) {
         fputs(NoWritePathText(), stderr);
         return -1;
     }
-    FILE *fp = fopen(path, "w");
+    FILE *fp = VlOpenSafely(path);
     if (!fp) {
         fputs("GCatb(32,0)", stderr);
         return -1;
     }
     // A bind without a name ends the file early; what was written stays.
     SpmWriteMap(fp, map);
-    fclose(fp);
-    return 0;
+    return VlCloseSafely(fp) >= 0 ? 0 : -1;
 }
 
 int SpmExtraDot(const char *line, const char *prefix) {
@@ -520,7 +520,7 @@ int SpmProjectReadMap(const char *projectPath) {
     int result = SpmReadMapFile(&map, mapPath.c_str());
     if (result == 0) {
         // A map that was read does not stay in place: it is kept as ".BAK".
-        char *quoted = VlShellQuote(mapPath.c_str());
+        char *quoted = VlShellQuoteName(mapPath.c_str());
         std::string command = std::string("mv ") + quoted + " " + quoted + ".BAK";
         free(quoted);
         fflush(stdout);

@@ -149,7 +149,7 @@ int VlModuleChanged(VlModule *module) {
 }
 
 int VlRunFileScript(const char *script, const char *fileName) {
-    VlCharPtr quoted(VlShellQuote(fileName));
+    VlCharPtr quoted(VlShellQuoteName(fileName));
     VlCharPtr command(VlStrMCat(script, quoted.get(), (const char *)nullptr));
     fflush(stdout);
     fflush(stderr);

@@ -20,6 +20,7 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/messages.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 namespace {
@@ -221,7 +222,9 @@ VlModule *VlModuleNewFromFile(const char *fileName) {
     }
     if (VlProjCallReadWriteScripts()) VlRunFileScript("vlreadmodule.sh ", fileName);
 
-    VlCharPtr text(VlReadFile(fileName));
+    // A module that exists but cannot be read whole has been reported and
+    // stops the run's writing; a missing one is only this message.
+    VlCharPtr text(VlReadFileWhole(fileName, nullptr));
     if (!text) {
         VlPrintError(VlCatGets(10, 2, "Could not read file in VlModuleNewFromFile"));
         VlPrintError("<");
@@ -293,7 +296,7 @@ SutList *VlParseFileToFragments(const char *fileName, const char *separator) {
 }
 
 int VlWriteFragmentsToFile(SutList *fragments, const char *fileName, const char *separator) {
-    FILE *file = (fragments && fileName && separator) ? fopen(fileName, "w") : nullptr;
+    FILE *file = (fragments && fileName && separator) ? VlOpenSafely(fileName) : nullptr;
     if (!file) {
         VlPrintError(VlCatGets(10, 4, "Could not write file in VlWriteFragmentsToFile "));
         VlPrintError(fileName ? fileName : "");
@@ -305,7 +308,7 @@ int VlWriteFragmentsToFile(SutList *fragments, const char *fileName, const char 
         const char *fragment = static_cast<const char *>(SutGetNList(fragments, i));
         if (fragment) fputs(fragment, file);
     }
-    return fclose(file) == 0 ? 1 : 0;
+    return VlCloseSafely(file) >= 0 ? 1 : 0;
 }
 
 } // extern "C"

@@ -6,6 +6,7 @@
 
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
 #include <memory>
 #include <string>
@@ -15,14 +16,20 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/messages.h"
+#include "util/safefile.h"
 
 namespace {
 
-/* Appends the text with DOS line ends made Unix ones; null appends nothing. */
+/* Appends the text with DOS line ends made Unix ones (every carriage return
+ * dropped, as VlDosToUnix does, without a copy); null appends nothing. */
 void AppendUnix(std::string &out, const char *text) {
     if (!text) return;
-    VlCharPtr unix(VlDosToUnix(text));
-    out += unix.get();
+    for (const char *run = text;;) {
+        const size_t n = strcspn(run, "\r");
+        out.append(run, n);
+        if (!run[n]) return;
+        run += n + 1;
+    }
 }
 
 void AppendOwned(std::string &out, char *text) {
@@ -109,22 +116,16 @@ int VlModuleWrite(VlModule *module, const char *fileName, int force) {
     if (!module || !fileName) return 0;
     if (module->saved && !force) return 1;
 
-    FILE *file = fopen(fileName, "w");
-    if (!file) {
-        VlPrintError(VlCatGets(10, 4, "Could not write file in VlModuleWrite "));
-        VlPrintError(fileName);
-        VlPrintError("\n");
-        return 0;
-    }
     const std::string text = ModuleText(module, fileName);
-    const bool written = fwrite(text.data(), 1, text.size(), file) == text.size();
-    if (fclose(file) != 0 || !written) {
-        // A full disk: say so and keep the module marked unsaved.
+    // A module whose bytes would not change is left as it is on disk.
+    const int written = VlWriteFileSafely(fileName, text.data(), text.size());
+    if (written == VL_WRITE_NOT_OPENED) {
         VlPrintError(VlCatGets(10, 4, "Could not write file in VlModuleWrite "));
         VlPrintError(fileName);
         VlPrintError("\n");
-        return 0;
     }
+    // A failed write keeps the module marked unsaved.
+    if (written < 0) return 0;
     module->saved = 1;
     if (VlProjCallReadWriteScripts()) VlRunFileScript("vlwritemodule.sh ", fileName);
     return 1;

@@ -10,6 +10,7 @@
 #include "project/project.h"
 #include "util/heap.hpp"
 #include "util/messages.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 SutList *theConfigOptions = nullptr;
@@ -87,7 +88,7 @@ int VlProjWriteConfigFile(void) {
         VlPrintError(" is defined.\n");
         return 0;
     }
-    FILE *fp = std::fopen(name.get(), "w");
+    FILE *fp = VlOpenSafely(name.get());
     if (!fp) {
         VlPrintError("Could open file for write ");
         VlPrintError(name.get());
@@ -95,8 +96,7 @@ int VlProjWriteConfigFile(void) {
         return 0;
     }
     VlProjWriteConfigFileLL(fp, mode);
-    std::fclose(fp);
-    return 1;
+    return VlCloseSafely(fp) >= 0 ? 1 : 0;
 }
 
 } // extern "C"

@@ -21,6 +21,7 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/messages.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 namespace {
@@ -163,7 +164,9 @@ VlMainModule *VlMainModuleNew(void) {
 }
 
 int VlMainModuleRead(const char *fileName) {
-    VlCharPtr text(VlReadFile(fileName));
+    // A main module that exists but cannot be read whole has been reported
+    // and stops the run's writing: its user regions would be lost.
+    VlCharPtr text(VlReadFileWhole(fileName, nullptr));
     if (!text) {
         VlPrintError("Could not read file in VlMainModuleRead:");
         VlPrintError(fileName);
@@ -206,7 +209,7 @@ int VlMainModuleWrite(const char *fileName) {
         VlPrintError("\n");
         return 0;
     }
-    FILE *fp = fileName ? fopen(fileName, "w") : nullptr;
+    FILE *fp = fileName ? VlOpenSafely(fileName) : nullptr;
     if (!fp) {
         VlPrintError("Could not write file in VlMainModuleWrite :");
         VlPrintError(fileName);
@@ -233,8 +236,7 @@ int VlMainModuleWrite(const char *fileName) {
     WritePiece(fp, &cursor, kRegEnd, kFinalStart);
     WriteUserRegion(fp, kFinalStart, main->finalCode, kFinalEnd);
     WritePiece(fp, &cursor, kFinalEnd, nullptr);
-    fclose(fp);
-    return 1;
+    return VlCloseSafely(fp) >= 0 ? 1 : 0;
 }
 
 int VlProjMainSetDeclarations(const char *text) {

@@ -15,6 +15,7 @@
 #include "util/heap.hpp"
 #include "util/list.h"
 #include "util/messages.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 extern "C" {
@@ -41,7 +42,7 @@ int VlProjWriteMakefile(void) {
         return 0;
     }
     const std::string fileName = std::string(theProj->name) + ".mak";
-    FILE *fp = std::fopen(fileName.c_str(), "w");
+    FILE *fp = VlOpenSafely(fileName.c_str());
     if (!fp) {
         VlPrintError("Could open file for write ");
         VlPrintError(fileName.c_str());
@@ -86,8 +87,7 @@ int VlProjWriteMakefile(void) {
     SutDestroyList(tokens);
     SutDestroyList(values);
     std::fputs(result ? result.get() : "", fp);
-    std::fclose(fp);
-    return 1;
+    return VlCloseSafely(fp) >= 0 ? 1 : 0;
 }
 
 } // extern "C"

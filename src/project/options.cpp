@@ -18,6 +18,7 @@
 #include "util/heap.hpp"
 #include "util/messages.h"
 #include "util/options.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 SutList *theUserOptions = nullptr;
@@ -74,10 +75,13 @@ std::string GlobalOptionPath() {
 }
 
 // A missing file leaves its set unloaded, so the next lookup tries again; an
-// existing file, even an empty one, loads.
+// existing file, even an empty one, loads. One that cannot be read whole has
+// been reported and keeps the run from writing; it loads as an empty set, so
+// it is not reported again at every lookup.
 SutList *LoadOptionFile(const std::string &path) {
     if (path.empty() || !VlFileExists(path.c_str())) return nullptr;
-    return VlOptionGetFromFile(path.c_str());
+    VlCharPtr text(VlReadFileWhole(path.c_str(), nullptr));
+    return text ? VlOptionGetFromString(text.get()) : SutNewList();
 }
 
 void LoadUserOptions() {
@@ -215,7 +219,7 @@ SutList *VlProjBuildOptionsList(void) {
 int VlProjSaveUserOptions(void) {
     SutList *merged = VlProjBuildOptionsList();
     std::string path = UserOptionPath();
-    FILE *out = path.empty() ? nullptr : fopen(path.c_str(), "w");
+    FILE *out = path.empty() ? nullptr : VlOpenSafely(path.c_str());
     if (!out) {
         VlGUIError("Could not open user's option file for write.");
         SutDestroyList(merged);
@@ -225,7 +229,10 @@ int VlProjSaveUserOptions(void) {
         const auto *line = static_cast<const char *>(SutGetNList(merged, i));
         if (line) fprintf(out, "%s\n", line);
     }
-    fclose(out);
+    if (VlCloseSafely(out) < 0) {
+        SutDestroyList(merged);
+        return 0;
+    }
     SutDestroyList(theUserOptions);
     theUserOptions = merged;
     return 1;

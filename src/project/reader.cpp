@@ -20,6 +20,8 @@
 #include "util/files.h"
 #include "util/heap.hpp"
 #include "util/messages.h"
+#include "util/runstate.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 namespace {
@@ -47,6 +49,16 @@ std::string SettledFileName(const char *path) {
     if (VlFileExists(path)) return name;
     if (name.size() > 3 && name.compare(name.size() - 3, 3, ".pj") == 0) return name;
     return name + ".pj";
+}
+
+// A page or module listed with a name that leads out of the project
+// directory is not read: writing it back would write outside the project.
+bool InsideProject(const char *name) {
+    if (VlPathInsideWorkingDir(name)) return true;
+    VlPrintError(name);
+    VlPrintError(" lies outside the project directory: it is not read\n");
+    VlRefuseWrites();
+    return false;
 }
 
 VlProject *NewNamedProject(const char *name) {
@@ -78,13 +90,15 @@ int VlProjReadModules(SutList *names, SutList **statusOut) {
     int allRead = 1;
     // Each module names its page; the pages stay as they are meanwhile.
     VlProjBeginPageLookups();
-    for (int i = 0; i < SutSizList(names); i++) {
+    // Once a file could not be read whole the project will not be written
+    // back: reading stops there.
+    for (int i = 0; i < SutSizList(names) && !VlWritesRefused(); i++) {
         const char *name = static_cast<const char *>(SutGetNList(names, i));
         if (!name) {
             SutAddList(status, nullptr);
             continue;
         }
-        VlModule *module = VlModuleNewFromFile(name);
+        VlModule *module = InsideProject(name) ? VlModuleNewFromFile(name) : nullptr;
         if (module)
             SutAddList(theProj->modules, module);
         else
@@ -98,9 +112,9 @@ int VlProjReadModules(SutList *names, SutList **statusOut) {
 
 int VlProjReadHTML(SutList *names) {
     if (!names || !theProj) return 0;
-    for (int i = 0; i < SutSizList(names); i++) {
+    for (int i = 0; i < SutSizList(names) && !VlWritesRefused(); i++) {
         const char *name = static_cast<const char *>(SutGetNList(names, i));
-        if (!name || !*name) continue;
+        if (!name || !*name || !InsideProject(name)) continue;
         if (VlHtmlDoc *doc = VlHtmlNewFromFile(name)) SutAddList(theProj->htmlDocs, doc);
     }
     return 1;
@@ -118,7 +132,9 @@ VlProject *VlProjNew(const char *path, int verify) {
     // The script may fetch the file (from version control, say) first.
     if (VlProjCallReadWriteScripts()) VlRunFileScript("vlreadprj.sh ", fileName.c_str());
 
-    VlCharPtr buffer(VlReadFile(fileName.c_str()));
+    // A file that exists but cannot be read whole is refused (the run then
+    // writes nothing); only a missing one starts a new project.
+    VlCharPtr buffer(VlReadFileWhole(fileName.c_str(), nullptr));
     if (!buffer) return NewNamedProject(path);
 
     // The header is searched anywhere in the text, not only on the first line.
@@ -139,7 +155,7 @@ VlProject *VlProjNew(const char *path, int verify) {
         VlPrintError("Upgraded Project Options from an old version of Velmora\n");
 
     VlProjReadHTML(htmlNames);
-    if (moduleNames) {
+    if (moduleNames && !VlWritesRefused()) {
         SutList *status = nullptr;
         VlProjReadModules(moduleNames, &status);
         SutDeleteList(status);
@@ -156,7 +172,7 @@ VlProject *VlProjNew(const char *path, int verify) {
     VlProjSetName(startPath.c_str());
     if (theProj->name && strcmp(theProj->name, "noname") == 0) theProj->nonameAccepted = 1;
     VlCharPtr mainFile(VlProjGetMainCFileName());
-    VlMainModuleRead(mainFile.get());
+    if (!VlWritesRefused()) VlMainModuleRead(mainFile.get());
 
     if (SutSizList(theProj->modules) > 0 && verify) {
         // A front end with dialogs would ask before reading; nothing to ask here.

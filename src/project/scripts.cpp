@@ -26,6 +26,7 @@
 #include "util/heap.hpp"
 #include "util/messages.h"
 #include "util/process.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 namespace {
@@ -42,14 +43,11 @@ class CommandLine {
         if (!ended_) text_ += piece;
         return *this;
     }
-    // A file name or option value, quoted for the shell where it needs it.
-    CommandLine &Word(const char *piece) {
-        if (!piece) ended_ = true;
-        if (ended_) return *this;
-        VlCharPtr quoted(VlShellQuote(piece));
-        text_ += quoted.get();
-        return *this;
-    }
+    // An option value, quoted for the shell where it needs it.
+    CommandLine &Word(const char *piece) { return Quoted(piece, VlShellQuote); }
+    // A file or directory name: quoted, and one that begins with "-" given
+    // as "./-name", so the script never takes it for an option.
+    CommandLine &Name(const char *piece) { return Quoted(piece, VlShellQuoteName); }
     // A value that stands inside the double quotes of the command line.
     CommandLine &InQuotes(const char *piece) {
         if (!piece) ended_ = true;
@@ -61,6 +59,14 @@ class CommandLine {
     const char *Text() const { return text_.c_str(); }
 
   private:
+    CommandLine &Quoted(const char *piece, char *(*quote)(const char *)) {
+        if (!piece) ended_ = true;
+        if (ended_) return *this;
+        VlCharPtr quoted(quote(piece));
+        text_ += quoted.get();
+        return *this;
+    }
+
     std::string text_;
     bool ended_ = false;
 };
@@ -151,9 +157,9 @@ int VlProjRunTestLL(int install) {
     }
 
     CommandLine command(install ? "vlinst.sh " : "vltest.sh ");
-    command.Word(theProj->name).Word(suffix.get()).Raw(" ").Word(start.get()).Raw(" ");
-    command.Word(cgiPath.get()).Raw(" ").Word(url.get()).Raw(" ").Word(htmlPath.get()).Raw(" ");
-    command.Word(makefile.c_str()).Raw(" \"").InQuotes(target.get()).Raw("\"");
+    command.Name(theProj->name).Word(suffix.get()).Raw(" ").Name(start.get()).Raw(" ");
+    command.Name(cgiPath.get()).Raw(" ").Word(url.get()).Raw(" ").Name(htmlPath.get()).Raw(" ");
+    command.Name(makefile.c_str()).Raw(" \"").InQuotes(target.get()).Raw("\"");
     command.Raw(" \"").InQuotes(pages.get()).Raw("\"");
     std::fflush(stdout);
     std::fflush(stderr);
@@ -200,11 +206,11 @@ int VlProjRunRelease(void) {
     }
 
     CommandLine second("vlrel2.sh ");
-    second.Word(name.c_str()).Raw(" ").Word(exeSuffix.get()).Raw(" ").Word(makefile.c_str());
-    second.Raw(" ").Word(configName.get()).Raw(" \"").InQuotes(pages.get()).Raw("\" \"");
+    second.Name(name.c_str()).Raw(" ").Word(exeSuffix.get()).Raw(" ").Name(makefile.c_str());
+    second.Raw(" ").Name(configName.get()).Raw(" \"").InQuotes(pages.get()).Raw("\" \"");
     second.InQuotes(modules.get()).Raw(" ").InQuotes(mainFile.get()).Raw("\" ");
 
-    FILE *readme = std::fopen("README", "w");
+    FILE *readme = VlOpenSafely("README");
     if (!readme) {
         // The release stays in release mode and in the release directory.
         VlPrintError("Could open file for write ");
@@ -226,7 +232,9 @@ int VlProjRunRelease(void) {
     VlProjBuildConfigOptions();
     VlProjWriteConfigFileLL(readme, "Release.");
     std::fputs("\nNote that you can override these values if you use a config file.\n", readme);
-    std::fclose(readme);
+    // A README that could not be written whole has been reported; the
+    // release goes on as it does after the other write failures.
+    VlCloseSafely(readme);
 
     Start(second);
     theProj->releaseMode = 0;
@@ -239,24 +247,24 @@ int VlProjRunRelease(void) {
 
 int VlProjBuild(void) {
     if (!theProj || !theProj->name) return 0;
-    return Start(CommandLine("vlmake.sh ").Word(theProj->name).Raw(".mak"));
+    return Start(CommandLine("vlmake.sh ").Name(theProj->name).Raw(".mak"));
 }
 
 int VlProjRebuild(void) {
     if (!theProj || !theProj->name) return 0;
-    return Start(CommandLine("vlmake.sh ").Word(theProj->name).Raw(".mak -rebuild"));
+    return Start(CommandLine("vlmake.sh ").Name(theProj->name).Raw(".mak -rebuild"));
 }
 
 int VlProjLaunchEditor(const char *htmlName) {
     if (!htmlName) return 0;
-    return Start(CommandLine("vledithtml.sh ").Word(htmlName));
+    return Start(CommandLine("vledithtml.sh ").Name(htmlName));
 }
 
 int VlProjPreviewHtml(const char *htmlName) {
     if (!htmlName) return 0;
     VlCharPtr dir(VlGetCurrentDir());
     const std::string path = std::string(dir.get()) + "/" + htmlName;
-    return Start(CommandLine("vlbrowser.sh -openFile ").Word(path.c_str()));
+    return Start(CommandLine("vlbrowser.sh -openFile ").Name(path.c_str()));
 }
 
 } // extern "C"

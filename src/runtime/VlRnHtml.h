@@ -61,9 +61,11 @@ enum {
     PROCESSBRSREQUEST_XSQL = 4
 };
 
-/* Database vendors for VlSetDefaultVendor(SGE<vendor>). SQLITE is the one this
- * runtime serves; the others keep old projects compiling and are refused with
- * status 500 and a message naming the vendor when a work call needs them. */
+/* Database vendors for VlSetDefaultVendor(SGE<vendor>). SQLITE and POSTGRES
+ * are the ones this runtime serves (PostgreSQL through libpq.so.5, opened by
+ * the first PostgreSQL work call); the others keep old projects compiling
+ * and are refused with status 500 and a message naming the vendor when a
+ * work call needs them. */
 enum {
     SGESQLITE = 1,
     SGEPOSTGRES = 2,

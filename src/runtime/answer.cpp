@@ -42,14 +42,14 @@ constexpr Reason kReasons[] = {
 
 // The request the calls below act on; null outside VlProcessRequest, where
 // they refuse.
-Answer *ownAnswer() {
-    RequestState *request = currentRequest();
+Answer *OwnAnswer() {
+    RequestState *request = CurrentRequest();
     return request ? &request->answer : nullptr;
 }
 
 } // namespace
 
-void appendEscaped(std::string &out, std::string_view text) {
+void AppendEscaped(std::string &out, std::string_view text) {
     for (char c : text) {
         switch (c) {
         case '&':
@@ -73,31 +73,31 @@ void appendEscaped(std::string &out, std::string_view text) {
     }
 }
 
-std::string htmlEscape(std::string_view text) {
+std::string HtmlEscape(std::string_view text) {
     std::string out;
     out.reserve(text.size());
-    appendEscaped(out, text);
+    AppendEscaped(out, text);
     return out;
 }
 
-std::string_view reasonPhrase(int status) {
+std::string_view ReasonPhrase(int status) {
     for (const Reason &r : kReasons)
         if (r.status == status) return r.phrase;
     return "Error";
 }
 
-std::string errorPage(int status, std::string_view message) {
-    std::string title = std::to_string(status) + " " + std::string(reasonPhrase(status));
+std::string ErrorPage(int status, std::string_view message) {
+    std::string title = std::to_string(status) + " " + std::string(ReasonPhrase(status));
     std::string page = "<!DOCTYPE html>\n<html><head><title>" + title +
                        "</title></head>\n<body><h1>" + title + "</h1>\n<p>";
-    appendEscaped(page, message);
+    AppendEscaped(page, message);
     page += "</p>\n</body></html>\n";
     return page;
 }
 
-std::string cgiResponse(const Answer &answer, bool head) {
+std::string CgiResponse(const Answer &answer, bool head) {
     std::string out = "Status: " + std::to_string(answer.status) + " " +
-                      std::string(reasonPhrase(answer.status)) + "\r\n";
+                      std::string(ReasonPhrase(answer.status)) + "\r\n";
     out += "Content-Type: ";
     out += answer.contentType.empty() ? "text/html; charset=utf-8" : answer.contentType;
     out += "\r\nContent-Length: " + std::to_string(answer.body.size()) + "\r\n";
@@ -108,29 +108,29 @@ std::string cgiResponse(const Answer &answer, bool head) {
     return out;
 }
 
-bool isHeaderSafe(std::string_view text) {
+bool IsHeaderSafe(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
 }
 
 } // namespace vlrun
 
-using vlrun::ownAnswer;
+using vlrun::OwnAnswer;
 
 extern "C" {
 
 int VlSetStatus(int status) {
-    vlrun::Answer *answer = ownAnswer();
+    vlrun::Answer *answer = OwnAnswer();
     if (!answer || status < 100 || status > 599) return -1;
     answer->status = status;
     return 0;
 }
 
 int VlAddHeader(const char *name, const char *value) {
-    vlrun::Answer *answer = ownAnswer();
+    vlrun::Answer *answer = OwnAnswer();
     if (!answer || !name || !*name || !value) return -1;
     std::string_view n(name);
-    if (!vlrun::isHeaderSafe(n) || n.find_first_of(": \t") != std::string_view::npos ||
-        !vlrun::isHeaderSafe(value)) {
+    if (!vlrun::IsHeaderSafe(n) || n.find_first_of(": \t") != std::string_view::npos ||
+        !vlrun::IsHeaderSafe(value)) {
         std::fprintf(stderr, "VlAddHeader: refused a header whose name or value holds a line "
                              "break, or whose name holds a blank or colon\n");
         return -1;
@@ -140,14 +140,14 @@ int VlAddHeader(const char *name, const char *value) {
 }
 
 int VlSetContentType(const char *contentType) {
-    vlrun::Answer *answer = ownAnswer();
-    if (!answer || !contentType || !*contentType || !vlrun::isHeaderSafe(contentType)) return -1;
+    vlrun::Answer *answer = OwnAnswer();
+    if (!answer || !contentType || !*contentType || !vlrun::IsHeaderSafe(contentType)) return -1;
     answer->contentType = contentType;
     return 0;
 }
 
 int VlWrite(const void *data, size_t size) {
-    vlrun::Answer *answer = ownAnswer();
+    vlrun::Answer *answer = OwnAnswer();
     if (!answer || (!data && size > 0)) return -1;
     answer->body.append(static_cast<const char *>(data), size);
     answer->own = true;
@@ -155,7 +155,7 @@ int VlWrite(const void *data, size_t size) {
 }
 
 int VlPrintf(const char *format, ...) {
-    vlrun::Answer *answer = ownAnswer();
+    vlrun::Answer *answer = OwnAnswer();
     if (!answer || !format) return -1;
     va_list args;
     va_start(args, format);
@@ -175,23 +175,23 @@ int VlPrintf(const char *format, ...) {
 }
 
 int VlSendFile(const char *path) {
-    vlrun::Answer *answer = ownAnswer();
+    vlrun::Answer *answer = OwnAnswer();
     if (!answer || !path) return -1;
     std::string content;
-    if (!vlrun::readHtmlDirFile(path, content)) return -1;
-    if (answer->contentType.empty()) answer->contentType = vlrun::contentTypeOf(path);
+    if (!vlrun::ReadHtmlDirFile(path, content)) return -1;
+    if (answer->contentType.empty()) answer->contentType = vlrun::ContentTypeOf(path);
     answer->body = std::move(content);
     answer->own = true;
     return 0;
 }
 
 int VlRedirect(const char *url) {
-    vlrun::Answer *answer = ownAnswer();
-    if (!answer || !url || !*url || !vlrun::isHeaderSafe(url)) return -1;
+    vlrun::Answer *answer = OwnAnswer();
+    if (!answer || !url || !*url || !vlrun::IsHeaderSafe(url)) return -1;
     if (answer->status < 300 || answer->status > 399) answer->status = 302;
     answer->headers.emplace_back("Location", url);
-    answer->body = "<!DOCTYPE html>\n<html><body><p>Moved to <a href=\"" + vlrun::htmlEscape(url) +
-                   "\">" + vlrun::htmlEscape(url) + "</a>.</p></body></html>\n";
+    answer->body = "<!DOCTYPE html>\n<html><body><p>Moved to <a href=\"" + vlrun::HtmlEscape(url) +
+                   "\">" + vlrun::HtmlEscape(url) + "</a>.</p></body></html>\n";
     answer->own = true;
     return 0;
 }

@@ -20,21 +20,21 @@ struct Answer {
 };
 
 // & < > " ' as character references.
-std::string htmlEscape(std::string_view text);
-void appendEscaped(std::string &out, std::string_view text);
+std::string HtmlEscape(std::string_view text);
+void AppendEscaped(std::string &out, std::string_view text);
 
 // "Not Found" for 404, and so on; "Error" for a status it does not know.
-std::string_view reasonPhrase(int status);
+std::string_view ReasonPhrase(int status);
 
 // A short HTML page that gives the status and the (escaped) message.
-std::string errorPage(int status, std::string_view message);
+std::string ErrorPage(int status, std::string_view message);
 
 // The CGI response: Status, Content-Type, Content-Length, the answer's own
 // headers, a blank line and (unless head) the body.
-std::string cgiResponse(const Answer &answer, bool head);
+std::string CgiResponse(const Answer &answer, bool head);
 
 // True when text may stand in a header (no CR, LF or NUL).
-bool isHeaderSafe(std::string_view text);
+bool IsHeaderSafe(std::string_view text);
 
 } // namespace vlrun
 

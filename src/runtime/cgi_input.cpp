@@ -10,7 +10,7 @@ namespace vlrun {
 
 namespace {
 
-int hexDigit(char c) {
+int HexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'a' && c <= 'f') return c - 'a' + 10;
     if (c >= 'A' && c <= 'F') return c - 'A' + 10;
@@ -18,7 +18,7 @@ int hexDigit(char c) {
 }
 
 // Decodes one name or value; false (with the fault set) when it is refused.
-bool decode(std::string_view text, std::string &out, Fault &fault) {
+bool Decode(std::string_view text, std::string &out, Fault &fault) {
     out.clear();
     out.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); i++) {
@@ -27,8 +27,8 @@ bool decode(std::string_view text, std::string &out, Fault &fault) {
             c = ' ';
         } else if (c == '%') {
             bool whole = i + 2 < text.size();
-            int high = whole ? hexDigit(text[i + 1]) : -1;
-            int low = whole ? hexDigit(text[i + 2]) : -1;
+            int high = whole ? HexDigit(text[i + 1]) : -1;
+            int low = whole ? HexDigit(text[i + 2]) : -1;
             if (high < 0 || low < 0) {
                 fault = {400, "The request holds a bad %-escape."};
                 return false;
@@ -42,21 +42,21 @@ bool decode(std::string_view text, std::string &out, Fault &fault) {
         }
         out += c;
     }
-    if (!isUtf8(out)) {
+    if (!IsUtf8(out)) {
         fault = {400, "The request holds text that is not UTF-8."};
         return false;
     }
     return true;
 }
 
-std::string_view env(const char *name) {
+std::string_view Env(const char *name) {
     const char *value = std::getenv(name);
     return value ? std::string_view(value) : std::string_view();
 }
 
 // The media type of a Content-Type value, without parameters and blanks, in
 // lower case.
-std::string mediaType(std::string_view contentType) {
+std::string MediaType(std::string_view contentType) {
     std::string type;
     for (char c : contentType.substr(0, contentType.find(';')))
         if (c != ' ' && c != '\t') type += static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
@@ -65,7 +65,7 @@ std::string mediaType(std::string_view contentType) {
 
 } // namespace
 
-bool isUtf8(std::string_view text) {
+bool IsUtf8(std::string_view text) {
     const auto *s = reinterpret_cast<const unsigned char *>(text.data());
     std::size_t n = text.size();
     for (std::size_t i = 0; i < n;) {
@@ -97,7 +97,7 @@ bool isUtf8(std::string_view text) {
     return true;
 }
 
-Fault parseUrlEncoded(std::string_view text, std::vector<Field> &fields) {
+Fault ParseUrlEncoded(std::string_view text, std::vector<Field> &fields) {
     Fault fault;
     while (!text.empty()) {
         std::size_t amp = text.find('&');
@@ -107,31 +107,31 @@ Fault parseUrlEncoded(std::string_view text, std::vector<Field> &fields) {
         if (fields.size() >= kMaxFields) return {413, "The request holds more than 1025 fields."};
         std::size_t eq = piece.find('=');
         Field field;
-        if (!decode(piece.substr(0, eq), field.name, fault)) return fault;
-        if (eq != std::string_view::npos && !decode(piece.substr(eq + 1), field.value, fault))
+        if (!Decode(piece.substr(0, eq), field.name, fault)) return fault;
+        if (eq != std::string_view::npos && !Decode(piece.substr(eq + 1), field.value, fault))
             return fault;
         fields.push_back(std::move(field));
     }
     return fault;
 }
 
-Fault readCgiInput(std::FILE *in, std::vector<Field> &fields) {
-    std::string_view method = env("REQUEST_METHOD");
+Fault ReadCgiInput(std::FILE *in, std::vector<Field> &fields) {
+    std::string_view method = Env("REQUEST_METHOD");
     if (method.empty()) method = "GET";
     if (method != "GET" && method != "HEAD" && method != "POST")
         return {405, "This application answers GET, HEAD and POST requests only."};
-    std::string_view query = env("QUERY_STRING");
+    std::string_view query = Env("QUERY_STRING");
     if (query.size() > kMaxBodyBytes) return {414, "The query string is longer than 1 MiB."};
 
     if (method == "POST") {
-        std::string_view length = env("CONTENT_LENGTH");
+        std::string_view length = Env("CONTENT_LENGTH");
         if (length.empty()) return {411, "A POST request needs a content length."};
         if (length.size() > 18 || length.find_first_not_of("0123456789") != std::string_view::npos)
             return {400, "The content length is not a number."};
         std::size_t size = std::strtoull(std::string(length).c_str(), nullptr, 10);
         if (size > kMaxBodyBytes) return {413, "The request body is larger than 1 MiB."};
         if (size > 0) {
-            std::string type = mediaType(env("CONTENT_TYPE"));
+            std::string type = MediaType(Env("CONTENT_TYPE"));
             if (type != "application/x-www-form-urlencoded")
                 return {415, type == "multipart/form-data"
                                  ? "File uploads (multipart/form-data) are not accepted."
@@ -139,11 +139,11 @@ Fault readCgiInput(std::FILE *in, std::vector<Field> &fields) {
             std::string body(size, '\0');
             if (std::fread(body.data(), 1, size, in) != size)
                 return {400, "The request body is shorter than its content length."};
-            Fault fault = parseUrlEncoded(body, fields);
+            Fault fault = ParseUrlEncoded(body, fields);
             if (fault.status) return fault;
         }
     }
-    return parseUrlEncoded(query, fields);
+    return ParseUrlEncoded(query, fields);
 }
 
 } // namespace vlrun

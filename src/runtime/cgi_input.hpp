@@ -26,18 +26,18 @@ struct Field {
 // %XX a byte, a field without '=' has the empty value, empty pieces between
 // '&' are skipped. Refuses (status 400) a bad escape, a NUL byte or text that
 // is not UTF-8, and (413) more than kMaxFields fields in all.
-Fault parseUrlEncoded(std::string_view text, std::vector<Field> &fields);
+Fault ParseUrlEncoded(std::string_view text, std::vector<Field> &fields);
 
 // True when text is well-formed UTF-8 (no overlong forms, surrogates or
 // code points beyond U+10FFFF).
-bool isUtf8(std::string_view text);
+bool IsUtf8(std::string_view text);
 
 // The request's fields from the CGI environment and, for POST, from in:
 // body fields first, then the query's. Refuses a method other than GET,
 // HEAD and POST (405), a POST body of another type (415, multipart included),
 // a bad or missing length (400 / 411), a body over kMaxBodyBytes (413, checked
 // before reading) and a body shorter than its length (400).
-Fault readCgiInput(std::FILE *in, std::vector<Field> &fields);
+Fault ReadCgiInput(std::FILE *in, std::vector<Field> &fields);
 
 } // namespace vlrun
 

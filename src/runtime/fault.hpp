@@ -8,6 +8,11 @@
 
 namespace vlrun {
 
+// The sentences of the error pages that several sources give.
+inline constexpr const char *kRequestFailed = "The request could not be completed.";
+inline constexpr const char *kDatabaseUnavailable = "The application's database is not available.";
+inline constexpr const char *kDatabaseBusy = "The database is busy; try again in a moment.";
+
 struct Fault {
     Fault() = default;
     Fault(int status, std::string message, std::string detail = {})

@@ -1,21 +1,19 @@
 // READ_FILE, READ_EXEC and EXEC_FUNCTION work calls: a flat file or the
-// output of a program run without a shell is cut into lines and columns, or a
-// registered C function gives the rows itself.
+// output of a program run without a shell is cut into records and fields,
+// or a registered C function gives the rows itself.
 #include "runtime/file_objects.hpp"
 
 #include "runtime/api.hpp"
+#include "runtime/program_output.hpp"
 #include "runtime/registration.hpp"
 #include "runtime/settings.hpp"
 #include "util/list.h"
 #include "util/options.h"
 #include "util/strings.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
+#include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -23,13 +21,25 @@ namespace vlrun {
 
 namespace {
 
-constexpr const char *kFailed = "The request could not be completed.";
+constexpr int kMaxSeconds = 3600;
 
-// Cuts text into lines (a last line without a newline counts, a CR before
-// the newline is dropped) and the lines into the work call's rows.
-void addRows(SgeWorkCallData &call, std::string_view text) {
-    int delimiter = VlDelimStrToChar(optionValue(call.requestOptions, "Delimiter").c_str());
-    SutList *list = VlOptionGetIntList(optionValue(call.requestOptions, "Column Widths").c_str());
+// The byte length of the first count characters of UTF-8 text.
+std::size_t CharactersPrefix(std::string_view text, std::size_t count) {
+    std::size_t at = 0;
+    for (; at < text.size(); at++)
+        if ((static_cast<unsigned char>(text[at]) & 0xC0) != 0x80 && count-- == 0) break;
+    return at;
+}
+
+// Cuts text into records (a last record without a delimiter counts; with
+// the newline as delimiter a CR before it is dropped) and the records into
+// the work call's rows.
+void AddRows(SgeWorkCallData &call, std::string_view text) {
+    const std::vector<std::string> &options = call.requestOptions;
+    int field = VlDelimStrToChar(OptionValue(options, "Delimiter").c_str());
+    int named = VlDelimStrToChar(OptionValue(options, "Record Delimiter").c_str());
+    char record = named ? static_cast<char>(named) : '\n';
+    SutList *list = VlOptionGetIntList(OptionValue(options, "Column Widths").c_str());
     std::vector<int> widths;
     widths.reserve(static_cast<std::size_t>(std::max(0, SutSizList(list))));
     for (int i = 0; i < SutSizList(list); i++)
@@ -38,83 +48,61 @@ void addRows(SgeWorkCallData &call, std::string_view text) {
 
     std::vector<std::vector<std::string>> rows;
     std::size_t columns = 0;
-    while (!text.empty()) {
-        std::size_t newline = text.find('\n');
-        std::string_view line = text.substr(0, newline);
-        text = newline == std::string_view::npos ? std::string_view() : text.substr(newline + 1);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        rows.push_back(splitLine(line, delimiter, widths));
+    const std::size_t limit = call.maxRows < 1 ? SIZE_MAX : static_cast<std::size_t>(call.maxRows);
+    while (!text.empty() && rows.size() < limit) {
+        std::size_t end = text.find(record);
+        std::string_view line = text.substr(0, end);
+        text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
+        if (record == '\n' && !line.empty() && line.back() == '\r') line.remove_suffix(1);
+        rows.push_back(SplitLine(line, field, widths));
         columns = std::max(columns, rows.back().size());
     }
     std::vector<std::string> names;
     for (std::size_t c = 1; c <= columns; c++)
         names.push_back(std::to_string(c));
-    beginResults(call, std::move(names));
-    for (const auto &row : rows) {
-        if (!wantsMoreRows(call)) break;
-        addResultRow(call, row);
-    }
-    endResults(call, 0);
+    BeginResults(call, std::move(names));
+    for (const auto &row : rows)
+        AddResultRow(call, row);
+    EndResults(call, 0);
 }
 
-// The standard output of the program, run with the arguments' values.
-bool runProgram(const SgeWorkCallData &call, std::string &output, std::string &why) {
-    std::string program = fromProgramDir(call.name);
-    std::vector<std::string> args = {program};
-    args.reserve(call.arguments.size() + 1);
+// The program's output: its arguments are the request's "Argument" options,
+// then the values of the argument binds, each one argument as it stands.
+bool ReadProgram(const SgeWorkCallData &call, std::string &output, std::string &why) {
+    std::vector<std::string> argv = {FromProgramDir(call.name)};
+    for (std::string &argument : OptionValues(call.requestOptions, "Argument"))
+        argv.push_back(std::move(argument));
     for (const ArgumentBind &arg : call.arguments)
-        args.push_back(arg.value);
-    std::vector<char *> argv;
-    argv.reserve(args.size() + 1);
-    for (std::string &a : args)
-        argv.push_back(a.data());
-    argv.push_back(nullptr);
-
-    int fds[2];
-    if (pipe(fds) != 0) {
-        why = "pipe failed";
+        argv.push_back(arg.value);
+    ProgramLimits limits;
+    std::string seconds = OptionValue(call.requestOptions, "Time Limit");
+    if (!seconds.empty()) {
+        bool digits = seconds.size() <= 4 && seconds.find_first_not_of("0123456789") == std::string::npos;
+        limits.seconds = digits ? std::atoi(seconds.c_str()) : 0;
+        if (limits.seconds < 1 || limits.seconds > kMaxSeconds) {
+            why = "the Time Limit " + seconds + " is not a number of seconds from 1 to 3600";
+            return false;
+        }
+    }
+    if (!ProgramOutput(argv, limits, output, why)) {
+        why = argv[0] + " " + why;
         return false;
     }
-    std::fflush(stdout);
-    std::fflush(stderr);
-    pid_t pid = fork();
-    if (pid == 0) {
-        dup2(fds[1], 1);
-        close(fds[0]);
-        close(fds[1]);
-        execv(program.c_str(), argv.data());
-        _exit(127);
-    }
-    close(fds[1]);
-    if (pid < 0) {
-        close(fds[0]);
-        why = "fork failed";
-        return false;
-    }
-    char buffer[65536];
-    ssize_t n = 0;
-    while ((n = read(fds[0], buffer, sizeof buffer)) > 0 || (n < 0 && errno == EINTR))
-        if (n > 0) output.append(buffer, static_cast<std::size_t>(n));
-    close(fds[0]);
-    int status = 0;
-    while (waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-    }
-    if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return true;
-    why = program + (WIFEXITED(status) ? " ended with status " + std::to_string(WEXITSTATUS(status))
-                                        : std::string(" was killed"));
-    return false;
+    return true;
 }
 
 } // namespace
 
-std::vector<std::string> splitLine(std::string_view line, int delimiter,
+std::vector<std::string> SplitLine(std::string_view line, int delimiter,
                                    const std::vector<int> &widths) {
     std::vector<std::string> columns;
     if (!widths.empty()) {
         for (std::size_t i = 0; i < widths.size() && !line.empty(); i++) {
-            std::size_t width = i + 1 == widths.size() ? line.size() : static_cast<std::size_t>(widths[i]);
-            columns.emplace_back(line.substr(0, width));
-            line.remove_prefix(std::min(width, line.size()));
+            std::size_t bytes = i + 1 == widths.size()
+                                    ? line.size()
+                                    : CharactersPrefix(line, static_cast<std::size_t>(widths[i]));
+            columns.emplace_back(line.substr(0, bytes));
+            line.remove_prefix(bytes);
         }
         return columns;
     }
@@ -127,31 +115,32 @@ std::vector<std::string> splitLine(std::string_view line, int delimiter,
     }
 }
 
-Fault runFileObject(SgeWorkCallData &call) {
+Fault RunFileObject(SgeWorkCallData &call) {
     if (call.kind == EXEC_FUNCTION) {
-        VlExecFunction function = findFunction(call.name);
+        VlExecFunction function = FindFunction(call.name);
         if (!function)
-            return {500, kFailed, describe(call) + ": no function " + call.name + " is registered"};
+            return {500, kRequestFailed, Describe(call) + ": no function " + call.name + " is registered"};
         call.ran = false;
         int rc = function(&call);
-        if (!call.ran) beginResults(call, {});
-        endResults(call, 0);
+        if (!call.ran) BeginResults(call, {});
+        EndResults(call, 0);
         if (rc != 0)
-            return {500, kFailed, describe(call) + ": " + call.name + " returned " + std::to_string(rc)};
+            return {500, kRequestFailed, Describe(call) + ": " + call.name + " returned " + std::to_string(rc)};
         return {};
     }
     std::string text;
     if (call.kind == READ_EXEC) {
         std::string why;
-        if (!runProgram(call, text, why)) return {500, kFailed, describe(call) + ": " + why};
+        if (!ReadProgram(call, text, why)) return {500, kRequestFailed, Describe(call) + ": " + why};
     } else {
-        std::ifstream in(fromProgramDir(call.name), std::ios::binary);
-        if (!in) return {500, kFailed, describe(call) + ": cannot read " + fromProgramDir(call.name)};
+        std::ifstream in(FromProgramDir(call.name), std::ios::binary);
+        if (!in)
+            return {500, kRequestFailed, Describe(call) + ": cannot read " + FromProgramDir(call.name)};
         std::ostringstream content;
         content << in.rdbuf();
         text = content.str();
     }
-    addRows(call, text);
+    AddRows(call, text);
     return {};
 }
 

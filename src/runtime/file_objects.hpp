@@ -12,17 +12,20 @@
 
 namespace vlrun {
 
-// Splits one line into columns: at fixed widths when widths are given (the
-// last column takes the rest), else at the delimiter when it is not 0, else
-// the whole line is one column.
-std::vector<std::string> splitLine(std::string_view line, int delimiter,
+// Splits one record into columns: at fixed widths (in characters) when
+// widths are given (the last column takes the rest), else at the delimiter
+// when it is not 0, else the whole record is one column.
+std::vector<std::string> SplitLine(std::string_view line, int delimiter,
                                    const std::vector<int> &widths);
 
 // Runs a READ_FILE, READ_EXEC or EXEC_FUNCTION work call. The file or
-// program is the work call's name, relative to the program's directory; the
-// request options "Delimiter" and "Column Widths" say how lines split; the
-// program gets the argument values as its arguments, without a shell.
-Fault runFileObject(SgeWorkCallData &call);
+// program is the work call's name, relative to the program's directory. The
+// request options say how its text is cut: "Delimiter" (between fields),
+// "Record Delimiter" (between records; a newline when absent) and "Column
+// Widths" (fixed widths instead of a delimiter, as "4,10,2"). A program runs
+// without a shell, with the "Argument" options and then the argument binds'
+// values as its arguments, for at most "Time Limit" seconds (10 when absent).
+Fault RunFileObject(SgeWorkCallData &call);
 
 } // namespace vlrun
 

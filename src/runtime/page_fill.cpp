@@ -13,12 +13,12 @@ namespace vlrun {
 
 namespace {
 
-bool validSiteChar(char c) {
+bool ValidSiteChar(char c) {
     return !std::isspace(static_cast<unsigned char>(c)) && c != '"' && c != '\\';
 }
 
 // Position of needle in text from pos on, ignoring ASCII case.
-std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t pos = 0) {
+std::size_t FindNoCase(std::string_view text, std::string_view needle, std::size_t pos = 0) {
     const auto *it = std::search(text.begin() + static_cast<std::ptrdiff_t>(std::min(pos, text.size())),
                           text.end(), needle.begin(), needle.end(), [](char a, char b) {
                               return std::tolower(static_cast<unsigned char>(a)) ==
@@ -27,36 +27,36 @@ std::size_t findNoCase(std::string_view text, std::string_view needle, std::size
     return it == text.end() ? std::string_view::npos : static_cast<std::size_t>(it - text.begin());
 }
 
-bool sameNoCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && findNoCase(a, b) == 0;
+bool SameNoCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && FindNoCase(a, b) == 0;
 }
 
-std::string withBase(std::string_view page, std::string_view baseUrl) {
-    if (baseUrl.empty() || findNoCase(page, "<base") != std::string_view::npos)
+std::string WithBase(std::string_view page, std::string_view baseUrl) {
+    if (baseUrl.empty() || FindNoCase(page, "<base") != std::string_view::npos)
         return std::string(page);
-    std::size_t head = findNoCase(page, "<head");
+    std::size_t head = FindNoCase(page, "<head");
     while (head != std::string_view::npos && head + 5 < page.size() && page[head + 5] != '>' &&
            !std::isspace(static_cast<unsigned char>(page[head + 5])))
-        head = findNoCase(page, "<head", head + 5); // <header> is not the head
+        head = FindNoCase(page, "<head", head + 5); // <header> is not the head
     std::size_t end = head == std::string_view::npos ? head : page.find('>', head);
     if (end == std::string_view::npos) return std::string(page);
     std::string url(baseUrl);
     if (url.back() != '/') url += '/';
-    return std::string(page.substr(0, end + 1)) + "<base href=\"" + htmlEscape(url) + "\">" +
+    return std::string(page.substr(0, end + 1)) + "<base href=\"" + HtmlEscape(url) + "\">" +
            std::string(page.substr(end + 1));
 }
 
 // The result column a column bind shows: by name, else by its position.
-int resultColumn(const SgeWorkCallData &call, const ColumnBind &bind) {
+int ResultColumn(const SgeWorkCallData &call, const ColumnBind &bind) {
     for (std::size_t c = 0; c < call.resultNames.size(); c++)
-        if (!bind.columnName.empty() && sameNoCase(call.resultNames[c], bind.columnName))
+        if (!bind.columnName.empty() && SameNoCase(call.resultNames[c], bind.columnName))
             return static_cast<int>(c);
     return bind.position >= 1 && bind.position <= call.columnCount ? bind.position - 1 : -1;
 }
 
 } // namespace
 
-std::string fillPage(std::string_view page, const std::function<std::string(std::string_view)> &site,
+std::string FillPage(std::string_view page, const std::function<std::string(std::string_view)> &site,
                      std::string_view cgiUrl, std::string_view baseUrl) {
     static constexpr std::string_view kMark = "##Vl_";
     static constexpr std::string_view kCgiUrl = "$$VL_CGI_URL";
@@ -74,13 +74,13 @@ std::string fillPage(std::string_view page, const std::function<std::string(std:
         out.append(page.substr(pos, next - pos));
         if (next == std::string_view::npos) break;
         if (next == url) {
-            appendEscaped(out, cgiUrl);
+            AppendEscaped(out, cgiUrl);
             pos = url + kCgiUrl.size();
             continue;
         }
         std::size_t nameStart = mark + kMark.size();
         std::size_t nameEnd = nameStart;
-        while (nameEnd < page.size() && page[nameEnd] != '#' && validSiteChar(page[nameEnd]))
+        while (nameEnd < page.size() && page[nameEnd] != '#' && ValidSiteChar(page[nameEnd]))
             nameEnd++;
         if (nameEnd > nameStart && page.substr(nameEnd, 2) == "##") {
             out += site(page.substr(nameStart, nameEnd - nameStart));
@@ -90,15 +90,15 @@ std::string fillPage(std::string_view page, const std::function<std::string(std:
             pos = nameStart;
         }
     }
-    return withBase(out, baseUrl);
+    return WithBase(out, baseUrl);
 }
 
-std::string siteTable(std::string_view site, const std::vector<std::string> &headers,
+std::string SiteTable(std::string_view site, const std::vector<std::string> &headers,
                       const std::vector<std::vector<std::string>> &rows) {
-    std::string out = "<table class=\"vl-" + htmlEscape(site) + "\">\n<tr>";
+    std::string out = "<table class=\"vl-" + HtmlEscape(site) + "\">\n<tr>";
     for (const std::string &header : headers) {
         out += "<th>";
-        appendEscaped(out, header);
+        AppendEscaped(out, header);
         out += "</th>";
     }
     out += "</tr>\n";
@@ -106,7 +106,7 @@ std::string siteTable(std::string_view site, const std::vector<std::string> &hea
         out += "<tr>";
         for (const std::string &value : row) {
             out += "<td>";
-            appendEscaped(out, value);
+            AppendEscaped(out, value);
             out += "</td>";
         }
         out += "</tr>\n";
@@ -114,7 +114,7 @@ std::string siteTable(std::string_view site, const std::vector<std::string> &hea
     return out + "</table>\n";
 }
 
-std::string siteHtml(const std::vector<std::unique_ptr<SgeWorkCallData>> &calls,
+std::string SiteHtml(const std::vector<std::unique_ptr<SgeWorkCallData>> &calls,
                      std::string_view page, std::string_view site) {
     std::string out;
     for (const auto &call : calls) {
@@ -128,7 +128,7 @@ std::string siteHtml(const std::vector<std::unique_ptr<SgeWorkCallData>> &calls,
         std::vector<int> columns;
         std::vector<std::string> headers;
         for (const ColumnBind *bind : binds) {
-            int c = resultColumn(*call, *bind);
+            int c = ResultColumn(*call, *bind);
             columns.push_back(c);
             headers.push_back(!bind->columnName.empty() || c < 0 ? bind->columnName
                                                                  : call->resultNames[c]);
@@ -137,34 +137,34 @@ std::string siteHtml(const std::vector<std::unique_ptr<SgeWorkCallData>> &calls,
         for (int r = 0; r < call->rows; r++) {
             std::vector<std::string> &row = rows.emplace_back();
             for (int c : columns) {
-                const char *value = resultValue(*call, r, c);
+                const char *value = ResultValue(*call, r, c);
                 row.emplace_back(value ? value : "");
             }
         }
         if (binds.size() == 1 && call->maxRows == 1)
-            out += rows.empty() ? std::string() : htmlEscape(rows[0][0]);
+            out += rows.empty() ? std::string() : HtmlEscape(rows[0][0]);
         else
-            out += siteTable(site, headers, rows);
+            out += SiteTable(site, headers, rows);
     }
     return out;
 }
 
-std::string beforeBodyEnd(std::string_view page, std::string_view html) {
+std::string BeforeBodyEnd(std::string_view page, std::string_view html) {
     std::size_t end = std::string_view::npos;
-    for (std::size_t at = findNoCase(page, "</body"); at != std::string_view::npos;
-         at = findNoCase(page, "</body", at + 1))
+    for (std::size_t at = FindNoCase(page, "</body"); at != std::string_view::npos;
+         at = FindNoCase(page, "</body", at + 1))
         end = at;
     if (end == std::string_view::npos) return std::string(page) + std::string(html);
     return std::string(page.substr(0, end)) + std::string(html) + std::string(page.substr(end));
 }
 
-std::string pairTable(std::string_view what,
+std::string PairTable(std::string_view what,
                       const std::vector<std::pair<std::string, std::string>> &pairs) {
     std::vector<std::vector<std::string>> rows;
     rows.reserve(pairs.size());
     for (const auto &[name, value] : pairs)
         rows.push_back({name, value});
-    return siteTable(what, {"name", "value"}, rows);
+    return SiteTable(what, {"name", "value"}, rows);
 }
 
 } // namespace vlrun

@@ -20,25 +20,25 @@ namespace vlrun {
 // between "##Vl_" and "##") by site(name), and each "$$VL_CGI_URL" by the
 // escaped cgiUrl. When baseUrl is not empty and the page has no BASE
 // element, one with baseUrl (and a closing '/') follows the HEAD tag.
-std::string fillPage(std::string_view page, const std::function<std::string(std::string_view)> &site,
+std::string FillPage(std::string_view page, const std::function<std::string(std::string_view)> &site,
                      std::string_view cgiUrl, std::string_view baseUrl);
 
 // A table of class "vl-<site>": a header row, then one row per result row.
-std::string siteTable(std::string_view site, const std::vector<std::string> &headers,
+std::string SiteTable(std::string_view site, const std::vector<std::string> &headers,
                       const std::vector<std::vector<std::string>> &rows);
 
 // The HTML of the site of the page: for each work call with column binds for
 // (page, site) (a bind without a page counts for any page), in call order,
 // the columns sorted by their order; a single column of a call limited to
 // one row gives its bare value. Empty when nothing is bound there.
-std::string siteHtml(const std::vector<std::unique_ptr<SgeWorkCallData>> &calls,
+std::string SiteHtml(const std::vector<std::unique_ptr<SgeWorkCallData>> &calls,
                      std::string_view page, std::string_view site);
 
 // Inserts html before the page's last </body> (any case), else at its end.
-std::string beforeBodyEnd(std::string_view page, std::string_view html);
+std::string BeforeBodyEnd(std::string_view page, std::string_view html);
 
 // A table of class "vl-<what>" of name/value pairs, escaped.
-std::string pairTable(std::string_view what,
+std::string PairTable(std::string_view what,
                       const std::vector<std::pair<std::string, std::string>> &pairs);
 
 } // namespace vlrun

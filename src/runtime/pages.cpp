@@ -14,12 +14,12 @@ namespace vlrun {
 
 namespace {
 
-std::string realPath(const std::string &path) {
+std::string RealPath(const std::string &path) {
     char resolved[PATH_MAX];
     return realpath(path.c_str(), resolved) ? std::string(resolved) : std::string();
 }
 
-bool readWhole(const std::string &path, std::string &content) {
+bool ReadWhole(const std::string &path, std::string &content) {
     std::FILE *f = std::fopen(path.c_str(), "rb");
     if (!f) return false;
     content.clear();
@@ -34,12 +34,12 @@ bool readWhole(const std::string &path, std::string &content) {
 
 // The file's real path when name is acceptable and the file lies inside the
 // HTML directory; empty otherwise.
-std::string insideHtmlDir(std::string_view name) {
+std::string InsideHtmlDir(std::string_view name) {
     if (name.empty() || name[0] == '/' || name.find("..") != std::string_view::npos ||
         name.find('\0') != std::string_view::npos)
         return {};
-    std::string dir = realPath(htmlDir());
-    std::string file = realPath(htmlDir() + "/" + std::string(name));
+    std::string dir = RealPath(HtmlDir());
+    std::string file = RealPath(HtmlDir() + "/" + std::string(name));
     if (dir.empty() || file.size() <= dir.size() + 1 || file.compare(0, dir.size(), dir) != 0 ||
         (file[dir.size()] != '/' && dir != "/"))
         return {};
@@ -48,32 +48,32 @@ std::string insideHtmlDir(std::string_view name) {
 
 } // namespace
 
-std::string htmlDir() {
-    const std::string &dir = settings().htmlDir;
-    return dir.empty() ? programDir() : fromProgramDir(dir);
+std::string HtmlDir() {
+    const std::string &dir = TheSettings().htmlDir;
+    return dir.empty() ? ProgramDir() : FromProgramDir(dir);
 }
 
-bool readHtmlDirFile(std::string_view name, std::string &content) {
-    std::string file = insideHtmlDir(name);
-    return !file.empty() && readWhole(file, content);
+bool ReadHtmlDirFile(std::string_view name, std::string &content) {
+    std::string file = InsideHtmlDir(name);
+    return !file.empty() && ReadWhole(file, content);
 }
 
-bool readPage(std::string_view name, std::string &text, std::string &message) {
+bool ReadPage(std::string_view name, std::string &text, std::string &message) {
     message = "The page " + std::string(name) + " is not part of this application.";
-    if (!isRegisteredPage(name)) {
+    if (!IsRegisteredPage(name)) {
         std::fprintf(stderr, "vlrun: page %.*s is not registered\n", static_cast<int>(name.size()),
                      name.data());
         return false;
     }
-    if (!readHtmlDirFile(name, text)) {
+    if (!ReadHtmlDirFile(name, text)) {
         std::fprintf(stderr, "vlrun: page %.*s not found in the HTML directory %s\n",
-                     static_cast<int>(name.size()), name.data(), htmlDir().c_str());
+                     static_cast<int>(name.size()), name.data(), HtmlDir().c_str());
         return false;
     }
     return true;
 }
 
-std::string contentTypeOf(std::string_view name) {
+std::string ContentTypeOf(std::string_view name) {
     struct Type {
         const char *extension;
         const char *type;

@@ -12,18 +12,18 @@ namespace vlrun {
 
 // The HTML directory: the configured one (relative to the program's
 // directory), else the program's directory.
-std::string htmlDir();
+std::string HtmlDir();
 
 // Reads a file of the HTML directory; false when the name is refused or the
 // file cannot be read.
-bool readHtmlDirFile(std::string_view name, std::string &content);
+bool ReadHtmlDirFile(std::string_view name, std::string &content);
 
 // Reads a registered page; false with the message for the error page.
-bool readPage(std::string_view name, std::string &text, std::string &message);
+bool ReadPage(std::string_view name, std::string &text, std::string &message);
 
 // The Content-Type for a file name's extension (application/octet-stream
 // for one it does not know).
-std::string contentTypeOf(std::string_view name);
+std::string ContentTypeOf(std::string_view name);
 
 } // namespace vlrun
 

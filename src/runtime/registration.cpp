@@ -28,27 +28,27 @@ struct Registrations {
     std::set<std::string, std::less<>> modules; // modules with an activator or alias
 };
 
-Registrations &registrations() {
+Registrations &TheRegistrations() {
     static Registrations r;
     return r;
 }
 
-std::string nameKey(std::string_view name) {
+std::string NameKey(std::string_view name) {
     return std::string(name);
 }
 
 // The module part of a full activator name: after the first "__" and the
 // type letter ("search__Fcatalog_html" -> "catalog_html").
-void noteModule(const char *fullName) {
+void NoteModule(const char *fullName) {
     const char *split = std::strstr(fullName, "__");
-    if (split && split[2]) registrations().modules.insert(split + 3);
+    if (split && split[2]) TheRegistrations().modules.insert(split + 3);
 }
 
 } // namespace
 
-VlActivatorProc findActivator(std::string_view name, std::string &fullName) {
-    Registrations &r = registrations();
-    std::string key = nameKey(name);
+VlActivatorProc FindActivator(std::string_view name, std::string &fullName) {
+    Registrations &r = TheRegistrations();
+    std::string key = NameKey(name);
     if (key.empty()) return nullptr;
     if (const auto *target = static_cast<const char *>(VlRegistryGetItem(r.aliases, key.c_str())))
         key = target;
@@ -58,14 +58,14 @@ VlActivatorProc findActivator(std::string_view name, std::string &fullName) {
     return activator->proc;
 }
 
-VlExecFunction findFunction(std::string_view name) {
-    std::string key = nameKey(name);
+VlExecFunction FindFunction(std::string_view name) {
+    std::string key = NameKey(name);
     const auto *f =
-        static_cast<const Function *>(VlRegistryGetItem(registrations().functions, key.c_str()));
+        static_cast<const Function *>(VlRegistryGetItem(TheRegistrations().functions, key.c_str()));
     return f ? f->proc : nullptr;
 }
 
-std::string moduleNameOf(std::string_view page) {
+std::string ModuleNameOf(std::string_view page) {
     std::size_t slash = page.rfind('/');
     std::string name(slash == std::string_view::npos ? page : page.substr(slash + 1));
     for (char &c : name)
@@ -73,44 +73,44 @@ std::string moduleNameOf(std::string_view page) {
     return name;
 }
 
-void registerPage(std::string_view page) {
-    if (!page.empty()) registrations().pages.emplace(page);
+void RegisterPage(std::string_view page) {
+    if (!page.empty()) TheRegistrations().pages.emplace(page);
 }
 
-bool isRegisteredPage(std::string_view page) {
-    const Registrations &r = registrations();
-    return r.pages.contains(page) || r.modules.contains(moduleNameOf(page));
+bool IsRegisteredPage(std::string_view page) {
+    const Registrations &r = TheRegistrations();
+    return r.pages.contains(page) || r.modules.contains(ModuleNameOf(page));
 }
 
 } // namespace vlrun
 
-using vlrun::registrations;
+using vlrun::TheRegistrations;
 
 extern "C" {
 
 void VlRegisterHtmlActivator(const char *fullName, VlActivatorProc activator) {
     if (!fullName || !*fullName || !activator) return;
-    vlrun::Registrations &r = registrations();
+    vlrun::Registrations &r = TheRegistrations();
     if (VlRegistryGetItem(r.activators, fullName)) return;
     VlRegistryAddItem(r.activators, fullName, new vlrun::Activator{activator});
-    vlrun::noteModule(fullName);
+    vlrun::NoteModule(fullName);
 }
 
 void VlRegisterHtmlAlias(const char *aliasName, const char *activatorName) {
     if (!aliasName || !*aliasName || !activatorName || !*activatorName) return;
-    vlrun::Registrations &r = registrations();
+    vlrun::Registrations &r = TheRegistrations();
     if (VlRegistryGetItem(r.aliases, aliasName)) return;
     VlRegistryAddItem(r.aliases, aliasName, strdup(activatorName));
-    vlrun::noteModule(aliasName);
+    vlrun::NoteModule(aliasName);
 }
 
 void VlRegisterHtmlPage(const char *pageName) {
-    if (pageName) vlrun::registerPage(pageName);
+    if (pageName) vlrun::RegisterPage(pageName);
 }
 
 void VlRegisterFunction(const char *name, VlExecFunction function) {
     if (!name || !*name || !function) return;
-    vlrun::Registrations &r = registrations();
+    vlrun::Registrations &r = TheRegistrations();
     if (VlRegistryGetItem(r.functions, name)) return;
     VlRegistryAddItem(r.functions, name, new vlrun::Function{function});
 }

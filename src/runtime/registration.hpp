@@ -13,19 +13,19 @@ namespace vlrun {
 
 // The activator of a full name or of an alias of it; null when unknown. The
 // activator's own full name goes to fullName.
-VlActivatorProc findActivator(std::string_view name, std::string &fullName);
+VlActivatorProc FindActivator(std::string_view name, std::string &fullName);
 
-VlExecFunction findFunction(std::string_view name);
+VlExecFunction FindFunction(std::string_view name);
 
 // A page's module name: its file name with every character that is not an
 // ASCII letter or digit replaced by '_' ("catalog.html" -> "catalog_html").
-std::string moduleNameOf(std::string_view page);
+std::string ModuleNameOf(std::string_view page);
 
 // Pages the program may answer with: those registered by name (the start
 // page and column-bind pages are registered as the program learns them) and
 // those whose module has a registered activator or alias.
-void registerPage(std::string_view page);
-bool isRegisteredPage(std::string_view page);
+void RegisterPage(std::string_view page);
+bool IsRegisteredPage(std::string_view page);
 
 } // namespace vlrun
 

@@ -16,13 +16,13 @@ namespace {
 // Highest argument index that unpacking looks at.
 constexpr int kLastArg = 1024;
 
-SutList *ensure(SutList *&list) {
+SutList *Ensure(SutList *&list) {
     if (!list) list = SutNewList();
     return list;
 }
 
 // Takes the value of the option and removes the option, found or not.
-char *takeOption(SutList *options, int i, const char *part) {
+char *TakeOption(SutList *options, int i, const char *part) {
     char name[32];
     std::snprintf(name, sizeof name, "Arg%-d%s", i, part);
     char *value = VlGetOptionValue(options, name);
@@ -31,11 +31,11 @@ char *takeOption(SutList *options, int i, const char *part) {
 }
 
 // The loop both unpackers share; swapped fills name from the Value option.
-int unpack(VlRequest *request, bool swapped) {
+int Unpack(VlRequest *request, bool swapped) {
     if (!request || !request->options) return 1;
     for (int i = 0; i <= kLastArg; i++) {
-        char *name = takeOption(request->options, i, "Name");
-        char *value = takeOption(request->options, i, "Value");
+        char *name = TakeOption(request->options, i, "Name");
+        char *value = TakeOption(request->options, i, "Value");
         if (!name || !value) {
             std::free(name);
             std::free(value);
@@ -50,22 +50,22 @@ int unpack(VlRequest *request, bool swapped) {
             arg->value = value;
             arg->number = std::atoi(name);
         }
-        SutAddList(ensure(request->args), arg);
+        SutAddList(Ensure(request->args), arg);
     }
     return 0;
 }
 
-VlReqArg *argAt(VlRequest *request, int n) {
+VlReqArg *ArgAt(VlRequest *request, int n) {
     return request ? static_cast<VlReqArg *>(SutGetNList(request->args, n)) : nullptr;
 }
 
-int appendCount(VlRequest *request, SutList *VlRequest::*field, int n) {
+int AppendCount(VlRequest *request, SutList *VlRequest::*field, int n) {
     if (!request || n < 0) return 1;
-    SutAddList(ensure(request->*field), reinterpret_cast<void *>(static_cast<intptr_t>(n)));
+    SutAddList(Ensure(request->*field), reinterpret_cast<void *>(static_cast<intptr_t>(n)));
     return 0;
 }
 
-int setField(VlRequest *request, int VlRequest::*field, int n) {
+int SetField(VlRequest *request, int VlRequest::*field, int n) {
     if (!request || n < 0) return 1;
     request->*field = n;
     return 0;
@@ -76,29 +76,29 @@ int setField(VlRequest *request, int VlRequest::*field, int n) {
 extern "C" {
 
 int VlUnPackOdbcArgs(VlRequest *request) {
-    return unpack(request, false);
+    return Unpack(request, false);
 }
 
 int VlUnPackArgsFromOptions(VlRequest *request) {
-    return unpack(request, true);
+    return Unpack(request, true);
 }
 
 char *VlReqGetArgByName(VlRequest *request, const char *name) {
     if (!request || !name || !*name) return nullptr;
     for (int i = 0; i < SutSizList(request->args); i++) {
-        VlReqArg *arg = argAt(request, i);
+        VlReqArg *arg = ArgAt(request, i);
         if (arg && arg->name && *arg->name && std::strcmp(arg->name, name) == 0) return arg->value;
     }
     return nullptr;
 }
 
 char *VlReqGetNArg(VlRequest *request, int n) {
-    VlReqArg *arg = argAt(request, n);
+    VlReqArg *arg = ArgAt(request, n);
     return arg ? arg->value : nullptr;
 }
 
 char *VlReqGetNArgName(VlRequest *request, int n) {
-    VlReqArg *arg = argAt(request, n);
+    VlReqArg *arg = ArgAt(request, n);
     return arg ? arg->name : nullptr;
 }
 
@@ -112,32 +112,32 @@ SutList *VlReqGetOptionList(VlRequest *request) {
 
 int VlReqAppendString(VlRequest *request, const char *text) {
     if (!request) return 1;
-    SutAddList(ensure(request->strings), VlCopyString(text));
+    SutAddList(Ensure(request->strings), VlCopyString(text));
     return 0;
 }
 
 int VlReqAppendRowCount(VlRequest *request, int n) {
-    return appendCount(request, &VlRequest::rowCounts, n);
+    return AppendCount(request, &VlRequest::rowCounts, n);
 }
 
 int VlReqAppendColCount(VlRequest *request, int n) {
-    return appendCount(request, &VlRequest::colCounts, n);
+    return AppendCount(request, &VlRequest::colCounts, n);
 }
 
 int VlReqSetGroupCount(VlRequest *request, int n) {
-    return setField(request, &VlRequest::groupCount, n);
+    return SetField(request, &VlRequest::groupCount, n);
 }
 
 int VlReqSetErrorCode(VlRequest *request, int n) {
-    return setField(request, &VlRequest::errorCode, n);
+    return SetField(request, &VlRequest::errorCode, n);
 }
 
 int VlReqSetReturnCode(VlRequest *request, int n) {
-    return setField(request, &VlRequest::returnCode, n);
+    return SetField(request, &VlRequest::returnCode, n);
 }
 
 int VlReqSetAffectedRowCount(VlRequest *request, int n) {
-    return setField(request, &VlRequest::affectedRowCount, n);
+    return SetField(request, &VlRequest::affectedRowCount, n);
 }
 
 int VlReqAppendError(VlRequest *request, int a, int b, int c, const char *text, int d, int e) {
@@ -149,14 +149,14 @@ int VlReqAppendError(VlRequest *request, int a, int b, int c, const char *text, 
     error->text = VlCopyString(text);
     error->value4 = d;
     error->value5 = e;
-    SutAddList(ensure(request->errors), error);
+    SutAddList(Ensure(request->errors), error);
     return 0;
 }
 
 void VlReqDelete(VlRequest *request) {
     if (!request) return;
     for (int i = 0; i < SutSizList(request->args); i++) {
-        if (VlReqArg *arg = argAt(request, i)) {
+        if (VlReqArg *arg = ArgAt(request, i)) {
             std::free(arg->name);
             std::free(arg->value);
         }

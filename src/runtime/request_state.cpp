@@ -26,15 +26,15 @@ RequestState::~RequestState() {
     VlReqDelete(record);
 }
 
-RequestState *currentRequest() {
+RequestState *CurrentRequest() {
     return current;
 }
 
-void setCurrentRequest(RequestState *request) {
+void SetCurrentRequest(RequestState *request) {
     current = request;
 }
 
-void failRequest(Fault fault) {
+void FailRequest(Fault fault) {
     const std::string &detail = fault.detail.empty() ? fault.message : fault.detail;
     std::fprintf(stderr, "vlrun: %d: %s\n", fault.status, detail.c_str());
     if (!current) return;

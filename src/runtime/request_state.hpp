@@ -34,12 +34,12 @@ struct RequestState {
 };
 
 // The request being answered, or null outside VlProcessRequest.
-RequestState *currentRequest();
-void setCurrentRequest(RequestState *request);
+RequestState *CurrentRequest();
+void SetCurrentRequest(RequestState *request);
 
 // Records a failure of the current request: the first one decides the
 // answer; each is written to standard error and kept in the record's errors.
-void failRequest(Fault fault);
+void FailRequest(Fault fault);
 
 } // namespace vlrun
 

@@ -27,23 +27,23 @@ constexpr VendorName kVendors[] = {
     {SGEINGRES, "INGRES"},
 };
 
-std::string &programDirText() {
+std::string &ProgramDirText() {
     static std::string dir = ".";
     return dir;
 }
 
-std::string text(const char *s) {
+std::string Text(const char *s) {
     return s ? s : "";
 }
 
 // An HTML path may be written with a drive ("c:/www"): the part after the
 // first colon is the directory, as the main module's generator takes it.
-std::string withoutDrive(std::string_view path) {
+std::string WithoutDrive(std::string_view path) {
     std::size_t colon = path.find(':');
     return std::string(colon == std::string_view::npos ? path : path.substr(colon + 1));
 }
 
-void setVendor(Settings &s, std::string_view word) {
+void SetVendor(Settings &s, std::string_view word) {
     s.vendor = 0;
     s.vendorName = word;
     for (const VendorName &v : kVendors)
@@ -51,7 +51,7 @@ void setVendor(Settings &s, std::string_view word) {
 }
 
 // One line of the configuration file, as "name" and "value".
-void apply(Settings &s, std::string_view name, const std::string &value) {
+void Apply(Settings &s, std::string_view name, const std::string &value) {
     bool yes = value == "True";
     if (name == "Project.HTML Startup Document")
         s.startupHtml = value;
@@ -72,7 +72,7 @@ void apply(Settings &s, std::string_view name, const std::string &value) {
     else if (name == "HTML URL")
         s.htmlUrl = value;
     else if (name == "HTML Path")
-        s.htmlDir = withoutDrive(value);
+        s.htmlDir = WithoutDrive(value);
     else if (name == "GIF URL")
         s.gifUrl = value;
     else if (name == "Database Server")
@@ -80,7 +80,7 @@ void apply(Settings &s, std::string_view name, const std::string &value) {
     else if (name == "Database Name")
         s.database = value;
     else if (name == "Database Vendor")
-        setVendor(s, value);
+        SetVendor(s, value);
     else if (name == "Database User Name")
         s.user = value;
     else if (name == "STATE_HOST")
@@ -93,18 +93,18 @@ void apply(Settings &s, std::string_view name, const std::string &value) {
 
 } // namespace
 
-Settings &settings() {
+Settings &TheSettings() {
     static Settings s;
     return s;
 }
 
-std::string_view vendorWord(int vendor) {
+std::string_view VendorWord(int vendor) {
     for (const VendorName &v : kVendors)
         if (v.vendor == vendor) return v.word;
     return {};
 }
 
-void setProgramDir(const char *argv0) {
+void SetProgramDir(const char *argv0) {
     std::string path = argv0 && std::strchr(argv0, '/') ? argv0 : "";
     if (path.empty()) {
         char exe[PATH_MAX];
@@ -112,138 +112,138 @@ void setProgramDir(const char *argv0) {
         if (n > 0) path.assign(exe, static_cast<std::size_t>(n));
     }
     std::size_t slash = path.rfind('/');
-    programDirText() = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
+    ProgramDirText() = slash == std::string::npos ? "." : slash == 0 ? "/" : path.substr(0, slash);
 }
 
-const std::string &programDir() {
-    return programDirText();
+const std::string &ProgramDir() {
+    return ProgramDirText();
 }
 
-std::string fromProgramDir(std::string_view path) {
+std::string FromProgramDir(std::string_view path) {
     if (!path.empty() && path[0] == '/') return std::string(path);
-    return programDir() + "/" + std::string(path);
+    return ProgramDir() + "/" + std::string(path);
 }
 
-void readConfigFile(Settings &s) {
+void ReadConfigFile(Settings &s) {
     if (!s.allowConfigFile || s.configFile.empty()) return;
-    SutList *lines = VlOptionGetFromFile(fromProgramDir(s.configFile).c_str());
+    SutList *lines = VlOptionGetFromFile(FromProgramDir(s.configFile).c_str());
     for (int i = 0; i < SutSizList(lines); i++) {
         std::string_view line(static_cast<const char *>(SutGetNList(lines, i)));
         std::size_t sep = line.find(" : ");
         if (sep != std::string_view::npos)
-            apply(s, line.substr(0, sep), std::string(line.substr(sep + 3)));
+            Apply(s, line.substr(0, sep), std::string(line.substr(sep + 3)));
     }
     SutDestroyList(lines);
 }
 
 } // namespace vlrun
 
-using vlrun::settings;
+using vlrun::TheSettings;
 
 extern "C" {
 
 void VlInitHeaders(void) {
     // Only the settings start afresh: the activators are registered before.
-    settings() = vlrun::Settings();
+    TheSettings() = vlrun::Settings();
 }
 
 void VlRelocatableProject(int relocatable) {
-    settings().relocatable = relocatable != 0;
+    TheSettings().relocatable = relocatable != 0;
 }
 
 void VlSetDefaults(const char *server, const char *database) {
-    settings().server = vlrun::text(server);
-    settings().database = vlrun::text(database);
+    TheSettings().server = vlrun::Text(server);
+    TheSettings().database = vlrun::Text(database);
 }
 
 void VlSetStartupHtml(const char *page) {
-    settings().startupHtml = vlrun::text(page);
+    TheSettings().startupHtml = vlrun::Text(page);
 }
 
 void VlSetHtmlURL(const char *url) {
-    settings().htmlUrl = vlrun::text(url);
+    TheSettings().htmlUrl = vlrun::Text(url);
 }
 
 void VlSetApiMaxNum(int count) {
-    settings().apiMaxNum = count;
+    TheSettings().apiMaxNum = count;
 }
 
 void VlAllowShutDown(int allow) {
-    settings().allowShutDown = allow != 0;
+    TheSettings().allowShutDown = allow != 0;
 }
 
 void VlSetCacheNumConn(int count) {
-    settings().cacheNumConn = count;
+    TheSettings().cacheNumConn = count;
 }
 
 void VlSetSessTimeOut(int seconds) {
-    settings().sessTimeOut = seconds;
+    TheSettings().sessTimeOut = seconds;
 }
 
 void VlSetGifURL(const char *url) {
-    settings().gifUrl = vlrun::text(url);
+    TheSettings().gifUrl = vlrun::Text(url);
 }
 
 void VlSetDefaultVendor(int vendor) {
-    settings().vendor = vendor;
-    std::string_view word = vlrun::vendorWord(vendor);
-    settings().vendorName = word.empty() ? "number " + std::to_string(vendor) : std::string(word);
+    TheSettings().vendor = vendor;
+    std::string_view word = vlrun::VendorWord(vendor);
+    TheSettings().vendorName = word.empty() ? "number " + std::to_string(vendor) : std::string(word);
 }
 
 void VlSetOrbHost(const char *host) {
-    settings().orbHost = vlrun::text(host);
+    TheSettings().orbHost = vlrun::Text(host);
 }
 
 void VlSetOrbSeed(long seed) {
-    settings().orbSeed = seed;
+    TheSettings().orbSeed = seed;
 }
 
 void VlSetDefaultUser(const char *user) {
-    settings().user = vlrun::text(user);
+    TheSettings().user = vlrun::Text(user);
 }
 
 void VlSetDefaultPass(const char *password) {
-    settings().password = vlrun::text(password);
+    TheSettings().password = vlrun::Text(password);
 }
 
 void VlAllowSQL(int allow) {
-    settings().allowSql = allow != 0;
+    TheSettings().allowSql = allow != 0;
 }
 
 void VlAllowConfigFile(int allow) {
-    settings().allowConfigFile = allow != 0;
+    TheSettings().allowConfigFile = allow != 0;
 }
 
 void VlSetConfigFile(const char *fileName) {
-    settings().configFile = vlrun::text(fileName);
+    TheSettings().configFile = vlrun::Text(fileName);
 }
 
 void VlSetHtmlDir(const char *directory) {
-    settings().htmlDir = vlrun::text(directory);
+    TheSettings().htmlDir = vlrun::Text(directory);
 }
 
 void VlSetPrintArgs(int print) {
-    settings().printArgs = print != 0;
+    TheSettings().printArgs = print != 0;
 }
 
 void VlSetPrintEnv(int print) {
-    settings().printEnv = print != 0;
+    TheSettings().printEnv = print != 0;
 }
 
 void VlProcessLogin(int required) {
-    settings().loginRequired = required != 0;
+    TheSettings().loginRequired = required != 0;
 }
 
 void VlSetDoCommonLog(int log) {
-    settings().commonLog = log != 0;
+    TheSettings().commonLog = log != 0;
 }
 
 void VlSetUseAppLogin(int use) {
-    settings().useAppLogin = use != 0;
+    TheSettings().useAppLogin = use != 0;
 }
 
 void VlSetStateHost(const char *host) {
-    settings().stateHost = vlrun::text(host);
+    TheSettings().stateHost = vlrun::Text(host);
 }
 
 } // extern "C"

@@ -42,20 +42,20 @@ struct Settings {
     std::string stateHost;
 };
 
-Settings &settings();
+Settings &TheSettings();
 
 // The vendor word of a constant (SQLITE, POSTGRES, ORACLE, ...), or empty.
-std::string_view vendorWord(int vendor);
+std::string_view VendorWord(int vendor);
 
 // The directory of the running program (from argv[0], else /proc/self/exe).
-void setProgramDir(const char *argv0);
-const std::string &programDir();
+void SetProgramDir(const char *argv0);
+const std::string &ProgramDir();
 // path itself when absolute, else path under the program's directory.
-std::string fromProgramDir(std::string_view path);
+std::string FromProgramDir(std::string_view path);
 
 // Applies the configuration file over the settings when the program allows
 // one; a missing file changes nothing.
-void readConfigFile(Settings &s);
+void ReadConfigFile(Settings &s);
 
 } // namespace vlrun
 

@@ -10,11 +10,11 @@ namespace vlrun {
 
 namespace {
 
-bool isDigit(char c) {
+bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-std::string lowerBaseName(std::string_view name) {
+std::string LowerBaseName(std::string_view name) {
     std::string out;
     for (char c : name.substr(0, name.find('('))) {
         if (c == ' ' || c == '\t') continue;
@@ -24,13 +24,13 @@ std::string lowerBaseName(std::string_view name) {
 }
 
 // Digits in a decimal's text, or -1 when it is not a decimal.
-int decimalDigits(std::string_view s) {
+int DecimalDigits(std::string_view s) {
     std::size_t i = 0;
     if (i < s.size() && (s[i] == '+' || s[i] == '-')) i++;
     int digits = 0;
     bool point = false;
     for (; i < s.size(); i++) {
-        if (isDigit(s[i]))
+        if (IsDigit(s[i]))
             digits++;
         else if (s[i] == '.' && !point)
             point = true;
@@ -42,14 +42,14 @@ int decimalDigits(std::string_view s) {
         i++;
         if (i < s.size() && (s[i] == '+' || s[i] == '-')) i++;
         std::size_t start = i;
-        while (i < s.size() && isDigit(s[i]))
+        while (i < s.size() && IsDigit(s[i]))
             i++;
         if (i == start) return -1;
     }
     return i == s.size() ? digits : -1;
 }
 
-std::size_t utf8Length(std::string_view s) {
+std::size_t Utf8Length(std::string_view s) {
     std::size_t n = 0;
     for (char c : s)
         if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) n++;
@@ -58,14 +58,14 @@ std::size_t utf8Length(std::string_view s) {
 
 } // namespace
 
-ValueType valueTypeOf(std::string_view dataType, int dataTypeId) {
+ValueType ValueTypeOf(std::string_view dataType, int dataTypeId) {
     static constexpr std::string_view kIntegers[] = {
         "int",  "integer", "smallint", "tinyint", "bigint", "mediumint", "int2",
         "int4", "int8",    "serial",   "bigserial", "bit",  "bool",      "boolean"};
     static constexpr std::string_view kNumerics[] = {
         "decimal", "numeric", "number", "float",  "real",  "double",
         "doubleprecision", "money", "float4", "float8", "smallmoney"};
-    std::string name = lowerBaseName(dataType);
+    std::string name = LowerBaseName(dataType);
     if (!name.empty()) {
         for (std::string_view t : kIntegers)
             if (name == t) return ValueType::Integer;
@@ -91,15 +91,15 @@ ValueType valueTypeOf(std::string_view dataType, int dataTypeId) {
     }
 }
 
-bool typedValue(std::string_view dataType, int dataTypeId, int size, const std::string *text,
+bool ToTypedValue(std::string_view dataType, int dataTypeId, int size, const std::string *text,
                 TypedValue &out, std::string &message) {
     out = TypedValue();
-    out.type = valueTypeOf(dataType, dataTypeId);
+    out.type = ValueTypeOf(dataType, dataTypeId);
     if (!text) return true;
     std::string_view s(*text);
     if (out.type == ValueType::Text) {
         out.null = false;
-        if (size > 0 && utf8Length(s) > static_cast<std::size_t>(size)) {
+        if (size > 0 && Utf8Length(s) > static_cast<std::size_t>(size)) {
             message = "is longer than " + std::to_string(size) + " characters";
             return false;
         }
@@ -111,7 +111,7 @@ bool typedValue(std::string_view dataType, int dataTypeId, int size, const std::
         std::size_t digitsFrom = s[0] == '+' || s[0] == '-' ? 1 : 0;
         bool digits = s.size() > digitsFrom;
         for (std::size_t i = digitsFrom; i < s.size(); i++)
-            digits = digits && isDigit(s[i]);
+            digits = digits && IsDigit(s[i]);
         int bytes = size == 1 || size == 2 || size == 4 ? size : 8;
         long long limit = bytes == 8 ? 0 : 1LL << (bytes * 8 - 1);
         errno = 0;
@@ -122,7 +122,7 @@ bool typedValue(std::string_view dataType, int dataTypeId, int size, const std::
         }
         return true;
     }
-    int digits = decimalDigits(s);
+    int digits = DecimalDigits(s);
     out.number = digits < 0 ? 0 : std::strtod(text->c_str(), nullptr);
     if (digits < 0 || !std::isfinite(out.number)) {
         message = "is not a number";

@@ -15,7 +15,7 @@ enum class ValueType { Integer, Numeric, Text };
 // "float", "real", "double", "money", ... numeric; other names text. Without
 // a name, the ODBC type number decides (4, 5, -5, -6, -7 integer; 2, 3, 6,
 // 7, 8 numeric).
-ValueType valueTypeOf(std::string_view dataType, int dataTypeId);
+ValueType ValueTypeOf(std::string_view dataType, int dataTypeId);
 
 struct TypedValue {
     ValueType type = ValueType::Text;
@@ -30,7 +30,7 @@ struct TypedValue {
 // digits; a text has at most size characters (UTF-8). An empty integer or
 // number is null. Size 0 or less does not limit. False with a message when
 // the value does not fit.
-bool typedValue(std::string_view dataType, int dataTypeId, int size, const std::string *text,
+bool ToTypedValue(std::string_view dataType, int dataTypeId, int size, const std::string *text,
                 TypedValue &out, std::string &message);
 
 } // namespace vlrun

@@ -17,41 +17,41 @@ namespace vlrun {
 
 namespace {
 
-std::string text(const char *s) {
+std::string Text(const char *s) {
     return s ? s : "";
 }
 
-void appendTexts(std::vector<std::string> &list, va_list args) {
+void AppendTexts(std::vector<std::string> &list, va_list args) {
     while (const char *item = va_arg(args, const char *))
         list.emplace_back(item);
 }
 
 // The bind that an option list names by its number (from 1), else the last.
-template <typename T> T *numbered(std::vector<T> &binds, int number) {
+template <typename T> T *Numbered(std::vector<T> &binds, int number) {
     if (binds.empty()) return nullptr;
     return number >= 1 && static_cast<std::size_t>(number) <= binds.size() ? &binds[number - 1]
                                                                            : &binds.back();
 }
 
-ArgumentBind &addArgument(SgeWorkCallData &call, int dataTypeId, const char *name,
+ArgumentBind &AddArgument(SgeWorkCallData &call, int dataTypeId, const char *name,
                           const char *value) {
     ArgumentBind &arg = call.arguments.emplace_back();
     arg.dataTypeId = dataTypeId;
-    arg.name = text(name);
+    arg.name = Text(name);
     arg.hasValue = value != nullptr;
-    arg.value = text(value);
+    arg.value = Text(value);
     return arg;
 }
 
 // Types and checks every argument; a value that does not fit refuses the
 // request with status 400.
-bool checkArguments(SgeWorkCallData &call) {
+bool CheckArguments(SgeWorkCallData &call) {
     for (ArgumentBind &arg : call.arguments) {
         std::string why;
-        if (!typedValue(arg.dataType, arg.dataTypeId, arg.size, arg.hasValue ? &arg.value : nullptr,
+        if (!ToTypedValue(arg.dataType, arg.dataTypeId, arg.size, arg.hasValue ? &arg.value : nullptr,
                         arg.typed, why)) {
-            failRequest({400, "The value for " + arg.name + " " + why + ".",
-                         describe(call) + ": argument " + arg.name + " " + why});
+            FailRequest({400, "The value for " + arg.name + " " + why + ".",
+                         Describe(call) + ": argument " + arg.name + " " + why});
             return false;
         }
     }
@@ -60,8 +60,8 @@ bool checkArguments(SgeWorkCallData &call) {
 
 } // namespace
 
-void beginResults(SgeWorkCallData &call, std::vector<std::string> names) {
-    RequestState *request = currentRequest();
+void BeginResults(SgeWorkCallData &call, std::vector<std::string> names) {
+    RequestState *request = CurrentRequest();
     call.ran = true;
     call.firstString = request->record->strings ? SutSizList(request->record->strings) : 0;
     call.rows = 0;
@@ -70,27 +70,33 @@ void beginResults(SgeWorkCallData &call, std::vector<std::string> names) {
     call.resultNames = std::move(names);
 }
 
-bool wantsMoreRows(const SgeWorkCallData &call) {
+bool WantsMoreRows(const SgeWorkCallData &call) {
     return call.maxRows < 1 || call.rows < call.maxRows;
 }
 
-void addResultRow(SgeWorkCallData &call, const std::vector<std::string> &values) {
-    VlRequest *record = currentRequest()->record;
+void AddResultRow(SgeWorkCallData &call, const std::vector<std::string> &values) {
+    VlRequest *record = CurrentRequest()->record;
     for (int i = 0; i < call.columnCount; i++)
         VlReqAppendString(record, static_cast<std::size_t>(i) < values.size() ? values[i].c_str() : "");
     call.rows++;
 }
 
-void endResults(SgeWorkCallData &call, int affected) {
-    VlRequest *record = currentRequest()->record;
+void EndResults(SgeWorkCallData &call, int affected) {
+    VlRequest *record = CurrentRequest()->record;
     call.affected = affected;
     VlReqAppendRowCount(record, call.rows);
     VlReqAppendColCount(record, call.columnCount);
     VlReqSetAffectedRowCount(record, affected);
 }
 
-const char *resultValue(const SgeWorkCallData &call, int row, int column) {
-    RequestState *request = currentRequest();
+const ArgumentBind *ArgumentNamed(const SgeWorkCallData &call, std::string_view name) {
+    for (const ArgumentBind &arg : call.arguments)
+        if (arg.name == name) return &arg;
+    return nullptr;
+}
+
+const char *ResultValue(const SgeWorkCallData &call, int row, int column) {
+    RequestState *request = CurrentRequest();
     if (!request || !call.ran || row < 0 || row >= call.rows || column < 0 ||
         column >= call.columnCount)
         return nullptr;
@@ -98,34 +104,40 @@ const char *resultValue(const SgeWorkCallData &call, int row, int column) {
         SutGetNList(request->record->strings, call.firstString + row * call.columnCount + column));
 }
 
-std::string describe(const SgeWorkCallData &call) {
+std::string Describe(const SgeWorkCallData &call) {
     return "work call " + call.name + " of " + (call.activator.empty() ? "?" : call.activator);
 }
 
-std::string optionValue(const std::vector<std::string> &options, std::string_view name) {
+std::vector<std::string> OptionValues(const std::vector<std::string> &options, std::string_view name) {
+    std::vector<std::string> values;
     for (const std::string &line : options)
         if (line.size() >= name.size() + 3 && line.compare(0, name.size(), name) == 0 &&
             line.compare(name.size(), 3, " : ") == 0)
-            return line.substr(name.size() + 3);
-    return {};
+            values.push_back(line.substr(name.size() + 3));
+    return values;
+}
+
+std::string OptionValue(const std::vector<std::string> &options, std::string_view name) {
+    std::vector<std::string> values = OptionValues(options, name);
+    return values.empty() ? std::string() : values.front();
 }
 
 } // namespace vlrun
 
-using vlrun::currentRequest;
+using vlrun::CurrentRequest;
 
 extern "C" {
 
 pSgeWorkCallData getSgeWorkCallData(XtPointer widget, long maxRows, const char *server,
                                     const char *database, const char *name, int kind) {
-    vlrun::RequestState *request = currentRequest();
+    vlrun::RequestState *request = CurrentRequest();
     if (!request) return nullptr;
     auto call = std::make_unique<SgeWorkCallData>();
-    call->activator = vlrun::text(static_cast<const char *>(widget));
+    call->activator = vlrun::Text(static_cast<const char *>(widget));
     call->maxRows = maxRows;
-    call->server = vlrun::text(server);
-    call->database = vlrun::text(database);
-    call->name = vlrun::text(name);
+    call->server = vlrun::Text(server);
+    call->database = vlrun::Text(database);
+    call->name = vlrun::Text(name);
     call->kind = kind;
     request->calls.push_back(std::move(call));
     return request->calls.back().get();
@@ -139,21 +151,21 @@ void SgeSetCallDetail(pSgeWorkCallData, int, const void *, int, const void *, co
 void SgeVaSetFrags(pSgeWorkCallData call, ...) {
     va_list args;
     va_start(args, call);
-    if (call) vlrun::appendTexts(call->fragments, args);
+    if (call) vlrun::AppendTexts(call->fragments, args);
     va_end(args);
 }
 
 void VlVaSetReqOptions(pSgeWorkCallData call, ...) {
     va_list args;
     va_start(args, call);
-    if (call) vlrun::appendTexts(call->requestOptions, args);
+    if (call) vlrun::AppendTexts(call->requestOptions, args);
     va_end(args);
 }
 
 void VlVaSetCallOptions(pSgeWorkCallData call, ...) {
     va_list args;
     va_start(args, call);
-    if (call) vlrun::appendTexts(call->callOptions, args);
+    if (call) vlrun::AppendTexts(call->callOptions, args);
     va_end(args);
 }
 
@@ -165,7 +177,7 @@ void SgeSetColBind(pSgeWorkCallData call, const void *widget, int group, int ord
     std::size_t bar = where.find('|');
     if (bar != std::string_view::npos) {
         column.page = where.substr(0, bar);
-        vlrun::registerPage(column.page);
+        vlrun::RegisterPage(column.page);
     }
     column.site = where.substr(bar == std::string_view::npos ? 0 : bar + 1);
     column.group = group;
@@ -179,54 +191,54 @@ void SgeSetColDetail(pSgeWorkCallData call, int dataTypeId, int, int, int, const
     if (!call || call->columns.empty()) return;
     vlrun::ColumnBind &column = call->columns.back();
     column.dataTypeId = dataTypeId;
-    column.dataType = vlrun::text(dataType);
-    column.columnName = vlrun::text(columnName);
+    column.dataType = vlrun::Text(dataType);
+    column.columnName = vlrun::Text(columnName);
 }
 
 void VlVaSetColOptions(pSgeWorkCallData call, int column, ...) {
     va_list args;
     va_start(args, column);
-    if (vlrun::ColumnBind *bind = call ? vlrun::numbered(call->columns, column) : nullptr)
-        vlrun::appendTexts(bind->options, args);
+    if (vlrun::ColumnBind *bind = call ? vlrun::Numbered(call->columns, column) : nullptr)
+        vlrun::AppendTexts(bind->options, args);
     va_end(args);
 }
 
 void SgeSetArgBnd2(pSgeWorkCallData call, int dataTypeId, int size, const char *name,
                    const char *dataType, const char *value) {
     if (!call) return;
-    vlrun::ArgumentBind &arg = vlrun::addArgument(*call, dataTypeId, name, value);
+    vlrun::ArgumentBind &arg = vlrun::AddArgument(*call, dataTypeId, name, value);
     arg.size = size;
-    arg.dataType = vlrun::text(dataType);
+    arg.dataType = vlrun::Text(dataType);
 }
 
 void SgeSetArgBind(pSgeWorkCallData call, int dataTypeId, const char *name, const char *value) {
-    if (call) vlrun::addArgument(*call, dataTypeId, name, value);
+    if (call) vlrun::AddArgument(*call, dataTypeId, name, value);
 }
 
 void VlVaSetArgOptions(pSgeWorkCallData call, int argument, ...) {
     va_list args;
     va_start(args, argument);
-    if (vlrun::ArgumentBind *bind = call ? vlrun::numbered(call->arguments, argument) : nullptr)
-        vlrun::appendTexts(bind->options, args);
+    if (vlrun::ArgumentBind *bind = call ? vlrun::Numbered(call->arguments, argument) : nullptr)
+        vlrun::AppendTexts(bind->options, args);
     va_end(args);
 }
 
 int DoWorkProc(pSgeWorkCallData call, int) {
-    vlrun::RequestState *request = currentRequest();
+    vlrun::RequestState *request = CurrentRequest();
     // After a failure nothing more runs: the request is rolled back anyway.
     if (!request || !call || request->fault.status) return -1;
-    if (!vlrun::checkArguments(*call)) return -1;
+    if (!vlrun::CheckArguments(*call)) return -1;
     vlrun::Fault fault;
     if (call->kind == NULL_EXEC) {
-        vlrun::beginResults(*call, {});
-        vlrun::endResults(*call, 0);
+        vlrun::BeginResults(*call, {});
+        vlrun::EndResults(*call, 0);
     } else if (call->kind == READ_FILE || call->kind == READ_EXEC || call->kind == EXEC_FUNCTION) {
-        fault = vlrun::runFileObject(*call);
+        fault = vlrun::RunFileObject(*call);
     } else {
-        fault = request->databases->run(*call);
+        fault = request->databases->Run(*call);
     }
     if (fault.status) {
-        vlrun::failRequest(std::move(fault));
+        vlrun::FailRequest(std::move(fault));
         return -1;
     }
     return 0;
@@ -241,7 +253,7 @@ int VlGetColumnCount(pSgeWorkCallData call) {
 }
 
 const char *VlGetValue(pSgeWorkCallData call, int row, int column) {
-    return call ? vlrun::resultValue(*call, row, column) : nullptr;
+    return call ? vlrun::ResultValue(*call, row, column) : nullptr;
 }
 
 int VlGetAffectedRows(pSgeWorkCallData call) {
@@ -249,26 +261,24 @@ int VlGetAffectedRows(pSgeWorkCallData call) {
 }
 
 const char *VlGetArgValue(pSgeWorkCallData call, const char *name) {
-    if (!call || !name) return nullptr;
-    for (const vlrun::ArgumentBind &arg : call->arguments)
-        if (arg.name == name) return arg.hasValue ? arg.value.c_str() : nullptr;
-    return nullptr;
+    const vlrun::ArgumentBind *arg = call && name ? vlrun::ArgumentNamed(*call, name) : nullptr;
+    return arg && arg->hasValue ? arg->value.c_str() : nullptr;
 }
 
 int VlAddRow(pSgeWorkCallData call, int count, const char *const *values) {
-    if (!call || !currentRequest() || count < 0 || (count > 0 && !values)) return -1;
+    if (!call || !CurrentRequest() || count < 0 || (count > 0 && !values)) return -1;
     std::vector<std::string> row;
     row.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; i++)
-        row.emplace_back(vlrun::text(values[i]));
+        row.emplace_back(vlrun::Text(values[i]));
     if (!call->ran) {
         std::vector<std::string> names;
         for (int i = 1; i <= count; i++)
             names.push_back(std::to_string(i));
-        vlrun::beginResults(*call, std::move(names));
+        vlrun::BeginResults(*call, std::move(names));
     }
-    if (!vlrun::wantsMoreRows(*call)) return 0;
-    vlrun::addResultRow(*call, row);
+    if (!vlrun::WantsMoreRows(*call)) return 0;
+    vlrun::AddResultRow(*call, row);
     return 0;
 }
 

@@ -64,20 +64,25 @@ struct SgeWorkCallData {
 namespace vlrun {
 
 // Result collection for the database and the file objects.
-void beginResults(SgeWorkCallData &call, std::vector<std::string> names);
-bool wantsMoreRows(const SgeWorkCallData &call);
+void BeginResults(SgeWorkCallData &call, std::vector<std::string> names);
+bool WantsMoreRows(const SgeWorkCallData &call);
 // Adds one row, cut or padded with empty values to the column count.
-void addResultRow(SgeWorkCallData &call, const std::vector<std::string> &values);
-void endResults(SgeWorkCallData &call, int affected);
+void AddResultRow(SgeWorkCallData &call, const std::vector<std::string> &values);
+void EndResults(SgeWorkCallData &call, int affected);
+
+// The first argument bind of that name, or null.
+const ArgumentBind *ArgumentNamed(const SgeWorkCallData &call, std::string_view name);
 
 // The value at row and column (from 0), or null.
-const char *resultValue(const SgeWorkCallData &call, int row, int column);
+const char *ResultValue(const SgeWorkCallData &call, int row, int column);
 
 // "work call <name> of <activator>", for the details of a fault.
-std::string describe(const SgeWorkCallData &call);
+std::string Describe(const SgeWorkCallData &call);
 
 // The value of an option line "name : value" of the list, or empty.
-std::string optionValue(const std::vector<std::string> &options, std::string_view name);
+std::string OptionValue(const std::vector<std::string> &options, std::string_view name);
+// The values of every line of that option, in order.
+std::vector<std::string> OptionValues(const std::vector<std::string> &options, std::string_view name);
 
 } // namespace vlrun
 

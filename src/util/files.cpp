@@ -4,6 +4,7 @@
 
 #include "util/heap.hpp"
 #include "util/process.h"
+#include "util/safefile.h"
 #include "util/strings.h"
 
 #include <cstdio>
@@ -53,13 +54,8 @@ char *VlReadFileToString(const char *path) {
 
 int VlWriteStrToFile(const char *path, const char *text) {
     if (!path || !*path || !text) return 1;
-    FILE *f = std::fopen(path, "w");
-    if (!f) return 1;
-    int written = std::fprintf(f, "%s", text);
-    // A full disk shows up at the write or at the close: report it rather
-    // than pretend the file holds the text.
-    int closed = std::fclose(f);
-    return written < 0 || closed != 0 ? 1 : 0;
+    // A full disk shows up as a failed write, reported with its reason.
+    return VlWriteFileSafely(path, text, std::strlen(text)) >= 0 ? 0 : 1;
 }
 
 int VlFileExists(const char *path) {
@@ -76,7 +72,7 @@ int VlDirExists(const char *path) {
 
 int VlMkdir(const char *path) {
     if (!path) return -1;
-    VlCharPtr quoted(VlShellQuote(path));
+    VlCharPtr quoted(VlShellQuoteName(path));
     std::string command = "\\mkdir -p ";
     command += quoted.get();
     return VlLaunchAndBlock(command.c_str());

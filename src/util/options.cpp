@@ -13,8 +13,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace {
 
@@ -40,6 +42,14 @@ int FindOption(const SutList *list, const char *name, const char **valueOut) {
         }
     }
     return -1;
+}
+
+// The name a line answers to in a lookup by a name without a colon: the text
+// before its first colon when " : " stands there; empty when none.
+std::string_view LookupName(const char *line) {
+    const char *colon = line ? std::strchr(line, ':') : nullptr;
+    if (!colon || colon - line < 2 || colon[-1] != ' ' || colon[1] != ' ') return {};
+    return std::string_view(line, static_cast<size_t>(colon - 1 - line));
 }
 
 // Keeps only the lines that hold a colon, in their order. The lines are
@@ -136,9 +146,45 @@ SutList *VlVaOptionsMerge(SutList *list, ...) {
     if (!list) list = SutNewList();
     va_list ap;
     va_start(ap, list);
+    // The analyzer of clang-tidy-14 does not see the va_start right above.
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
     while (const char *line = va_arg(ap, const char *))
         SutAddList(list, VlHeapCopy(line));
     va_end(ap);
+    return list;
+}
+
+SutList *VlMergeOptionLines(SutList *list, const SutList *lines) {
+    if (!list) list = SutNewList();
+    // The positions of the lines that answer to each name, in order: the
+    // first one is where VlAppendOption's lookup would stop.
+    std::unordered_map<std::string, std::set<int>> positions;
+    for (int i = 0; i < SutSizList(list); i++) {
+        const std::string_view name = LookupName(static_cast<const char *>(SutGetNList(list, i)));
+        if (!name.empty()) positions[std::string(name)].insert(i);
+    }
+    for (int i = 0; i < SutSizList(lines); i++) {
+        char *line = VlCopyString(static_cast<const char *>(SutGetNList(lines, i)));
+        const char *colon = std::strchr(line, ':');
+        if (!colon || colon == line) {
+            std::free(line); // not taken, as by VlAppendOption
+            continue;
+        }
+        // The name is cut one character before the colon, as VlAppendOption cuts it.
+        const std::string name(line, static_cast<size_t>(colon - 1 - line));
+        const auto found = name.empty() ? positions.end() : positions.find(name);
+        if (found != positions.end() && !found->second.empty()) {
+            const int pos = *found->second.begin();
+            std::free(SutReplaceNList(list, pos, line));
+            // A line such as "Name: x" took the place of a "Nam : ..." line
+            // but answers to no name itself.
+            if (LookupName(line).empty()) found->second.erase(found->second.begin());
+        } else {
+            SutAddList(list, line);
+            const std::string_view own = LookupName(line);
+            if (!own.empty()) positions[std::string(own)].insert(SutSizList(list) - 1);
+        }
+    }
     return list;
 }
 

@@ -19,6 +19,13 @@ SutList *VlAppendOption(SutList *list, char *line); /* takes line when it stores
 SutList *VlAppendOptionNameValue(SutList *list, const char *name, const char *value);
 int VlDeleteOptions(SutList *list, const char *name); /* 1 when a line was removed */
 SutList *VlVaOptionsMerge(SutList *list, ...);        /* lines end with a null pointer */
+/* Appends a copy of each of lines to list, in order, by the rule of
+ * VlAppendOption (a line replaces the first line of its name in place, or
+ * goes at the end; a line without a usable colon is not taken): the same
+ * list as one VlAppendOption per line, through an index of the names, so the
+ * time grows with the number of lines, not with its square. Returns the list
+ * (a new one when list is null); lines is left as it is. */
+SutList *VlMergeOptionLines(SutList *list, const SutList *lines);
 SutList *VlOptionGetFromFile(const char *path);
 SutList *VlOptionGetFromString(const char *text);
 SutList *VlOptionGetIntList(const char *text);

@@ -8,6 +8,7 @@
 #include "util/heap.hpp"
 #include "util/toolkit.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -47,6 +48,24 @@ bool SafeShellChar(char c) {
     return std::strchr("._-/+,:@%=", c) != nullptr && c != '\0';
 }
 
+// The text as it stands when it is made only of safe characters, else in
+// single quotes with each quote inside written '\''.
+std::string QuoteForShell(std::string_view t) {
+    bool plain = !t.empty();
+    for (char c : t)
+        plain = plain && SafeShellChar(c);
+    if (plain) return std::string(t);
+    std::string out = "'";
+    for (char c : t) {
+        if (c == '\'')
+            out += "'\\''";
+        else
+            out += c;
+    }
+    out += '\'';
+    return out;
+}
+
 } // namespace
 
 extern "C" {
@@ -72,6 +91,19 @@ int VlLaunchAndBlock(const char *command) {
     VlAppendToText(errorTextWidget, text.get());
     unlink(name.c_str());
     return status;
+}
+
+long VlCommandLineRoom(void) {
+    long all = sysconf(_SC_ARG_MAX);
+    if (all <= 0) all = 131072; // no answer: the smallest limit Linux ever had
+    for (char **var = environ; *var; ++var)
+        all -= static_cast<long>(std::strlen(*var) + 1 + sizeof(char *));
+    // Linux also limits each single argument to 32 pages (MAX_ARG_STRLEN).
+    const long page = sysconf(_SC_PAGESIZE);
+    const long one = 32 * (page > 0 ? page : 4096);
+    // The redirection VlLaunchAndBlock adds, the shell's own arguments and a margin.
+    const long margin = 4096;
+    return std::min(all, one) - margin;
 }
 
 unsigned long VlLaunch(const char *command) {
@@ -210,20 +242,13 @@ void VlAppendToText(void *widget, const char *text) {
 }
 
 char *VlShellQuote(const char *text) {
+    return VlHeapCopy(QuoteForShell(text ? text : ""));
+}
+
+char *VlShellQuoteName(const char *text) {
     std::string_view t(text ? text : "");
-    bool plain = !t.empty();
-    for (char c : t)
-        plain = plain && SafeShellChar(c);
-    if (plain) return VlHeapCopy(t);
-    std::string out = "'";
-    for (char c : t) {
-        if (c == '\'')
-            out += "'\\''";
-        else
-            out += c;
-    }
-    out += '\'';
-    return VlHeapCopy(out);
+    if (!t.empty() && t[0] == '-') return VlHeapCopy(QuoteForShell("./" + std::string(t)));
+    return VlHeapCopy(QuoteForShell(t));
 }
 
 char *VlShellEscapeInDoubleQuotes(const char *text) {

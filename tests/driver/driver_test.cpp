@@ -37,6 +37,7 @@ class Driver : public testing::Test {
                                           "Makefile.$VL_SOURCE_SUFFIX : .c\n");
         dist_.write("config/main.tem", "");
         dist_.write("config/Makefile.tem", "");
+        dist_.write("config/VlKeyWds.ini", "");
         work_.write("shop.pj", kProject);
     }
 
@@ -102,11 +103,15 @@ TEST_F(Driver, ProjectFileAndEnvironmentChecksInTheirOrder) {
     EXPECT_EQ(r.out, kBanner + "Applying Changes to shop.pj from site.cfg\n"
                                "VELMORA environment variable must be set to run Velmora\n");
     EXPECT_EQ(r.status, 1);
-    // An empty value passes the check; the run then finds no distribution
-    // and still completes.
+    // An empty value passes the check, but names no distribution: without
+    // its keyword file the run would drop the functions of keyword anchors,
+    // so it stops before it reads the project.
     r = run({"-p", "shop.pj", "-c", "site.cfg"}, "");
-    EXPECT_NE(r.out.find("Global Options File Not Found\n"), std::string::npos);
-    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.out, kBanner + "Applying Changes to shop.pj from site.cfg\n"
+                               "Could not read the keyword file /config/VlKeyWds.ini: "
+                               "No such file or directory\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(work_.read("shop.pj"), kProject);
 }
 
 TEST_F(Driver, AProjectWithoutOptionsEndsTheRun) {

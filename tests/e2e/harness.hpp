@@ -2,7 +2,8 @@
 // test distribution (templates, global option file and the thirteen scripts,
 // each of which logs its call as one line "<script>: [arg] [arg] ..."), a
 // HOME without option files and a project directory. Runs the built program
-// there and takes stock of every file it left.
+// there and takes stock of every file it left. Below it, the distribution's
+// files and a project of one page with its module that several runs use.
 #ifndef VELMORA_TESTS_E2E_HARNESS_HPP
 #define VELMORA_TESTS_E2E_HARNESS_HPP
 
@@ -44,9 +45,14 @@ class E2eWorld {
         fs::create_directories(root_.file("dist/config"));
         fs::create_directories(root_.file("home"));
         fs::create_directories(root_.file("proj"));
+        root_.write("dist/config/VlKeyWds.ini", "");
+        // Readable by all, so that a run without privileges sees the world.
+        fs::permissions(root_.path(), fs::perms::owner_all | fs::perms::group_read |
+                                          fs::perms::group_exec | fs::perms::others_read |
+                                          fs::perms::others_exec);
         for (const char *script : kScripts)
             fs::permissions(root_.write(std::string("dist/bin/") + script, kLoggingScript),
-                            fs::perms::owner_all);
+                            fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
     }
 
     std::string path(const std::string &name = "") const {
@@ -58,12 +64,15 @@ class E2eWorld {
     std::string read(const std::string &name) const { return root_.read(name); }
 
     // Runs vlnogui with the test distribution, in the project directory
-    // unless another directory of the world is named.
-    ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj") const {
+    // unless another directory of the world is named; unprivileged, as the
+    // user nobody when the tests run as root; watched while it runs.
+    ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj",
+                   bool unprivileged = false,
+                   const std::function<void(pid_t)> &whileRunning = {}) const {
         std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
                                         "HOME=" + path("home"), "VELMORA=" + path("dist"),
                                         "VL_SCRIPT_LOG=" + path("scripts.log")};
-        return runProgram(VLNOGUI_PATH, args, env, path(where));
+        return runProgram(VLNOGUI_PATH, args, env, path(where), unprivileged, whileRunning);
     }
 
     // The script calls logged so far; the log starts again empty.
@@ -79,5 +88,55 @@ class E2eWorld {
   private:
     TempDir root_;
 };
+
+// The test distribution of the runs (the scripts are the world's own): its
+// global options give the test deployment.
+inline void distribution(const E2eWorld &w) {
+    w.write("dist/config/Velmora.cfg", "Makefile.$VL_SOURCE_SUFFIX : .c\n"
+                                       "Makefile.exeSuffix : .cgi\n"
+                                       "Test.CGI URL : http://h/cgi-bin\n"
+                                       "Test.CGI Path : /cgi\n"
+                                       "Test.HTML URL : http://h/#proj\n"
+                                       "Test.HTML Path : /www/#proj\n");
+    using namespace MainRegions;
+    w.write("dist/config/main.tem", "/* main */\n" + IS + "junk\n" + IE + DS + DE +
+                                        "int main()\n{\n" + InS + InE + RS + RE + FS + FE + "}\n");
+    w.write("dist/config/Makefile.tem",
+            "PROGRAM = $VL_EXECUTABLE\nOBJS = $VL_MAIN \\\n$VL_MODULES");
+}
+
+inline std::string progress(const std::string &project, const std::string &config,
+                            const std::string &beforeDone, const std::string &install) {
+    return kBanner + "Applying Changes to " + project + " from " + config + "\n" + beforeDone +
+           "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
+}
+
+inline const char kNoBinding[] = "You must have at least one binding before testing.\n";
+
+inline const char kPage[] =
+    "<html><body>\n"
+    "<FORM ACTION=\"old.cgi\" METHOD=\"post\">\n"
+    "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
+    "<INPUT TYPE=\"text\" NAME=\"item\">\n"
+    "</FORM>\n"
+    "<A HREF=\"old.cgi?FNC=home__Ashop_html\">Home</A>\n"
+    "</body></html>\n";
+
+inline const std::string kShopModuleHead =
+    kModuleHead + "#include <stdio.h>\nstatic char _Vl_HTML_Filename[] = \"shop.html\";\n";
+inline const std::string kOrder = moduleFunction("Forder", "\tint n = 0;\n", "", "\tn++;\n");
+inline const std::string kHome = moduleFunction("Ahome", "", "", "");
+
+inline void pageProject(const E2eWorld &w, const std::string &options) {
+    w.write("proj/store.pj", kProjectHead +
+                                 "shop.c\nHTML Files :\nshop.html\n"
+                                 "Project Options :\n" +
+                                 options);
+    w.write("proj/shop.html", kPage);
+    // Text between functions and extra lines in R_ are regenerated away.
+    w.write("proj/shop.c", kShopModuleHead + kOrder + "/* stray text */\n" + kHome +
+                               "void R_shop_html()\n{\n\tVlRegisterHtmlActivator(\"x\",Fx);\n"
+                               "\n}/* Velmora End of Module */\n");
+}
 
 #endif

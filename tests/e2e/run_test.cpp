@@ -18,20 +18,6 @@ using Files = std::map<std::string, std::string>;
 using namespace MainRegions;
 const std::string &kHead = kProjectHead;
 
-// The test distribution: its global options give the test deployment.
-void distribution(const E2eWorld &w) {
-    w.write("dist/config/Velmora.cfg", "Makefile.$VL_SOURCE_SUFFIX : .c\n"
-                                       "Makefile.exeSuffix : .cgi\n"
-                                       "Test.CGI URL : http://h/cgi-bin\n"
-                                       "Test.CGI Path : /cgi\n"
-                                       "Test.HTML URL : http://h/#proj\n"
-                                       "Test.HTML Path : /www/#proj\n");
-    w.write("dist/config/main.tem", "/* main */\n" + IS + "junk\n" + IE + DS + DE +
-                                        "int main()\n{\n" + InS + InE + RS + RE + FS + FE + "}\n");
-    w.write("dist/config/Makefile.tem",
-            "PROGRAM = $VL_EXECUTABLE\nOBJS = $VL_MAIN \\\n$VL_MODULES");
-}
-
 // The main module of project name with one page module, shop.html's: the
 // template's text, the module's declaration and registration, and the setup
 // calls that the distribution's options give.
@@ -45,39 +31,6 @@ std::string mainFile(const std::string &name) {
            "\tVlSetSessTimeOut(1200);\n\tVlSetHtmlDir(\"/www/" +
            name + "\");\n\tVlProcessLogin(0);\n\tVlSetDoCommonLog(0);\n\tVlSetUseAppLogin(0);\n" +
            RE + FS + FE + "}\n";
-}
-
-std::string progress(const std::string &project, const std::string &config,
-                     const std::string &beforeDone, const std::string &install) {
-    return kBanner + "Applying Changes to " + project + " from " + config + "\n" + beforeDone +
-           "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
-}
-
-const char kNoBinding[] = "You must have at least one binding before testing.\n";
-
-const char kPage[] = "<html><body>\n"
-                     "<FORM ACTION=\"old.cgi\" METHOD=\"post\">\n"
-                     "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\">\n"
-                     "<INPUT TYPE=\"text\" NAME=\"item\">\n"
-                     "</FORM>\n"
-                     "<A HREF=\"old.cgi?FNC=home__Ashop_html\">Home</A>\n"
-                     "</body></html>\n";
-
-const std::string kShopModuleHead =
-    kModuleHead + "#include <stdio.h>\nstatic char _Vl_HTML_Filename[] = \"shop.html\";\n";
-const std::string kOrder = moduleFunction("Forder", "\tint n = 0;\n", "", "\tn++;\n");
-const std::string kHome = moduleFunction("Ahome", "", "", "");
-
-void pageProject(const E2eWorld &w, const std::string &options) {
-    w.write("proj/store.pj", kHead +
-                                 "shop.c\nHTML Files :\nshop.html\n"
-                                 "Project Options :\n" +
-                                 options);
-    w.write("proj/shop.html", kPage);
-    // Text between functions and extra lines in R_ are regenerated away.
-    w.write("proj/shop.c", kShopModuleHead + kOrder + "/* stray text */\n" + kHome +
-                               "void R_shop_html()\n{\n\tVlRegisterHtmlActivator(\"x\",Fx);\n"
-                               "\n}/* Velmora End of Module */\n");
 }
 
 TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
@@ -114,6 +67,7 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
                            {"in_use/shop.html.vlm", page},
                            {"store.c", main},
                            {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n\tshop.c\n"},
+                           {"store.pj.lock", ""},
                            {"velmoraBackstore", "<dir>"}};
     EXPECT_EQ(w.project(), written);
     const std::string install = "vlinst.sh: [store.cgi] [shop.html] [/cgi] [http://h/store] "
@@ -247,8 +201,10 @@ TEST(EndToEnd, ProjectFileSectionsRepeated) {
 }
 
 // Control characters, bytes above 127 and invalid UTF-8 pass through a run
-// unchanged in pages and options.
-TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
+// unchanged in pages and options. A NUL byte would cut the text it stands
+// in: a page, module, main module, project or configuration file holding one
+// is refused by name and offset, and nothing is written.
+TEST(EndToEnd, BinaryBytesAreKeptAndNulBytesRefused) {
     E2eWorld w;
     distribution(w);
     const std::string page = "<p>\xff\xfe\x01\x80\x7f caf\xc3\xa9\n"
@@ -266,6 +222,31 @@ TEST(EndToEnd, BinaryBytesInPagesAndOptions) {
     EXPECT_EQ(w.read("proj/b.pj"), kHead + "HTML Files :\nb.html\nProject Options :\n"
                                            "Project.Call Read/Write Scripts : False\n"
                                            "Test.Z : \x01\xff\xc0\n");
+
+    pageProject(w, "Project.Call Read/Write Scripts : False\n");
+    ASSERT_EQ(w.run({"-p", "store.pj"}).status, 0);
+    const std::string nothing = "Nothing was written: the project could not be read whole.\n";
+    const std::string nul(1, '\0');
+    const std::pair<std::string, std::string> cases[] = {
+        {"shop.html", nothing},
+        {"shop.c", "Could not read file in VlModuleNewFromFile<shop.c>\n" + nothing},
+        {"store.c", "Could not read file in VlMainModuleRead:store.c\n" + nothing},
+        {"store.pj", nothing},
+        {"nul.cfg", "Could not open configuration file nul.cfg\n"}};
+    w.write("proj/nul.cfg", "Test.X : a\nTest.Y : b\n");
+    for (const auto &[file, after] : cases) {
+        SCOPED_TRACE(file);
+        const std::string text = w.read("proj/" + file);
+        w.write("proj/" + file, text.substr(0, 12) + nul + text.substr(12));
+        const Files before = w.project();
+        r = w.run({"-p", "store.pj", "-c", "nul.cfg"});
+        const std::string named = file == "nul.cfg" ? w.path("proj/nul.cfg") : file;
+        EXPECT_EQ(r.out, kBanner + "Applying Changes to store.pj from nul.cfg\n" + named +
+                             " holds a NUL byte at offset 12: it is not read\n" + after);
+        EXPECT_EQ(r.status, 1);
+        EXPECT_EQ(w.project(), before);
+        w.write("proj/" + file, text);
+    }
 }
 
 } // namespace

@@ -45,20 +45,25 @@ TEST_F(Markup, NamedFormGetsActionMethodAndHiddenInput) {
 TEST_F(Markup, MethodInsertedWhenTheTagHasNone) {
     const std::string hidden =
         "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"f__Fshop_html\"> ";
-    // Right after a rewritten ACTION its trailing blank is not doubled; a
-    // blank of the page's own stays; both are fixed points.
-    const std::pair<std::string, std::string> rows[] = {
-        {" <FORM>a</FORM>", " <FORM METHOD=\"post\" >a" + hidden + "</FORM>"},
-        {" <form action=\"a\">b</form>",
-         " <form ACTION=\"http://h/cgi-bin/app\" METHOD=\"post\" >b" + hidden + "</form>"},
-        {" <FORM NAME=\"n\" >c</FORM>",
-         " <FORM NAME=\"n\"  METHOD=\"post\" >c" + hidden + "</FORM>"},
+    // The texts are written as they stand: the inserted METHOD brings its
+    // blank after the rewritten ACTION's own, or after a blank of the page.
+    // The next marking finds the METHOD: from then on the text stays.
+    const std::string action = " <form ACTION=\"http://h/cgi-bin/app\" ";
+    const std::string tags[][3] = {
+        {" <FORM>a</FORM>", " <FORM METHOD=\"post\" >a", " <FORM METHOD=\"post\" >a"},
+        {" <form action=\"a\">b</form>", action + " METHOD=\"post\" >b",
+         action + "METHOD=\"post\" >b"},
+        {" <FORM NAME=\"n\" >c</FORM>", " <FORM NAME=\"n\"  METHOD=\"post\" >c",
+         " <FORM NAME=\"n\"  METHOD=\"post\" >c"},
     };
-    for (const auto &[text, once] : rows) {
+    for (const auto &[text, firstTag, laterTag] : tags) {
         DocPtr doc = page(text);
         VlHtmlNameFormByPos(doc.get(), 0, "f");
-        EXPECT_EQ(mark(doc.get(), text, 0).text, once);
-        EXPECT_EQ(mark(doc.get(), once, 0).text, once);
+        const std::string end = hidden + (text[2] == 'f' ? "</form>" : "</FORM>");
+        const std::string once = mark(doc.get(), text, 0).text;
+        EXPECT_EQ(once, firstTag + end);
+        EXPECT_EQ(mark(doc.get(), once, 0).text, laterTag + end);
+        EXPECT_EQ(mark(doc.get(), laterTag + end, 0).text, laterTag + end);
     }
     // A record without a method gets no METHOD at all.
     DocPtr noMethod = page(" <FORM>a</FORM>");
@@ -75,7 +80,7 @@ TEST_F(Markup, FormsWithoutNameOrEndStayAsTheyAre) {
     // The second record is named: the first FORM tag keeps its bytes.
     VlHtmlNameFormByPos(doc.get(), 1, "two");
     EXPECT_EQ(mark(doc.get(), text, 0).text,
-              " <FORM ACTION=\"a\">1</FORM> <FORM ACTION=\"http://h/cgi-bin/app\" "
+              " <FORM ACTION=\"a\">1</FORM> <FORM ACTION=\"http://h/cgi-bin/app\"  "
               "METHOD=\"post\" >2<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
               "VALUE=\"two__Fshop_html\"> </FORM> <FORM x>");
 }

@@ -35,13 +35,15 @@ TEST_F(Page, ReadingLeavesAnExactWorkingCopyAndSavingCopiesItBack) {
     EXPECT_EQ(work_.read("in_use/shop.html.vlm"), kPage);
     EXPECT_EQ(doc->modTime, 1000000000);
     EXPECT_EQ(str(formAt(doc.get(), 0)->origAction), "order.cgi");
-    // Saved without changes the page stays byte for byte; the time is taken anew.
+    // Saved without changes the page is not rewritten: its bytes and its
+    // time stay, and the time is taken anew from the page as it stands.
     doc->changed = 1;
+    doc->modTime = 0;
     EXPECT_EQ(VlHtmlSave(doc.get()), 0);
     EXPECT_EQ(work_.read("shop.html"), kPage);
-    EXPECT_EQ(doc->modTime, VlGetFileModTime("shop.html"));
+    EXPECT_EQ(doc->modTime, 1000000000);
     EXPECT_EQ(doc->changed, 0);
-    setModTime("shop.html", 1000000000);
+    setModTime("shop.html", 1000000001);
     EXPECT_EQ(VlHtmlIsChanged(doc.get()), 1);
     EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|shop.html\nvlwritehtml.sh 1|shop.html\n");
 }
@@ -57,7 +59,7 @@ TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     EXPECT_EQ(VlHtmlNeedsSave(doc.get()), 1);
     EXPECT_EQ(VlHtmlSave(doc.get()), 0);
     const std::string marked =
-        "<HTML>\n <FORM ACTION=\"http://h/cgi-bin/app\" METHOD=\"post\" >\n<INPUT NAME=\"qty\">\n"
+        "<HTML>\n <FORM ACTION=\"http://h/cgi-bin/app\"  METHOD=\"post\" >\n<INPUT NAME=\"qty\">\n"
         "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"form0__Fshop_html\"> </FORM>\n"
         " <A HREF=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" >next</A>"
         " <IMG SRC=\"http://h/cgi-bin/app?FNC=anch1__Ashop_html\">\n</HTML>\n";
@@ -65,17 +67,23 @@ TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     EXPECT_EQ(work_.read("in_use/shop.html.vlm"), marked);
     EXPECT_EQ(VlHtmlNeedsSave(doc.get()), 0);
 
-    // Named the same way and saved again: the page stays as it is.
-    VlHtmlNameFormByPos(doc.get(), 0, "form0");
-    EXPECT_EQ(VlHtmlSave(doc.get()), 0);
-    EXPECT_EQ(work_.read("shop.html"), marked);
+    // Named the same way and saved again: the METHOD is found and one blank
+    // stays before it; from then on the page stays as it is.
+    std::string again = marked;
+    again.erase(again.find("  METHOD"), 1);
+    for (int save = 0; save < 2; save++) {
+        VlHtmlNameFormByPos(doc.get(), 0, "form0");
+        EXPECT_EQ(VlHtmlSave(doc.get()), 0);
+        EXPECT_EQ(work_.read("shop.html"), again);
+    }
 }
 
 TEST_F(Page, FailuresLeaveThePageAlone) {
     work_.write("in_use", "a file where the directory should be");
     work_.write("shop.html", kPage);
     EXPECT_EQ(printed([] { EXPECT_EQ(VlHtmlNewFromFile("shop.html"), nullptr); }),
-              "Error making backup. Probably directory write permissions");
+              "Error making backup. Probably directory write permissions: "
+              "in_use/shop.html.vlm: Not a directory\n");
     DocPtr doc(VlReadHtmlDesignTime(kPage.c_str()));
     EXPECT_EQ(VlHtmlSave(doc.get()), 1); // no name
     VlHtmlSetName(doc.get(), "shop.html");

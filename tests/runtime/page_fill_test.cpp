@@ -12,37 +12,37 @@
 
 namespace {
 
-std::string filled(const std::string &page, const std::string &base = "") {
-    return vlrun::fillPage(
+std::string Filled(const std::string &page, const std::string &base = "") {
+    return vlrun::FillPage(
         page, [](std::string_view site) { return "[" + std::string(site) + "]"; },
         "/cgi-bin/a&b.cgi", base);
 }
 
 TEST(PageFill, ReplacesSiteMarksAndTheProgramUrl) {
-    EXPECT_EQ(filled("a##Vl_one##b##Vl_two####Vl_x##"), "a[one]b[two][x]");
+    EXPECT_EQ(Filled("a##Vl_one##b##Vl_two####Vl_x##"), "a[one]b[two][x]");
     // Not marks: an empty, blank, quoted or unclosed name stays as it is.
-    EXPECT_EQ(filled("##Vl_##|##Vl_a b##|##Vl_a\"b##|##Vl_end#"),
+    EXPECT_EQ(Filled("##Vl_##|##Vl_a b##|##Vl_a\"b##|##Vl_end#"),
               "##Vl_##|##Vl_a b##|##Vl_a\"b##|##Vl_end#");
-    EXPECT_EQ(filled("<a href=\"$$VL_CGI_URL?FNC=x\">$$VL_CGI_URL"),
+    EXPECT_EQ(Filled("<a href=\"$$VL_CGI_URL?FNC=x\">$$VL_CGI_URL"),
               "<a href=\"/cgi-bin/a&amp;b.cgi?FNC=x\">/cgi-bin/a&amp;b.cgi");
-    EXPECT_EQ(filled("<html><HEAD>\n<title>t</title>", "http://h/shop"),
+    EXPECT_EQ(Filled("<html><HEAD>\n<title>t</title>", "http://h/shop"),
               "<html><HEAD><base href=\"http://h/shop/\">\n<title>t</title>");
-    EXPECT_EQ(filled("<header><head id=\"h\">", "/x/"), "<header><head id=\"h\"><base href=\"/x/\">");
-    EXPECT_EQ(filled("<head><BASE href=\"/\">", "/x"), "<head><BASE href=\"/\">");
-    EXPECT_EQ(filled("<p>no head</p>", "/x"), "<p>no head</p>");
+    EXPECT_EQ(Filled("<header><head id=\"h\">", "/x/"), "<header><head id=\"h\"><base href=\"/x/\">");
+    EXPECT_EQ(Filled("<head><BASE href=\"/\">", "/x"), "<head><BASE href=\"/\">");
+    EXPECT_EQ(Filled("<p>no head</p>", "/x"), "<p>no head</p>");
 }
 
 TEST(PageFill, ColumnBindsGiveEscapedTablesOrBareValues) {
     vlrun::RequestState request;
-    vlrun::setCurrentRequest(&request);
+    vlrun::SetCurrentRequest(&request);
     auto call = [&](long maxRows, std::vector<std::string> names,
                     const std::vector<std::vector<std::string>> &rows) -> SgeWorkCallData & {
         SgeWorkCallData &c = *request.calls.emplace_back(std::make_unique<SgeWorkCallData>());
         c.maxRows = maxRows;
-        vlrun::beginResults(c, std::move(names));
+        vlrun::BeginResults(c, std::move(names));
         for (const auto &row : rows)
-            vlrun::addResultRow(c, row);
-        vlrun::endResults(c, 0);
+            vlrun::AddResultRow(c, row);
+        vlrun::EndResults(c, 0);
         return c;
     };
     SgeWorkCallData &books = call(-1, {"title", "price"}, {{"<b>Dune</b>", "9.50"}, {"Emma", "7"}});
@@ -54,22 +54,22 @@ TEST(PageFill, ColumnBindsGiveEscapedTablesOrBareValues) {
     SgeWorkCallData &note = call(1, {"n"}, {{"Tom & 'Jerry'"}, {"not shown"}});
     SgeSetColBind(&note, "note", 1, 1, 60, nullptr, nullptr); // any page
 
-    EXPECT_EQ(vlrun::siteHtml(request.calls, "p.html", "list"),
+    EXPECT_EQ(vlrun::SiteHtml(request.calls, "p.html", "list"),
               "<table class=\"vl-list\">\n<tr><th>PRICE</th><th>title</th></tr>\n"
               "<tr><td>9.50</td><td>&lt;b&gt;Dune&lt;/b&gt;</td></tr>\n"
               "<tr><td>7</td><td>Emma</td></tr>\n</table>\n");
-    EXPECT_EQ(vlrun::siteHtml(request.calls, "q.html", "note"), "Tom &amp; &#39;Jerry&#39;");
-    EXPECT_EQ(vlrun::siteHtml(request.calls, "p.html", "none"), "");
-    EXPECT_EQ(vlrun::siteTable("s\"", {"<h>"}, {{"a<b"}, {""}}),
+    EXPECT_EQ(vlrun::SiteHtml(request.calls, "q.html", "note"), "Tom &amp; &#39;Jerry&#39;");
+    EXPECT_EQ(vlrun::SiteHtml(request.calls, "p.html", "none"), "");
+    EXPECT_EQ(vlrun::SiteTable("s\"", {"<h>"}, {{"a<b"}, {""}}),
               "<table class=\"vl-s&quot;\">\n<tr><th>&lt;h&gt;</th></tr>\n"
               "<tr><td>a&lt;b</td></tr>\n<tr><td></td></tr>\n</table>\n");
-    vlrun::setCurrentRequest(nullptr);
+    vlrun::SetCurrentRequest(nullptr);
 }
 
 TEST(PageFill, TheActivatorsOwnOutputAndItsRefusals) {
     EXPECT_EQ(VlSetStatus(201), -1); // outside a request
     vlrun::RequestState request;
-    vlrun::setCurrentRequest(&request);
+    vlrun::SetCurrentRequest(&request);
     EXPECT_EQ(VlSetStatus(99), -1);
     EXPECT_EQ(VlSetStatus(201), 0);
     EXPECT_EQ(VlAddHeader("X-A", "1"), 0);
@@ -81,17 +81,17 @@ TEST(PageFill, TheActivatorsOwnOutputAndItsRefusals) {
     EXPECT_EQ(VlPrintf("%d %s", 7, "<x>"), 0);
     EXPECT_EQ(VlWrite("!", 1), 0);
     EXPECT_EQ(VlSendFile("../etc/passwd"), -1);
-    EXPECT_EQ(vlrun::cgiResponse(request.answer, false),
+    EXPECT_EQ(vlrun::CgiResponse(request.answer, false),
               "Status: 201 Created\r\nContent-Type: text/plain\r\nContent-Length: 6\r\n"
               "X-A: 1\r\n\r\n7 <x>!");
     EXPECT_EQ(VlRedirect("/x\r\nY: 1"), -1);
     EXPECT_EQ(VlRedirect("/next?a=<1>"), 0);
-    EXPECT_EQ(vlrun::cgiResponse(request.answer, true),
+    EXPECT_EQ(vlrun::CgiResponse(request.answer, true),
               "Status: 302 Found\r\nContent-Type: text/plain\r\nContent-Length: " +
                   std::to_string(request.answer.body.size()) +
                   "\r\nX-A: 1\r\nLocation: /next?a=<1>\r\n\r\n");
     EXPECT_NE(request.answer.body.find("<a href=\"/next?a=&lt;1&gt;\">"), std::string::npos);
-    vlrun::setCurrentRequest(nullptr);
+    vlrun::SetCurrentRequest(nullptr);
 }
 
 } // namespace

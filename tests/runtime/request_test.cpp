@@ -11,21 +11,21 @@
 
 namespace {
 
-VlRequest *requestWith(std::initializer_list<const char *> options) {
+VlRequest *RequestWith(std::initializer_list<const char *> options) {
     VlRequest *r = static_cast<VlRequest *>(calloc(1, sizeof(VlRequest)));
     if (options.size()) r->options = makeList(options);
     return r;
 }
 
 // The arguments as "name=value#number".
-Strings argsOf(VlRequest *r) {
+Strings ArgsOf(VlRequest *r) {
     return each<VlReqArg>(r->args, [](VlReqArg *a) {
         return str(a->name) + "=" + str(a->value) + "#" + std::to_string(a->number) +
                std::to_string(a->aux1) + std::to_string(a->aux2);
     });
 }
 
-std::vector<intptr_t> numbers(SutList *l) {
+std::vector<intptr_t> Numbers(SutList *l) {
     std::vector<intptr_t> out;
     for (int i = 0; i < SutSizList(l); i++)
         out.push_back(reinterpret_cast<intptr_t>(SutGetNList(l, i)));
@@ -33,22 +33,22 @@ std::vector<intptr_t> numbers(SutList *l) {
 }
 
 TEST(Request, UnpackStopsAtTheFirstIncompletePairAndRemovesWhatItTook) {
-    VlRequest *r = requestWith(
+    VlRequest *r = RequestWith(
         {"Other : x", "Arg0Name : 7a", "Arg0Value : 1", "Arg2Name : c", "Arg2Value : 3"});
     EXPECT_EQ(VlUnPackOdbcArgs(r), 0);
-    EXPECT_EQ(argsOf(r), Strings{"7a=1#700"}); // the number is atoi of the name
+    EXPECT_EQ(ArgsOf(r), Strings{"7a=1#700"}); // the number is atoi of the name
     EXPECT_EQ(items(r->options), (Strings{"Other : x", "Arg2Name : c", "Arg2Value : 3"}));
     VlReqDelete(r);
 
     // Half a pair ends the loop, and both of its options are gone.
-    r = requestWith({"Arg0Name : a", "Arg0Value : 1", "Arg1Name : b", "Arg1Name : b2",
+    r = RequestWith({"Arg0Name : a", "Arg0Value : 1", "Arg1Name : b", "Arg1Name : b2",
                      "Arg1Value : 2", "Arg2Value : z"});
     EXPECT_EQ(VlUnPackOdbcArgs(r), 0);
-    EXPECT_EQ(argsOf(r), (Strings{"a=1#000", "b=2#000"}));
+    EXPECT_EQ(ArgsOf(r), (Strings{"a=1#000", "b=2#000"}));
     EXPECT_EQ(items(r->options), Strings{"Arg1Name : b2"});
     VlReqDelete(r);
 
-    VlRequest *bare = requestWith({});
+    VlRequest *bare = RequestWith({});
     EXPECT_EQ(VlUnPackOdbcArgs(bare), 1);
     EXPECT_EQ(VlUnPackArgsFromOptions(bare), 1);
     EXPECT_EQ(VlUnPackOdbcArgs(nullptr), 1);
@@ -56,7 +56,7 @@ TEST(Request, UnpackStopsAtTheFirstIncompletePairAndRemovesWhatItTook) {
 }
 
 TEST(Request, UnpackGoesUpToIndex1024) {
-    VlRequest *r = requestWith({});
+    VlRequest *r = RequestWith({});
     r->options = SutNewList();
     for (int i = 0; i <= 1025; i++) {
         std::string n = std::to_string(i);
@@ -72,9 +72,9 @@ TEST(Request, UnpackGoesUpToIndex1024) {
 
 TEST(Request, ArgsFromOptionsSwapNameAndValue) {
     VlRequest *r =
-        requestWith({"Arg0Name : user", "Arg0Value : bob", "Arg1Name : 12", "Arg1Value : "});
+        RequestWith({"Arg0Name : user", "Arg0Value : bob", "Arg1Name : 12", "Arg1Value : "});
     EXPECT_EQ(VlUnPackArgsFromOptions(r), 0);
-    EXPECT_EQ(argsOf(r), (Strings{"bob=user#000", "=12#000"}));
+    EXPECT_EQ(ArgsOf(r), (Strings{"bob=user#000", "=12#000"}));
     EXPECT_STREQ(VlReqGetArgByName(r, "bob"), "user");
     EXPECT_EQ(VlReqGetArgByName(r, "user"), nullptr);
     EXPECT_EQ(VlReqGetArgByName(r, ""), nullptr); // an empty name is never found
@@ -83,7 +83,7 @@ TEST(Request, ArgsFromOptionsSwapNameAndValue) {
 }
 
 TEST(Request, Lookups) {
-    VlRequest *r = requestWith({"Arg0Name : a", "Arg0Value : 1", "Arg1Name : a", "Arg1Value : 2"});
+    VlRequest *r = RequestWith({"Arg0Name : a", "Arg0Value : 1", "Arg1Name : a", "Arg1Value : 2"});
     EXPECT_EQ(VlReqGetOptionList(r), r->options);
     EXPECT_EQ(VlReqGetNumArgs(r), 0); // no argument list yet
     VlUnPackOdbcArgs(r);
@@ -101,7 +101,7 @@ TEST(Request, Lookups) {
 }
 
 TEST(Request, ResultsAndCounters) {
-    VlRequest *r = requestWith({});
+    VlRequest *r = RequestWith({});
     EXPECT_EQ(VlReqAppendString(r, "row"), 0);
     EXPECT_EQ(VlReqAppendString(r, nullptr), 0);
     EXPECT_EQ(VlReqAppendString(nullptr, "x"), 1);
@@ -114,8 +114,8 @@ TEST(Request, ResultsAndCounters) {
         EXPECT_EQ(append(r, -1), 1);
         EXPECT_EQ(append(nullptr, 3), 1);
     }
-    EXPECT_EQ(numbers(r->rowCounts), (std::vector<intptr_t>{0, 12}));
-    EXPECT_EQ(numbers(r->colCounts), (std::vector<intptr_t>{0, 12}));
+    EXPECT_EQ(Numbers(r->rowCounts), (std::vector<intptr_t>{0, 12}));
+    EXPECT_EQ(Numbers(r->colCounts), (std::vector<intptr_t>{0, 12}));
     for (auto setter :
          {VlReqSetGroupCount, VlReqSetErrorCode, VlReqSetReturnCode, VlReqSetAffectedRowCount}) {
         EXPECT_EQ(setter(r, 5), 0);

@@ -5,9 +5,8 @@
 // run calls, inside the frames the map upkeep writes (with the older one and
 // the older argument call), in a module of the module file format, together
 // with the example's generated main module and page modules.
-#include "support/run_program.hpp"
+#include "runtime/generated_program.hpp"
 #include "support/temp_dir.hpp"
-#include "velmora.h"
 
 #include <gtest/gtest.h>
 
@@ -16,26 +15,11 @@
 
 namespace {
 
-const std::string kStage = VELMORA_STAGE_DIR;
 const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples/shop/";
-
-char *dup(const char *s) {
-    return s ? strdup(s) : nullptr;
-}
-void replace(char *&field, const char *value) {
-    free(field);
-    field = dup(value);
-}
-SutList *texts(std::initializer_list<const char *> items) {
-    SutList *list = SutNewList();
-    for (const char *item : items)
-        SutAddList(list, strdup(item));
-    return list;
-}
 
 // The code of request k: its kind, dialog and detail words chosen by k, so
 // that together the requests use every word.
-std::string requestCode(int k) {
+std::string RequestCode(int k) {
     static const char *const indexWords[] = {"ROW_INDEX",    "WIDGET_INDEX", "NEXT_INDEX",
                                              "PREV_INDEX",   "PAGEUP_INDEX", "PAGEDW_INDEX",
                                              "LAST_INDEX",   "HOME_INDEX"};
@@ -43,26 +27,26 @@ std::string requestCode(int k) {
     static const char *const dialogs[] = {"NO_WP", "USE_IT", "NO_USE"};
     static const char *const caches[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
     SpmSPBind *bind = SpmNewSPBind();
-    replace(bind->servername, "srv");
-    replace(bind->dbname, "db");
-    replace(bind->name, "request");
-    replace(bind->altName, ("bind" + std::to_string(k)).c_str());
+    Replace(bind->servername, "srv");
+    Replace(bind->dbname, "db");
+    Replace(bind->name, "request");
+    Replace(bind->altName, ("bind" + std::to_string(k)).c_str());
     bind->id = kinds[k];
     bind->dbVendor = k % 5;
-    replace(bind->cacheFlag, caches[k % 3]);
-    if (k % 2) replace(bind->cacheKey, "\"key\"");
-    if (k % 2) replace(bind->indexKey, "\"index\"");
-    bind->sqlFrags = texts({"select \"a\" from t", "where b = :b\nand c = :c"});
-    bind->options = texts({"Delimiter : ,"});
+    Replace(bind->cacheFlag, caches[k % 3]);
+    if (k % 2) Replace(bind->cacheKey, "\"key\"");
+    if (k % 2) Replace(bind->indexKey, "\"index\"");
+    bind->sqlFrags = Texts({"select \"a\" from t", "where b = :b\nand c = :c"});
+    bind->options = Texts({"Delimiter : ,"});
     SpmCallbackBind *call = SpmAddCallbackBindToSP(bind);
     call->maxRows = 10;
-    replace(call->useDialog, dialogs[k % 3]);
-    replace(call->indexFlag, indexWords[k]);
-    if (k % 2) replace(call->indexValue, "\"value\"");
-    replace(call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
-    replace(call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
-    replace(call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
-    call->options = texts({"Call : 1"});
+    Replace(call->useDialog, dialogs[k % 3]);
+    Replace(call->indexFlag, indexWords[k]);
+    if (k % 2) Replace(call->indexValue, "\"value\"");
+    Replace(call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
+    Replace(call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
+    Replace(call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
+    call->options = Texts({"Call : 1"});
     struct Column {
         const char *page, *widget, *popup, *clientData;
     };
@@ -70,20 +54,20 @@ std::string requestCode(int k) {
                      Column{nullptr, "site2", nullptr, nullptr},
                      Column{nullptr, nullptr, nullptr, nullptr}}) {
         SpmColBind *col = SpmAddColBindToSP(bind);
-        replace(col->interface, c.page);
-        replace(col->swidget, c.widget);
-        replace(col->popCallbackName, c.popup);
-        replace(col->clientData, c.clientData);
-        replace(col->dataType, "varchar");
-        replace(col->columnName, "a");
-        col->options = texts({"Width : 20"});
+        Replace(col->interface, c.page);
+        Replace(col->swidget, c.widget);
+        Replace(col->popCallbackName, c.popup);
+        Replace(col->clientData, c.clientData);
+        Replace(col->dataType, "varchar");
+        Replace(col->columnName, "a");
+        col->options = Texts({"Width : 20"});
     }
     for (const char *init : {"VlGetInputValue(\"b\")", "\"\"", "seen"}) {
         SpmArgBind *arg = SpmAddArgBindToSP(bind);
-        replace(arg->argName, "b");
-        replace(arg->dataType, "int");
-        replace(arg->initCode, init);
-        arg->options = texts({"Null : yes"});
+        Replace(arg->argName, "b");
+        Replace(arg->dataType, "int");
+        Replace(arg->initCode, init);
+        arg->options = Texts({"Null : yes"});
     }
     char *code = getCallbackCode(bind, call, 1);
     std::string text = code ? code : "";
@@ -94,7 +78,7 @@ std::string requestCode(int k) {
 
 // A module of eight activators, their registration and the setup calls that
 // the example's main module does not make.
-std::string shapesModule() {
+std::string ShapesModule() {
     const std::string frame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
     const std::string oldFrame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer SgeClientData;\n";
     std::string module = "/* Velmora Module File V1.0B */\n/* Velmora Start Of Tool Includes */\n"
@@ -103,8 +87,8 @@ std::string shapesModule() {
                          "static char _Vl_HTML_Filename[] = \"shapes.html\";\n";
     std::string registration = "void R_shapes_html()\n{\n";
     for (int k = 0; k < 8; k++) {
-        std::string body = requestCode(k);
-        if (k == 0) body = frame + body + "\n" + requestCode(1) + "\n}";
+        std::string body = RequestCode(k);
+        if (k == 0) body = frame + body + "\n" + RequestCode(1) + "\n}";
         if (k == 1) {
             std::size_t run = body.find("\n\tDoWorkProc");
             body = oldFrame + body.insert(run, "\tSgeSetArgBind(pSgeWCD, 12, \"b\",\n\t\t\"\");\n") +
@@ -125,13 +109,9 @@ std::string shapesModule() {
     return module + registration + "\n}/* Velmora End of Module */\n";
 }
 
-ProgramRun sh(const std::string &command, const std::string &dir) {
-    return runProgram("/bin/sh", {"-c", command}, {"PATH=/usr/bin:/bin"}, dir);
-}
-
 TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
     TempDir dir;
-    dir.write("shapes.c", shapesModule());
+    dir.write("shapes.c", ShapesModule());
     for (const char *file : {"shop.c", "catalog.c", "order.c"})
         dir.write(file, readText(kExample + file));
     struct Language {
@@ -142,14 +122,14 @@ TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
           Language{VELMORA_CXX_COMPILER, "-x c++ -std=c++20"}}) {
         SCOPED_TRACE(language.options);
         for (const char *file : {"shapes", "shop", "catalog", "order"}) {
-            ProgramRun run = sh(language.compiler + " " + language.options + " " +
+            ProgramRun run = Shell(language.compiler + " " + language.options + " " +
                                     VELMORA_C_FLAGS + " -Wall -Wextra -Werror -I" + kStage +
                                     "/include -c " + file + ".c -o " + file + ".o",
                                 dir.path());
             EXPECT_EQ(run.status, 0) << file << ".c:\n" << run.err;
         }
         // Linked as the generated makefile links: the C compiler, -lvlrun alone.
-        ProgramRun link = sh(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS +
+        ProgramRun link = Shell(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS +
                                  " -o shop.cgi shop.o catalog.o order.o shapes.o -L" + kStage +
                                  "/lib -lvlrun",
                              dir.path());

@@ -69,6 +69,24 @@ TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
     SutDestroyList(l);
 }
 
+// Merging a configuration goes through an index of the names; the result is
+// that of appending the lines one by one, the positional name cut included:
+// a "Cat.Name: x" line takes the place of the first "Cat.Nam : ..." line and
+// then answers to no name, so the next one goes to the second.
+TEST(Options, MergingLinesEqualsAppendingThemOneByOne) {
+    const std::initializer_list<const char *> project = {
+        "Cat.Nam : 1", "bad", "A : 1", "Cat.Nam : 2", "A : B : C", "A : 2", " : x"};
+    SutList *lines = makeList({"Cat.Name: x", "A : 3", "no colon", ": y", "Cat.Name: y",
+                               "Cat.Nam : 3", "New : 1", "New : 2", "A : B : D", " : z"});
+    EXPECT_EQ(takeList(VlMergeOptionLines(makeList(project), lines)),
+              (Strings{"Cat.Name: x", "bad", "A : B : D", "Cat.Name: y", "A : B : C", "A : 2",
+                       " : x", "Cat.Nam : 3", "New : 2", " : z"}));
+    EXPECT_EQ(
+        takeList(VlMergeOptionLines(nullptr, lines)),
+        (Strings{"Cat.Name: x", "A : B : D", "Cat.Name: y", "Cat.Nam : 3", "New : 2", " : z"}));
+    SutDestroyList(lines);
+}
+
 TEST(Options, ReadersKeepLinesVerbatimAndDropLinesWithoutColon) {
     TempDir dir;
     // No comments, no continuation; carriage returns and blanks stay.

@@ -60,6 +60,11 @@ TEST(Process, ShellQuoting) {
     EXPECT_EQ(take(VlShellQuote("a;b")), "'a;b'");
     EXPECT_EQ(take(VlShellQuote("it's")), "'it'\\''s'");
     EXPECT_EQ(take(VlShellQuote(nullptr)), "''");
+    // A name that begins with "-" is a path to the command, never an option.
+    EXPECT_EQ(take(VlShellQuoteName("-l")), "./-l");
+    EXPECT_EQ(take(VlShellQuoteName("-a b")), "'./-a b'");
+    EXPECT_EQ(take(VlShellQuoteName("a-b")), "a-b");
+    EXPECT_EQ(take(VlShellQuote("-l")), "-l");
     EXPECT_EQ(take(VlShellEscapeInDoubleQuotes("a $b `c` \"d\" \\e 'f'")),
               "a \\$b \\`c\\` \\\"d\\\" \\\\e 'f'");
 

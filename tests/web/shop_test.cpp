@@ -2,7 +2,7 @@
 // distribution and vlinst.sh builds shop.cgi, vlsql creates its database, and
 // lighttpd serves it on 127.0.0.1 while curl asks: pages, activators, an
 // alias, searches, orders, hostile values and every refusal with its status.
-#include "web/web_server.hpp"
+#include "web/shop_site.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +12,6 @@
 
 namespace {
 
-const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples/shop";
-const std::string kDist = VELMORA_STAGE_DIR;
-
 const std::string kSpecials = "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
                               "<tr><td>Dune</td><td>9.50</td></tr>\n"
                               "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n";
@@ -22,59 +19,28 @@ const std::string kSpecials = "<table class=\"vl-site1\">\n<tr><th>title</th><th
 class Shop : public ::testing::Test {
   protected:
     static void SetUpTestSuite() {
-        if (access(kLighttpd, X_OK) != 0 || access(kCurl, X_OK) != 0) {
-            skipped_ = "lighttpd or curl is not installed (apt-get install lighttpd curl)";
-            return;
-        }
-        root_ = std::make_unique<TempDir>();
-        fs::create_directories(root_->file("home"));
-        fs::copy(kExample, root_->file("shop"), fs::copy_options::recursive);
-        // The sanitizer build's library needs the same flags on the program.
-        ProgramRun run = runProgram(
-            VLNOGUI_PATH, {"-p", root_->file("shop/shop.pj"), "-c", root_->file("shop/test.cfg")},
-            {"PATH=" + kDist + "/bin:/usr/bin:/bin", "HOME=" + root_->file("home"),
-             "VELMORA=" + kDist, std::string("CFLAGS=") + VELMORA_C_FLAGS,
-             std::string("LDFLAGS=") + VELMORA_LINK_FLAGS},
-            root_->path());
-        setup_ = run.out + run.err;
-        run = runProgram(kDist + "/bin/vlsql", {"cgi-bin/shop.db", kExample + "/shop.sql"}, {},
-                         root_->path());
-        setup_ += run.err;
-        server_ = std::make_unique<WebServer>(root_->path(), root_->file("www"),
-                                              root_->file("cgi-bin"));
+        skipped_ = WebToolsMissing();
+        if (!skipped_.empty()) return;
+        site_ = std::make_unique<ShopSite>();
+        site_->CreateSqliteDatabase();
     }
     static void TearDownTestSuite() {
-        if (server_) {
-            server_->stop();
-            // Whatever the program wrote to standard error is in this log.
-            EXPECT_EQ(server_->errorLog().find("Sanitizer"), std::string::npos)
-                << server_->errorLog();
+        if (site_) {
+            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
         }
-        server_.reset();
-        root_.reset();
+        site_.reset();
     }
     void SetUp() override {
-        if (!skipped_.empty()) {
-            if (std::getenv("VELMORA_REQUIRE_WEB")) FAIL() << skipped_;
-            GTEST_SKIP() << skipped_;
-        }
-        ASSERT_TRUE(fs::exists(root_->file("cgi-bin/shop.cgi"))) << setup_;
-        ASSERT_TRUE(server_->running()) << "lighttpd did not start\n" << server_->errorLog();
+        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
+        ASSERT_TRUE(site_->Ready()) << site_->Log();
     }
 
-    // POSTs body (from a file: it may be larger than a command line) unless empty.
-    static HttpAnswer ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") {
-        if (body.empty()) return httpGet(server_->url(path));
-        return httpGet(server_->url(path), {"--data-binary", "@" + root_->write("body", body)});
+    static HttpAnswer Ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") {
+        return site_->Ask(body, path);
     }
-    static std::string sql(const std::string &query) {
-        return runProgram(kDist + "/bin/vlsql",
-                          {root_->file("cgi-bin/shop.db"), root_->write("query.sql", query)}, {},
-                          root_->path())
-            .out;
-    }
+    static std::string Sql(const std::string &query) { return site_->Sqlite(query); }
     // The part of a page the program filled: between "<h2>Books</h2>\n" and "<p>".
-    static std::string books(const std::string &page) {
+    static std::string Books(const std::string &page) {
         std::size_t from = page.find("<h2>Books</h2>\n");
         std::size_t to = page.find("\n<p>", from);
         return from == std::string::npos || to == std::string::npos
@@ -82,78 +48,76 @@ class Shop : public ::testing::Test {
                    : page.substr(from + 15, to - from - 15);
     }
 
-    static inline std::unique_ptr<TempDir> root_;
-    static inline std::unique_ptr<WebServer> server_;
+    static inline std::unique_ptr<ShopSite> site_;
     static inline std::string skipped_;
-    static inline std::string setup_;
 };
 
 TEST_F(Shop, PagesActivatorsAndAliases) {
-    HttpAnswer start = ask("");
+    HttpAnswer start = Ask("");
     EXPECT_EQ(start.status, 200);
     EXPECT_NE(start.headers.find("Content-Type: text/html; charset=utf-8"), std::string::npos);
-    EXPECT_EQ(books(start.body), "");
+    EXPECT_EQ(Books(start.body), "");
     EXPECT_NE(start.body.find("<head><base href=\"http://localhost/shop/\"><title>"), std::string::npos);
 
-    EXPECT_EQ(books(ask("", "/cgi-bin/shop.cgi?FNC=specials__Acatalog_html").body), kSpecials);
+    EXPECT_EQ(Books(Ask("", "/cgi-bin/shop.cgi?FNC=specials__Acatalog_html").body), kSpecials);
     // The alias on the order page runs the same activator, whose column binds
     // answer with the catalog page.
-    EXPECT_EQ(books(ask("", "/cgi-bin/shop.cgi?FNC=more__Aorder_html").body), kSpecials);
+    EXPECT_EQ(Books(Ask("", "/cgi-bin/shop.cgi?FNC=more__Aorder_html").body), kSpecials);
 
-    HttpAnswer banner = ask("", "/cgi-bin/shop.cgi?FNC=banner__Acatalog_html");
+    HttpAnswer banner = Ask("", "/cgi-bin/shop.cgi?FNC=banner__Acatalog_html");
     EXPECT_EQ(banner.status, 200);
     EXPECT_NE(banner.headers.find("Content-Type: image/svg+xml"), std::string::npos);
     EXPECT_NE(banner.body.find(">This week's specials</text></svg>\n"), std::string::npos);
 
-    HttpAnswer page = ask("", "/cgi-bin/shop.cgi/order.html");
+    HttpAnswer page = Ask("", "/cgi-bin/shop.cgi/order.html");
     EXPECT_EQ(page.status, 200);
     EXPECT_NE(page.body.find("<h1>Order a book</h1>"), std::string::npos);
 }
 
 TEST_F(Shop, SearchesAFormPost) {
-    EXPECT_EQ(books(ask("VlFormName=search__Fcatalog_html&title=Mo").body),
+    EXPECT_EQ(Books(Ask("VlFormName=search__Fcatalog_html&title=Mo").body),
               "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
               "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n");
     // A title shorter than two characters lists the whole catalog.
-    std::string all = books(ask("VlFormName=search__Fcatalog_html&title=M").body);
+    std::string all = Books(Ask("VlFormName=search__Fcatalog_html&title=M").body);
     EXPECT_TRUE(all.starts_with("<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
                                 "<tr><td>Dune</td><td>9.50</td></tr>\n<tr><td>Emma</td>"))
         << all;
     EXPECT_TRUE(all.ends_with("<tr><td>Ulysses</td><td>14.50</td></tr>\n</table>\n")) << all;
     EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 9);
     // Request text is a parameter, never SQL.
-    EXPECT_EQ(books(ask("VlFormName=search__Fcatalog_html&title=%27+OR+1%3D1--").body),
+    EXPECT_EQ(Books(Ask("VlFormName=search__Fcatalog_html&title=%27+OR+1%3D1--").body),
               "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n</table>\n");
 }
 
 TEST_F(Shop, AnOrderInsertsOneRowAndShowsItEscaped) {
-    const std::string before = sql("select count(*) from orders;");
-    HttpAnswer order = ask("VlFormName=order__Forder_html&customer=Ann&title=Dune&quantity=2");
+    const std::string before = Sql("select count(*) from orders;");
+    HttpAnswer order = Ask("VlFormName=order__Forder_html&customer=Ann&title=Dune&quantity=2");
     EXPECT_EQ(order.status, 200);
     EXPECT_NE(order.body.find("</FORM>\nThank you, Ann. Ordered: 2 x Dune\n<p>"), std::string::npos);
-    EXPECT_EQ(sql("select count(*) from orders;"), std::to_string(std::stoi(before) + 1) + "\n");
+    EXPECT_EQ(Sql("select count(*) from orders;"), std::to_string(std::stoi(before) + 1) + "\n");
 
-    order = ask("VlFormName=order__Forder_html&customer=%3Cscript%3Ealert(1)%3C/script%3E"
+    order = Ask("VlFormName=order__Forder_html&customer=%3Cscript%3Ealert(1)%3C/script%3E"
                 "&title=%27+OR+1%3D1--&quantity=1");
     EXPECT_NE(order.body.find("Thank you, &lt;script&gt;alert(1)&lt;/script&gt;. Ordered: 1 x "
                               "&#39; OR 1=1--\n"),
               std::string::npos);
     EXPECT_EQ(order.body.find("<script>"), std::string::npos);
-    EXPECT_EQ(sql("select customer, title from orders order by id desc limit 1;"),
+    EXPECT_EQ(Sql("select customer, title from orders order by id desc limit 1;"),
               "<script>alert(1)</script>|' OR 1=1--\n");
-    EXPECT_EQ(sql("select count(*) from orders;"), std::to_string(std::stoi(before) + 2) + "\n");
+    EXPECT_EQ(Sql("select count(*) from orders;"), std::to_string(std::stoi(before) + 2) + "\n");
 }
 
 TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
-    const std::string before = sql("select count(*) from orders;");
+    const std::string before = Sql("select count(*) from orders;");
     struct Case {
         std::string body, path;
         int status;
         std::string message;
     };
     const std::string big(2 << 20, 'a');
-    EXPECT_EQ(httpGet(server_->url("/cgi-bin/shop.cgi"), {"-X", "PUT"}).status, 405);
-    EXPECT_EQ(httpGet(server_->url("/cgi-bin/shop.cgi"), {"-F", "title=Mo"}).status, 415);
+    EXPECT_EQ(HttpGet(site_->Server().Url("/cgi-bin/shop.cgi"), {"-X", "PUT"}).status, 405);
+    EXPECT_EQ(HttpGet(site_->Server().Url("/cgi-bin/shop.cgi"), {"-F", "title=Mo"}).status, 415);
     const Case cases[] = {
         // (lighttpd passes a bad escape of the query on as "%25".)
         {"FNC=%zz", "", 400, "The request holds a bad %-escape."},
@@ -172,7 +136,7 @@ TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.message);
-        HttpAnswer answer = c.path.empty() ? ask(c.body) : ask(c.body, c.path);
+        HttpAnswer answer = c.path.empty() ? Ask(c.body) : Ask(c.body, c.path);
         EXPECT_EQ(answer.status, c.status);
         std::string title = std::to_string(c.status) + " " +
                             answer.headers.substr(13, answer.headers.find('\r') - 13);
@@ -180,13 +144,18 @@ TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
                                    "</title></head>\n<body><h1>" + title + "</h1>\n<p>" +
                                    c.message + "</p>\n</body></html>\n");
     }
-    EXPECT_EQ(sql("select count(*) from orders;"), before);
+    EXPECT_EQ(Sql("select count(*) from orders;"), before);
 
     // A page name that leaves the HTML directory never reaches a web server's
     // CGI unnormalised; the program refuses it all the same.
-    ProgramRun run = runProgram(root_->file("cgi-bin/shop.cgi"), {},
-                                {"REQUEST_METHOD=GET", "PATH_INFO=/../shop/shop.c"}, root_->path());
+    ProgramRun run = runProgram(site_->Root().file("cgi-bin/shop.cgi"), {},
+                                {"REQUEST_METHOD=GET", "PATH_INFO=/../shop/shop.c"},
+                                site_->Root().path());
     EXPECT_EQ(run.out.substr(0, 24), "Status: 404 Not Found\r\nC");
+
+    // The database and the configuration file beside the program are not sent.
+    for (const char *file : {"shop.db", "shop.cfg"})
+        EXPECT_EQ(Ask("", std::string("/cgi-bin/") + file).status, 403) << file;
 }
 
 } // namespace

@@ -25,6 +25,14 @@
 inline const char *const kLighttpd = "/usr/sbin/lighttpd";
 inline const char *const kCurl = "/usr/bin/curl";
 
+// Of the CGI directory only the programs run: the database and the
+// configuration file beside them are never sent.
+inline const std::string kPrivateCgiBin =
+    "$HTTP[\"url\"] =~ \"^/cgi-bin/\" { static-file.exclude-extensions = ( \"\" ) }\n";
+// Pages are UTF-8, and a browser must know it before it sends a form.
+inline const std::string kMimeTypes =
+    "mimetype.assign = ( \".html\" => \"text/html; charset=utf-8\", \".svg\" => \"image/svg+xml\" )\n";
+
 struct HttpAnswer {
     int status = 0;
     std::string headers;
@@ -45,28 +53,29 @@ class WebServer {
                                 "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
                                 "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
                                 cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
-                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n");
+                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n" + kPrivateCgiBin +
+                                kMimeTypes);
             pid_ = fork();
             if (pid_ == 0) {
                 prctl(PR_SET_PDEATHSIG, SIGTERM);
                 execl(kLighttpd, kLighttpd, "-D", "-f", conf.c_str(), static_cast<char *>(nullptr));
                 _exit(127);
             }
-            if (!waitUntilListening()) stop();
+            if (!WaitUntilListening()) Stop();
         }
     }
-    ~WebServer() { stop(); }
+    ~WebServer() { Stop(); }
     WebServer(const WebServer &) = delete;
     WebServer &operator=(const WebServer &) = delete;
 
-    bool running() const { return pid_ > 0; }
-    std::string url(const std::string &path) const {
+    bool Running() const { return pid_ > 0; }
+    std::string Url(const std::string &path) const {
         return "http://127.0.0.1:" + std::to_string(port_) + path;
     }
     // The server's log, then what the CGI programs wrote to standard error.
-    std::string errorLog() const { return readText(log_) + readText(cgiLog_); }
+    std::string ErrorLog() const { return readText(log_) + readText(cgiLog_); }
 
-    void stop() {
+    void Stop() {
         if (pid_ <= 0) return;
         kill(pid_, SIGTERM);
         waitpid(pid_, nullptr, 0);
@@ -74,7 +83,7 @@ class WebServer {
     }
 
   private:
-    bool waitUntilListening() {
+    bool WaitUntilListening() {
         for (int i = 0; i < 100; i++) {
             if (waitpid(pid_, nullptr, WNOHANG) == pid_) {
                 pid_ = -1; // it ended: most likely the port is taken
@@ -100,7 +109,7 @@ class WebServer {
 };
 
 // Asks url with curl; extra are further curl arguments (-d, -H, ...).
-inline HttpAnswer httpGet(const std::string &url, std::vector<std::string> extra = {}) {
+inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra = {}) {
     extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
     extra.push_back(url);
     ProgramRun run = runProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");

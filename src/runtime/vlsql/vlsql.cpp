@@ -15,7 +15,7 @@
 
 namespace {
 
-int printRow(void *, int columns, char **values, char **) {
+int PrintRow(void *, int columns, char **values, char **) {
     for (int i = 0; i < columns; i++)
         std::printf("%s%s", i ? "|" : "", values[i] ? values[i] : "");
     std::printf("\n");
@@ -50,7 +50,7 @@ int main(int argc, char **argv) {
     }
     char *error = nullptr;
     int rc = sqlite3_exec(db, "BEGIN", nullptr, nullptr, &error);
-    if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql.str().c_str(), printRow, nullptr, &error);
+    if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql.str().c_str(), PrintRow, nullptr, &error);
     if (rc == SQLITE_OK) rc = sqlite3_exec(db, "COMMIT", nullptr, nullptr, &error);
     if (rc != SQLITE_OK) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
     if (rc != SQLITE_OK)

@@ -1,0 +1,210 @@
+// A private PostgreSQL server for tests: a cluster made by initdb in a
+// scratch directory, the server listening on a socket in a private directory
+// only (no TCP), run as an unprivileged user when the tests run as root
+// (initdb refuses root), and stopped by the destructor; should the test
+// process die first, the server gets SIGQUIT (an immediate shutdown) as the
+// parent-death signal of its postmaster.
+#ifndef VELMORA_TESTS_WEB_POSTGRES_SERVER_HPP
+#define VELMORA_TESTS_WEB_POSTGRES_SERVER_HPP
+
+#include "support/temp_dir.hpp"
+
+#include <fcntl.h>
+#include <grp.h>
+#include <libpq-fe.h>
+#include <pwd.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+// The server's programs: the newest /usr/lib/postgresql/<version>/bin (the
+// package postgresql), or empty.
+inline std::string PostgresBinDir() {
+    std::string best;
+    int bestVersion = 0;
+    std::error_code ec;
+    for (const auto &entry : fs::directory_iterator("/usr/lib/postgresql", ec)) {
+        int version = std::atoi(entry.path().filename().c_str());
+        std::string bin = entry.path().string() + "/bin";
+        if (version > bestVersion && access((bin + "/initdb").c_str(), X_OK) == 0 &&
+            access((bin + "/postgres").c_str(), X_OK) == 0) {
+            bestVersion = version;
+            best = bin;
+        }
+    }
+    return best;
+}
+
+using PgConnection = std::unique_ptr<PGconn, decltype(&PQfinish)>;
+
+class PostgresServer {
+  public:
+    static constexpr const char *kRole = "vltest";
+
+    // Makes the cluster in a scratch directory of its own (whose parent,
+    // the temporary directory, the server's user may enter).
+    PostgresServer() : dir_(temp_.path()), data_(dir_ + "/data"), socket_(dir_ + "/socket") {
+        const std::string bin = PostgresBinDir();
+        if (bin.empty()) {
+            log_ = "the PostgreSQL server is not installed (apt-get install postgresql)";
+            return;
+        }
+        fs::create_directories(data_);
+        fs::create_directories(socket_);
+        fs::permissions(socket_, fs::perms::owner_all);
+        if (geteuid() == 0 && !BecomeUnprivilegedOwner()) return;
+        int status = Run({bin + "/initdb", "-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
+                          "--locale=C", "--no-sync", "--no-instructions"},
+                         false);
+        if (status != 0) {
+            log_ = "initdb failed:\n" + readText(dir_ + "/server.log");
+            return;
+        }
+        pid_ = Run({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
+                    "-c", "fsync=off", "-c", "synchronous_commit=off", "-c", "full_page_writes=off"},
+                   true);
+        if (!WaitUntilReady()) Stop();
+    }
+    ~PostgresServer() { Stop(); }
+    PostgresServer(const PostgresServer &) = delete;
+    PostgresServer &operator=(const PostgresServer &) = delete;
+
+    bool Running() const { return pid_ > 0; }
+    // The socket directory, the "host" of the connections.
+    const std::string &SocketDir() const { return socket_; }
+    // Why it is not running, or what initdb and the server wrote.
+    std::string Log() const { return log_ + readText(dir_ + "/server.log"); }
+
+    PgConnection Connect(const std::string &database) const {
+        const char *names[] = {"host", "dbname", "user", nullptr};
+        const char *values[] = {socket_.c_str(), database.c_str(), kRole, nullptr};
+        return PgConnection(PQconnectdbParams(names, values, 0), &PQfinish);
+    }
+
+    // Runs SQL (one or more statements); the rows of the last as lines of
+    // values joined by '|', or "error: <message>".
+    static std::string Query(PGconn *connection, const std::string &sql) {
+        std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(connection, sql.c_str()),
+                                                             &PQclear);
+        ExecStatusType status = PQresultStatus(result.get());
+        if (status != PGRES_TUPLES_OK && status != PGRES_COMMAND_OK)
+            return "error: " + std::string(PQresultErrorMessage(result.get()));
+        std::string out;
+        for (int r = 0; r < PQntuples(result.get()); r++) {
+            for (int c = 0; c < PQnfields(result.get()); c++)
+                out += (c ? "|" : "") + std::string(PQgetvalue(result.get(), r, c));
+            out += "\n";
+        }
+        return out;
+    }
+
+    // Creates a database and runs the SQL file in it; empty, or what failed.
+    std::string CreateDatabase(const std::string &name, const std::string &sqlFile) const {
+        std::string created = Query(Connect("postgres").get(), "CREATE DATABASE " + name);
+        if (!created.empty()) return created;
+        std::string loaded = Query(Connect(name).get(), readText(sqlFile));
+        return loaded.starts_with("error: ") ? loaded : "";
+    }
+
+    // A fast shutdown, then SIGKILL after 10 seconds.
+    void Stop() {
+        if (pid_ <= 0) return;
+        kill(pid_, SIGINT);
+        for (int i = 0; i < 200 && waitpid(pid_, nullptr, WNOHANG) == 0; i++)
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        if (kill(pid_, 0) == 0) {
+            kill(pid_, SIGKILL);
+            waitpid(pid_, nullptr, 0);
+        }
+        pid_ = -1;
+    }
+
+  private:
+    // As root: the cluster belongs to nobody, who may enter the scratch
+    // directory but not read it.
+    bool BecomeUnprivilegedOwner() {
+        const passwd *user = getpwnam("nobody");
+        if (!user) {
+            log_ = "no user nobody to run the PostgreSQL server as";
+            return false;
+        }
+        uid_ = user->pw_uid;
+        gid_ = user->pw_gid;
+        fs::permissions(dir_, fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
+        for (const std::string &owned : {data_, socket_})
+            if (chown(owned.c_str(), uid_, gid_) != 0) {
+                log_ = "cannot give " + owned + " to nobody";
+                return false;
+            }
+        return true;
+    }
+
+    // Runs argv as the server's user with its output in server.log: waits
+    // and gives the exit status, or (background) gives the process id.
+    int Run(std::vector<std::string> argv, bool background) {
+        std::vector<char *> args;
+        for (std::string &a : argv)
+            args.push_back(a.data());
+        args.push_back(nullptr);
+        const std::string logFile = dir_ + "/server.log";
+        const pid_t parent = getpid();
+        std::fflush(stdout);
+        std::fflush(stderr);
+        pid_t pid = fork();
+        if (pid == 0) {
+            int log = open(logFile.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0666);
+            int null = open("/dev/null", O_RDONLY);
+            if (log < 0 || null < 0 || chdir(dir_.c_str()) != 0) _exit(126);
+            dup2(null, 0);
+            dup2(log, 1);
+            dup2(log, 2);
+            if (uid_ != 0 && (setgroups(0, nullptr) != 0 || setgid(gid_) != 0 || setuid(uid_) != 0))
+                _exit(126);
+            // Set after the change of user, which clears it.
+            if (background && (prctl(PR_SET_PDEATHSIG, SIGQUIT) != 0 || getppid() != parent))
+                _exit(126);
+            execv(args[0], args.data());
+            _exit(127);
+        }
+        if (background || pid < 0) return pid;
+        int status = 0;
+        waitpid(pid, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    bool WaitUntilReady() {
+        const std::string host = socket_;
+        const char *names[] = {"host", "dbname", "user", nullptr};
+        const char *values[] = {host.c_str(), "postgres", kRole, nullptr};
+        for (int i = 0; i < 300; i++) {
+            if (pid_ <= 0 || waitpid(pid_, nullptr, WNOHANG) == pid_) {
+                pid_ = -1;
+                log_ = "the PostgreSQL server ended at start:\n";
+                return false;
+            }
+            if (PQpingParams(names, values, 0) == PQPING_OK) return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+        log_ = "the PostgreSQL server did not accept connections within 30 seconds:\n";
+        return false;
+    }
+
+    TempDir temp_; // removed after the server stopped
+    std::string dir_;
+    std::string data_;
+    std::string socket_;
+    uid_t uid_ = 0;
+    gid_t gid_ = 0;
+    pid_t pid_ = -1;
+    std::string log_;
+};
+
+#endif

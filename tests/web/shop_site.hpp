@@ -1,0 +1,125 @@
+// The example shop installed the way its user installs it, for the tests
+// that serve it: a scratch directory with a lighttpd on 127.0.0.1 serving
+// www/ and cgi-bin/, and vlnogui run on a copy of the example with the
+// example's test.cfg (with some options replaced), so that vlinst.sh builds
+// shop.cgi with the staged distribution and installs it and the pages.
+#ifndef VELMORA_TESTS_WEB_SHOP_SITE_HPP
+#define VELMORA_TESTS_WEB_SHOP_SITE_HPP
+
+#include "web/web_server.hpp"
+
+#include <cstdlib>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+inline const std::string kExample = std::string(VELMORA_SOURCE_DIR) + "/examples/shop";
+inline const std::string kDist = VELMORA_STAGE_DIR;
+
+// Why a test that serves the shop cannot run here, or empty.
+inline std::string WebToolsMissing() {
+    if (access(kLighttpd, X_OK) != 0 || access(kCurl, X_OK) != 0)
+        return "lighttpd or curl is not installed (apt-get install lighttpd curl)";
+    return {};
+}
+
+// Skips the test for that reason, or fails it where the tests must run
+// (VELMORA_REQUIRE_WEB, which .ci/run sets).
+#define SKIP_OR_FAIL_UNLESS_EMPTY(reason)                                                        \
+    do {                                                                                         \
+        if (!(reason).empty()) {                                                                 \
+            if (std::getenv("VELMORA_REQUIRE_WEB")) FAIL() << (reason);                          \
+            GTEST_SKIP() << (reason);                                                            \
+        }                                                                                        \
+    } while (0)
+
+class ShopSite {
+  public:
+    // options: "name : value" lines that replace (or add to) those of the
+    // example's test.cfg; the server's own URL is known by then, for the
+    // URLs the pages carry.
+    using Options = std::vector<std::string> (*)(const WebServer &server);
+
+    explicit ShopSite(Options options = nullptr) {
+        fs::create_directories(root_.file("home"));
+        fs::create_directories(root_.file("www"));
+        fs::create_directories(root_.file("cgi-bin"));
+        fs::copy(kExample, root_.file("shop"), fs::copy_options::recursive);
+        server_ = std::make_unique<WebServer>(root_.path(), root_.file("www"), root_.file("cgi-bin"));
+        if (!server_->Running()) {
+            log_ = "lighttpd did not start\n" + server_->ErrorLog();
+            return;
+        }
+        const std::string config =
+            root_.write("shop/site.cfg", ConfigText(options ? options(*server_)
+                                                            : std::vector<std::string>()));
+        // The sanitizer build's library needs the same flags on the program.
+        ProgramRun run = runProgram(
+            VLNOGUI_PATH, {"-p", root_.file("shop/shop.pj"), "-c", config},
+            {"PATH=" + kDist + "/bin:/usr/bin:/bin", "HOME=" + root_.file("home"),
+             "VELMORA=" + kDist, std::string("CFLAGS=") + VELMORA_C_FLAGS,
+             std::string("LDFLAGS=") + VELMORA_LINK_FLAGS},
+            root_.path());
+        log_ = run.out + run.err;
+    }
+
+    // True when shop.cgi was built and installed; else log() says why.
+    bool Ready() const { return server_->Running() && fs::exists(root_.file("cgi-bin/shop.cgi")); }
+    const std::string &Log() const { return log_; }
+    const TempDir &Root() const { return root_; }
+    WebServer &Server() { return *server_; }
+
+    // Creates the SQLite database from the example's shop.sql.
+    void CreateSqliteDatabase() {
+        ProgramRun run = runProgram(kDist + "/bin/vlsql", {"cgi-bin/shop.db", kExample + "/shop.sql"},
+                                    {}, root_.path());
+        log_ += run.err;
+    }
+
+    // Runs SQL on the SQLite database; what vlsql prints.
+    std::string Sqlite(const std::string &query) const {
+        return runProgram(kDist + "/bin/vlsql",
+                          {root_.file("cgi-bin/shop.db"), root_.write("query.sql", query)}, {},
+                          root_.path())
+            .out;
+    }
+
+    // POSTs body (from a file: it may be larger than a command line) unless empty.
+    HttpAnswer Ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") const {
+        if (body.empty()) return HttpGet(server_->Url(path));
+        return HttpGet(server_->Url(path), {"--data-binary", "@" + root_.write("body", body)});
+    }
+
+    // Stops the server; then what the server and the program wrote to
+    // standard error when it holds a sanitizer's report, else empty.
+    std::string StopAndReportSanitizers() {
+        server_->Stop();
+        std::string log = server_->ErrorLog();
+        return log.find("Sanitizer") == std::string::npos ? std::string() : log;
+    }
+
+  private:
+    // test.cfg with each option of the replacements in place of its line.
+    static std::string ConfigText(const std::vector<std::string> &replacements) {
+        std::istringstream lines(readText(kExample + "/test.cfg"));
+        std::string text, line;
+        auto nameOf = [](const std::string &l) { return l.substr(0, l.find(" : ")); };
+        while (std::getline(lines, line)) {
+            bool replaced = false;
+            for (const std::string &r : replacements)
+                replaced = replaced || nameOf(r) == nameOf(line);
+            if (!replaced) text += line + "\n";
+        }
+        for (const std::string &r : replacements)
+            text += r + "\n";
+        return text;
+    }
+
+    TempDir root_;
+    std::unique_ptr<WebServer> server_;
+    std::string log_;
+};
+
+#endif
