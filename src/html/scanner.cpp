@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "html/keywords.h"
 #include "html/textscan.hpp"
@@ -32,10 +33,26 @@ void Replace(char **field, char *value) {
     *field = value;
 }
 
-SutList *Append(SutList **list, void *item) {
-    if (!*list) *list = SutNewList();
-    SutAddList(*list, item);
-    return *list;
+// Records found by a walk are gathered here and go into their list when the
+// walk ends, so a list is made at the size it needs instead of growing (each
+// growth a fresh array, and large ones make malloc sort its free chunks). The
+// vectors are kept from walk to walk, so their room is allocated once.
+using Gathered = std::vector<void *>;
+
+// Appends the gathered records to *list (made at their number when there is
+// none yet) and empties records.
+void Attach(SutList **list, Gathered &records) {
+    if (records.empty()) return;
+    if (!*list) {
+        const int n = static_cast<int>(records.size());
+        *list = SutNewListSize(n);
+        std::memcpy((*list)->items, records.data(), records.size() * sizeof(void *));
+        (*list)->count = n;
+    } else {
+        for (void *record : records)
+            SutAddList(*list, record);
+    }
+    records.clear();
 }
 
 // The searches that keep the lenient values of one tag text linear even when
@@ -108,9 +125,10 @@ InputValues ReadInputValues(const char *tag, const char *end, const char *readab
 
 // A new element of the form with what its tag text gave (type, when given,
 // in place of the tag's TYPE); the hidden form name goes to the form.
-void AddElement(VlHtmlForm *form, const InputValues &values, const char *type) {
+void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values,
+                const char *type) {
     VlHtmlFormElement *element = VlHtmlFormElementNew();
-    Append(&form->elements, element);
+    elements.push_back(element);
     if (values.name) element->name = Copy(*values.name);
     if (type)
         element->type = StrDup(type);
@@ -123,12 +141,13 @@ void AddElement(VlHtmlForm *form, const InputValues &values, const char *type) {
 // the form text ending at end, and answers where the scan goes on (null when
 // the closing tag is missing).
 template <class Ends>
-const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *end,
+const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *tag, const char *end,
                              const char *readable, std::string_view open, std::string_view close,
                              const char *type) {
     const char *stop = FindTag(tag + 1, close, open, Ends{end}, readable);
     if (!stop) return nullptr;
-    if (form) AddElement(form, ReadInputValues(tag + open.size(), stop, readable), type);
+    if (form)
+        AddElement(form, elements, ReadInputValues(tag + open.size(), stop, readable), type);
     return stop;
 }
 
@@ -142,6 +161,8 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
     MarkCursor<WordStarts<FormWords>> candidates(words, end, readable);
     CharFinder tagEnd = FinderOf('>', end);
     Value action, method;
+    thread_local Gathered elements;
+    elements.clear();
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         if (*p != '<') {
             // ACTION and METHOD count wherever they stand in the form: the last wins.
@@ -154,21 +175,22 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
             const char *gt = tagEnd.Next(p + 1);
             if (!gt) continue;
             // The tag text keeps its ">", so an unquoted last value still ends.
-            if (form) AddElement(form, ReadInputValues(p + 6, gt + 1, readable), nullptr);
+            if (form) AddElement(form, elements, ReadInputValues(p + 6, gt + 1, readable), nullptr);
             p = gt;
         } else if (IPrefix(p, end, "<SELECT")) {
             using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
-            if (const char *stop = ReadBlockElement<SelectEnds>(form, p, end, readable, "<SELECT",
+            if (const char *stop = ReadBlockElement<SelectEnds>(form, elements, p, end, readable, "<SELECT",
                                                                 "/SELECT>", "SELECT"))
                 p = stop;
         } else if (IPrefix(p, end, "<TEXTAREA")) {
             using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
             if (const char *stop = ReadBlockElement<TextareaEnds>(
-                    form, p, end, readable, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
+                    form, elements, p, end, readable, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
                 p = stop;
         }
     }
     if (!form) return;
+    Attach(&form->elements, elements);
     if (action) Replace(&form->action, Copy(*action));
     if (method) Replace(&form->method, Copy(*method));
 }
@@ -319,6 +341,10 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
+    thread_local Gathered sites, forms, anchors;
+    sites.clear();
+    forms.clear();
+    anchors.clear();
 
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         if (*p == '#') {
@@ -327,13 +353,13 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             if (!close || !ValidSiteName(p + 5, close)) continue;
             VlHtmlSite *site = VlHtmlSiteNew();
             site->name = Copy({p + 5, static_cast<size_t>(close - p - 5)});
-            Append(&doc->sites, site);
+            sites.push_back(site);
             p = close;
         } else if (*p == '<') {
             if (FormOpen(p, pageEnd)) {
                 if (const char *formEnd = FormEnd(p + 1, pageEnd)) {
                     VlHtmlForm *form = VlHtmlFormNew();
-                    Append(&doc->forms, form);
+                    forms.push_back(form);
                     // The form's body is scanned on from here: anchors in a
                     // form are anchors too.
                     ProcessFormText(form, p + strlen("<FORM"), formEnd, pageEnd);
@@ -347,13 +373,16 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                 if (!values.fullName && !values.url) continue;
                 VlHtmlAnch *anchor = VlHtmlAnchNew();
                 ApplyAnch(anchor, values);
-                Append(&doc->anchors, anchor);
+                anchors.push_back(anchor);
             }
         } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p)) {
             // White space before a keyword attribute.
-            Append(&doc->anchors, KeywordAnchor(*hit));
+            anchors.push_back(KeywordAnchor(*hit));
         }
     }
+    Attach(&doc->sites, sites);
+    Attach(&doc->forms, forms);
+    Attach(&doc->anchors, anchors);
     return doc;
 }
 
