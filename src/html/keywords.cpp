@@ -77,14 +77,9 @@ using namespace vlscan;
 
 namespace {
 
-bool EndsInBlank(const char *s) {
-    size_t n = strlen(s);
-    return n > 0 && s[n - 1] == ' ';
-}
-
-bool HasUpper(const char *s) {
-    for (; *s; ++s)
-        if (isupper(static_cast<unsigned char>(*s))) return true;
+bool HasUpper(std::string_view s) {
+    for (char c : s)
+        if (isupper(static_cast<unsigned char>(c))) return true;
     return false;
 }
 
@@ -97,8 +92,8 @@ const char *EndOf(const char *text) {
 
 namespace vlscan {
 
-char KeywordQuote(const char *keyword) {
-    return EndsInBlank(keyword) || HasUpper(keyword) ? '"' : '\'';
+char KeywordQuote(std::string_view keyword) {
+    return keyword.ends_with(' ') || HasUpper(keyword) ? '"' : '\'';
 }
 
 KeywordScan::KeywordScan(const char *t, const char *e)

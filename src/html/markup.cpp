@@ -151,7 +151,7 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string 
         index++;
         if (!record->fullName || !record->urlAttr) continue;
 
-        const char *attr = record->urlAttr;
+        const std::string_view attr = record->urlAttr;
         const char quote = KeywordQuote(attr);
         auto next = [&](const char *at) {
             return quote == '"' ? dquotes.Next(at) : squotes.Next(at);
@@ -162,9 +162,8 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string 
 
         w.CopyTo(p + 1);
         std::string &o = w.Out();
-        const size_t n = strlen(attr);
         o += attr;
-        if (attr[n - 1] == ' ') {
+        if (attr.ends_with(' ')) {
             o += '"';
         } else if (quote == '"') {
             o += "=\"";

@@ -42,10 +42,12 @@ bool HasName(const VlHtmlDoc *doc) {
 }
 
 // The text after one markup pass, which reads what the previous one left.
-void RunPass(VlHtmlDoc *doc, std::string &text, int pass) {
-    std::string marked;
-    vlmarkup::MarkPass(doc, text, pass, marked);
-    text.swap(marked);
+// The pass writes into spare, which then holds the text read: the passes
+// take turns with two buffers instead of allocating (and faulting in) one each.
+void RunPass(VlHtmlDoc *doc, std::string &text, std::string &spare, int pass) {
+    spare.clear();
+    vlmarkup::MarkPass(doc, text, pass, spare);
+    text.swap(spare);
 }
 
 // The working copy of a page as it was read. When it cannot be made, the
@@ -134,11 +136,11 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     // Each pass reads what the previous one left: anchors, keywords, forms.
     // The passes follow one another in memory and the working copy takes
     // their result in one write, so it never holds some of the changes only.
-    std::string marked = text.get();
+    std::string marked = text.get(), spare;
     const bool anchors = doc->anchorsChanged != 0;
-    if (anchors) RunPass(doc, marked, 1);
-    if (anchors && VlAnyKeys()) RunPass(doc, marked, 2);
-    if (doc->formsChanged) RunPass(doc, marked, 0);
+    if (anchors) RunPass(doc, marked, spare, 1);
+    if (anchors && VlAnyKeys()) RunPass(doc, marked, spare, 2);
+    if (doc->formsChanged) RunPass(doc, marked, spare, 0);
     if (anchors || doc->formsChanged) {
         const int written = VlWriteFileSafely(file.get(), marked.data(), marked.size());
         if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(file.get(), errno);

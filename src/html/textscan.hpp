@@ -330,7 +330,7 @@ VlHtmlAnch *KeywordAnchor(const KeywordHit &hit);
 
 // The delimiter of a keyword's value: double quotes for a keyword stored with a
 // trailing blank or holding any upper-case letter, single quotes otherwise.
-char KeywordQuote(const char *keyword);
+char KeywordQuote(std::string_view keyword);
 
 } // namespace vlscan
 
