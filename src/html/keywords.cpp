@@ -77,9 +77,10 @@ using namespace vlscan;
 
 namespace {
 
+// Keywords are ASCII letters and digits (VlIsKeyWord).
 bool HasUpper(std::string_view s) {
     for (char c : s)
-        if (isupper(static_cast<unsigned char>(c))) return true;
+        if (c >= 'A' && c <= 'Z') return true;
     return false;
 }
 

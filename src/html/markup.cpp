@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -142,7 +143,8 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string 
     // A keyword attribute begins after white space, with a keyword's first byte.
     MarkCursor<KeywordMarks> candidates(scan.marks, end);
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
-        if (!RecognizeKeyword(scan, p)) continue;
+        const std::optional<KeywordHit> hit = RecognizeKeyword(scan, p);
+        if (!hit) continue;
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);
         while (record && !record->isKeyword)
@@ -153,12 +155,19 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string 
 
         const std::string_view attr = record->urlAttr;
         const char quote = KeywordQuote(attr);
-        auto next = [&](const char *at) {
-            return quote == '"' ? dquotes.Next(at) : squotes.Next(at);
-        };
-        const char *open = next(p + 1);
-        const char *close = open ? next(open + 1) : nullptr;
-        if (!open || !close) continue;
+        const char *close = nullptr;
+        if (quote == hit->keyword->quote) {
+            // Only the name, white space and "=" stand before the value's
+            // opening delimiter: the hit's value lies between the delimiters.
+            close = hit->url.data() + hit->url.size();
+        } else {
+            auto next = [&](const char *at) {
+                return quote == '"' ? dquotes.Next(at) : squotes.Next(at);
+            };
+            const char *open = next(p + 1);
+            close = open ? next(open + 1) : nullptr;
+            if (!close) continue;
+        }
 
         w.CopyTo(p + 1);
         std::string &o = w.Out();
