@@ -13,6 +13,7 @@
 
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -180,14 +181,21 @@ template <char... Bytes> struct Words {
         const bytefind::Bytes caseBit = _mm_set1_epi8(0x20);
         const bytefind::Bytes foldedV = _mm_or_si128(v, caseBit);
         const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
-        bytefind::Bytes hit = _mm_setzero_si128();
-        for (int k = 0; k < kPairs; k++) {
-            const char a = kBytes[2 * k], b = kBytes[2 * k + 1];
-            bytefind::Bytes word = bytefind::Is(IsLetter(a) ? foldedV : v, a);
-            if (b != '\0') word = bytefind::And(word, bytefind::Is(IsLetter(b) ? foldedNext : next, b));
-            hit = bytefind::Or(hit, word);
-        }
-        return bytefind::Bits(hit);
+        // One test a pair, unrolled when the program is built, so the bytes
+        // compared with are constants and the letter tests cost nothing.
+        return [&]<int... K>(std::integer_sequence<int, K...>) {
+            return bytefind::Bits((Pair<K>(v, next, foldedV, foldedNext) | ...));
+        }(std::make_integer_sequence<int, kPairs>());
+    }
+
+  private:
+    template <int K>
+    static bytefind::Bytes Pair(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
+                                bytefind::Bytes foldedNext) {
+        constexpr char a = kBytes[2 * K], b = kBytes[2 * K + 1];
+        const bytefind::Bytes first = bytefind::Is(IsLetter(a) ? foldedV : v, a);
+        if constexpr (b == '\0') return first;
+        else return bytefind::And(first, bytefind::Is(IsLetter(b) ? foldedNext : next, b));
     }
 #endif
 };
