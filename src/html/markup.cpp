@@ -83,11 +83,12 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::stri
     const WordStarts<Words<'<', 'a'>> anchorOpens{textEnd};
     MarkCursor<WordStarts<Words<'<', 'a'>>> tags(anchorOpens, textEnd);
     const bool keywords = VlAnyKeys() != 0;
+    AnchorEnds anchorEnds(textEnd);
     int index = 0;
     for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
         if (!AnchOpen(p, textEnd)) continue;
         // Only anchors the scanner keeps (with a name or a URL) have records.
-        const char *anchEnd = AnchorEnd(p, textEnd);
+        const char *anchEnd = anchorEnds.From(p + 1);
         if (!anchEnd) continue;
         AnchValues values = ReadAnchor(p, anchEnd, textEnd);
         if (!values.fullName && !values.url) continue;
@@ -210,10 +211,11 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
     NextFinder<HiddenSearch> hiddenInputs(HiddenSearch{end});
     const WordStarts<Words<'<', 'f'>> formOpens{end};
     MarkCursor<WordStarts<Words<'<', 'f'>>> tags(formOpens, end);
+    FormEnds formEnds(end);
     int index = 0;
     for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
         if (!FormOpen(p, end)) continue;
-        const char *formEnd = FormEnd(p + 1, end);
+        const char *formEnd = formEnds.From(p + 1);
         if (!formEnd) continue;
         if (formEnd[-1] == '<') --formEnd; // the "<" of "</FORM>"
         const char *hidden = hiddenInputs.Next(p);

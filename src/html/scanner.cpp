@@ -341,6 +341,8 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
+    FormEnds formEnds(pageEnd);
+    AnchorEnds anchorEnds(pageEnd);
     thread_local Gathered sites, forms, anchors;
     sites.clear();
     forms.clear();
@@ -357,7 +359,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             p = close;
         } else if (*p == '<') {
             if (FormOpen(p, pageEnd)) {
-                if (const char *formEnd = FormEnd(p + 1, pageEnd)) {
+                if (const char *formEnd = formEnds.From(p + 1)) {
                     VlHtmlForm *form = VlHtmlFormNew();
                     forms.push_back(form);
                     // The form's body is scanned on from here: anchors in a
@@ -366,7 +368,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                 }
             }
             if (AnchOpen(p, pageEnd)) {
-                const char *anchEnd = AnchorEnd(p, pageEnd);
+                const char *anchEnd = anchorEnds.From(p + 1);
                 if (!anchEnd) continue;
                 AnchValues values = ReadAnchor(p, anchEnd, pageEnd);
                 // Kept only when it got a full name or a URL.

@@ -269,6 +269,60 @@ inline const char *AnchorEnd(const char *cursor, const char *end) {
     return FindTag(cursor + 1, "/A>", "<A ", WordStarts<Words<'/', 'a', '<', 'a'>>{end});
 }
 
+// The first place at or after a start where Test accepts a mark, among the
+// places that the Words W pick out. Asked with starts that never go
+// backwards, every character is searched at most once overall (as with
+// NextFinder), and the cursor's last block serves the next question.
+template <class W, bool (*Test)(const char *, const char *)> class MarkSearch {
+  public:
+    explicit MarkSearch(const char *end) : end_(end), starts_{end}, cursor_(starts_, end) {}
+    MarkSearch(const MarkSearch &) = delete; // the cursor refers to starts_
+    MarkSearch &operator=(const MarkSearch &) = delete;
+    const char *Next(const char *start) {
+        if (from_ && start >= from_ && (!hit_ || start <= hit_)) return hit_;
+        from_ = start;
+        for (const char *p = start; (p = cursor_.Next(p)) != nullptr; ++p)
+            if (Test(p, end_)) return hit_ = p;
+        return hit_ = nullptr;
+    }
+
+  private:
+    const char *end_;
+    WordStarts<W> starts_;
+    MarkCursor<WordStarts<W>> cursor_;
+    const char *from_ = nullptr; // start of the last question
+    const char *hit_ = nullptr;  // its answer; null: none up to the end
+};
+
+inline bool FormMark(const char *s, const char *end) {
+    return FormOpen(s, end) || FormClose(s, end);
+}
+inline bool AnchMark(const char *s, const char *end) {
+    return AnchOpen(s, end) || AnchClose(s, end);
+}
+
+// FormEnd and AnchorEnd for the forms and anchors a walk meets in page order:
+// the first opening or closing mark from a start, when it is a closing one.
+// One search goes over the whole walk instead of one a tag, so a page of
+// openings without a close costs what any page costs.
+template <class MarkWords, bool (*Mark)(const char *, const char *),
+          bool (*Close)(const char *, const char *)>
+class TagEnds {
+  public:
+    explicit TagEnds(const char *end) : end_(end), marks_(end) {}
+    const char *From(const char *start) {
+        const char *mark = marks_.Next(start);
+        return mark && Close(mark, end_) ? mark : nullptr;
+    }
+
+  private:
+    const char *end_;
+    MarkSearch<MarkWords, Mark> marks_;
+};
+// FormEnd(text, end) is From(text); AnchorEnd(cursor, end) is From(cursor + 1).
+using FormEnds = TagEnds<Words<'/', 'f', '<', 'f'>, FormMark, FormClose>;
+using AnchorEnds = TagEnds<Words<'/', 'a', '<', 'a'>, AnchMark, AnchClose>;
+
 // One loaded keyword, with what its recognition needs to know.
 struct Keyword {
     const char *text; // as stored: a "|" keyword ends in a blank
