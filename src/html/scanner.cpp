@@ -125,8 +125,7 @@ InputValues ReadInputValues(const char *tag, const char *end, const char *readab
 
 // A new element of the form with what its tag text gave (type, when given,
 // in place of the tag's TYPE); the hidden form name goes to the form.
-void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values,
-                const char *type) {
+void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values, const char *type) {
     VlHtmlFormElement *element = VlHtmlFormElementNew();
     elements.push_back(element);
     if (values.name) element->name = Copy(*values.name);
@@ -146,8 +145,7 @@ const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *t
                              const char *type) {
     const char *stop = FindTag(tag + 1, close, open, Ends{end}, readable);
     if (!stop) return nullptr;
-    if (form)
-        AddElement(form, elements, ReadInputValues(tag + open.size(), stop, readable), type);
+    if (form) AddElement(form, elements, ReadInputValues(tag + open.size(), stop, readable), type);
     return stop;
 }
 
@@ -179,8 +177,8 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
             p = gt;
         } else if (IPrefix(p, end, "<SELECT")) {
             using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
-            if (const char *stop = ReadBlockElement<SelectEnds>(form, elements, p, end, readable, "<SELECT",
-                                                                "/SELECT>", "SELECT"))
+            if (const char *stop = ReadBlockElement<SelectEnds>(form, elements, p, end, readable,
+                                                                "<SELECT", "/SELECT>", "SELECT"))
                 p = stop;
         } else if (IPrefix(p, end, "<TEXTAREA")) {
             using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;

@@ -13,7 +13,6 @@
 
 #include <cstring>
 #include <string_view>
-#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -183,19 +182,20 @@ template <char... Bytes> struct Words {
         const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
         // One test a pair, unrolled when the program is built, so the bytes
         // compared with are constants and the letter tests cost nothing.
-        return [&]<int... K>(std::integer_sequence<int, K...>) {
-            return bytefind::Bits((Pair<K>(v, next, foldedV, foldedNext) | ...));
-        }(std::make_integer_sequence<int, kPairs>());
+        return bytefind::Bits(Pairs<Bytes...>(v, next, foldedV, foldedNext));
     }
 
   private:
-    template <int K>
-    static bytefind::Bytes Pair(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
-                                bytefind::Bytes foldedNext) {
-        constexpr char a = kBytes[2 * K], b = kBytes[2 * K + 1];
-        const bytefind::Bytes first = bytefind::Is(IsLetter(a) ? foldedV : v, a);
-        if constexpr (b == '\0') return first;
-        else return bytefind::And(first, bytefind::Is(IsLetter(b) ? foldedNext : next, b));
+    template <char A, char B, char... Rest>
+    static bytefind::Bytes Pairs(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
+                                 bytefind::Bytes foldedNext) {
+        bytefind::Bytes word = bytefind::Is(IsLetter(A) ? foldedV : v, A);
+        if constexpr (B != '\0')
+            word = bytefind::And(word, bytefind::Is(IsLetter(B) ? foldedNext : next, B));
+        if constexpr (sizeof...(Rest) == 0)
+            return word;
+        else
+            return bytefind::Or(word, Pairs<Rest...>(v, next, foldedV, foldedNext));
     }
 #endif
 };
@@ -207,7 +207,9 @@ template <class W> struct WordStarts {
     const char *end;
     bool At(const char *p) const { return W::At(p, end); }
 #if defined(__SSE2__)
-    unsigned Block(const char *p) const { return W::Block(p); }
+    unsigned Block(const char *p) const {
+        return W::Block(p);
+    }
 #endif
 };
 
