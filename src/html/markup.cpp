@@ -50,8 +50,10 @@ class Writer {
     std::string &out_;
 };
 
-template <class Record> Record *RecordAt(SutList *list, int index) {
-    return static_cast<Record *>(SutGetNList(list, index));
+// SutGetNList, read in place: it is asked once for every tag a pass rewrites.
+template <class Record> Record *RecordAt(const SutList *list, int index) {
+    return list && index >= 0 && index < list->count ? static_cast<Record *>(list->items[index])
+                                                     : nullptr;
 }
 
 // After a word such as HREF, ACTION or METHOD inside [.., stop) of a text
@@ -63,6 +65,13 @@ const char *QuotedValueEnd(const char *afterWord, const char *stop, const char *
     if (!v || v >= stop || *v != '"') return nullptr;
     const char *close = quotes.Next(v + 1);
     return close && close < stop ? close : nullptr;
+}
+
+// The NUL-terminated s holds exactly text (a few bytes: no library call).
+bool IsText(const char *s, std::string_view text) {
+    for (char c : text)
+        if (*s++ != c) return false;
+    return *s == '\0';
 }
 
 const char *SkipBlanks(const char *p, const char *end) {
@@ -154,10 +163,14 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string 
         index++;
         if (!record->fullName || !record->urlAttr) continue;
 
-        const std::string_view attr = record->urlAttr;
-        const char quote = KeywordQuote(attr);
+        // The record's attribute is, as a rule, the keyword just recognised.
+        const Keyword &keyword = *hit->keyword;
+        const bool sameAttr = IsText(record->urlAttr, {keyword.text, keyword.length});
+        const std::string_view attr =
+            sameAttr ? std::string_view(record->urlAttr, keyword.length) : record->urlAttr;
+        const char quote = sameAttr ? keyword.quote : KeywordQuote(attr);
         const char *close = nullptr;
-        if (quote == hit->keyword->quote) {
+        if (quote == keyword.quote) {
             // Only the name, white space and "=" stand before the value's
             // opening delimiter: the hit's value lies between the delimiters.
             close = hit->url.data() + hit->url.size();

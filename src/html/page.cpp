@@ -136,7 +136,10 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     // Each pass reads what the previous one left: anchors, keywords, forms.
     // The passes follow one another in memory and the working copy takes
     // their result in one write, so it never holds some of the changes only.
-    std::string marked = text.get(), spare;
+    // The two buffers are kept from page to page, so a run allocates (and
+    // the system maps in) room for its largest output once, not twice a page.
+    thread_local std::string marked, spare;
+    marked.assign(text.get());
     const bool anchors = doc->anchorsChanged != 0;
     if (anchors) RunPass(doc, marked, spare, 1);
     if (anchors && VlAnyKeys()) RunPass(doc, marked, spare, 2);
