@@ -149,15 +149,17 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     if (keyword->isHref && scan.inAnch.Inside(position)) return std::nullopt;
     if (keyword->isAction && scan.inForm.Inside(position)) return std::nullopt;
 
-    const auto *close = static_cast<const char *>(
-        std::memchr(value + 1, keyword->quote, static_cast<size_t>(end - value - 1)));
-    if (!close) return std::nullopt;
-    std::string_view url(value + 1, static_cast<size_t>(close - value - 1));
-    // A nice URL: not empty, no white space, "<" or ">".
-    if (url.empty()) return std::nullopt;
-    for (char c : url)
-        if (IsWhite(c) || c == '<' || c == '>') return std::nullopt;
-    return KeywordHit{keyword, url};
+    // The value runs to the closing delimiter and must be a nice URL: not
+    // empty, no white space, "<" or ">". One walk finds both: a byte that is
+    // not nice ends it before the delimiter is looked for any further.
+    for (const char *q = value + 1; q < end; ++q) {
+        if (*q == keyword->quote) {
+            if (q == value + 1) return std::nullopt;
+            return KeywordHit{keyword, {value + 1, static_cast<size_t>(q - value - 1)}};
+        }
+        if (IsWhite(*q) || *q == '<' || *q == '>') return std::nullopt;
+    }
+    return std::nullopt;
 }
 
 VlHtmlAnch *KeywordAnchor(const KeywordHit &hit) {
