@@ -1,7 +1,10 @@
 // Throughput of module files and of the page refresh: reading a large module
-// back into its record, writing it out again, and carrying a page with many
-// forms over to a new reading.
+// back into its record (with plain user code, and with the generated binding
+// code that the reader hands to the binding-code parser), writing it out
+// again, and carrying a page with many forms over to a new reading.
 #include "velmora.h"
+
+#include "generated_code.hpp"
 
 #include <benchmark/benchmark.h>
 #include <unistd.h>
@@ -17,14 +20,15 @@ namespace fs = std::filesystem;
 namespace {
 
 // A project page with n named forms and, on disk, its module with one
-// function per form, each holding about 2 KB of user code.
+// function per form, each holding about 2 KB of user code, or (with
+// bindingCode) two generated requests of about 1.6 KB each.
 struct LargeModule {
     fs::path old = fs::current_path();
     std::string dir;
     VlHtmlDoc *page = nullptr;
     size_t bytes = 0;
 
-    explicit LargeModule(int n) {
+    explicit LargeModule(int n, bool bindingCode = false) {
         std::string pattern = (fs::temp_directory_path() / "vlbenchXXXXXX").string();
         dir = mkdtemp(pattern.data());
         fs::current_path(dir);
@@ -45,9 +49,14 @@ struct LargeModule {
             SutAddList(page->forms, form);
             const std::string name = "f" + std::to_string(i);
             VlHtmlFormSetName(page, form, name.c_str());
+            const std::string funcCode = bindingCode
+                                             ? bench::GeneratedRequest("big.html", name, 1) + "\n" +
+                                                   bench::GeneratedRequest("big.html", name, 2)
+                                             : "\tcall();";
             text += "/*Velmora Start of Function */\nstatic void F" + name +
-                    " ()\n/* start of initial code */\n{\n" + code +
-                    "\n/* start of func Code */\n\tcall();\n/* end of func code */\n"
+                    " ()\n/* start of initial code */\n{\n" + (bindingCode ? "\tint n;" : code) +
+                    "\n/* start of func Code */\n" + funcCode +
+                    "\n/* end of func code */\n"
                     "/* start of final code */\n}/* end of final code */\n";
         }
         text += "void R_big_html()\n{\n\n}/* Velmora End of Module */\n";
@@ -72,6 +81,24 @@ void BM_ModuleRead(benchmark::State &state) {
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * setup.bytes));
 }
 BENCHMARK(BM_ModuleRead)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+
+// A module whose n form functions each carry two generated requests, as the
+// modules of a real project do: the reader's time is mostly the binding-code
+// parser's. The binds each reading adds to the map are dropped between
+// readings, untimed, so the map does not grow.
+void BM_ModuleReadBindingCode(benchmark::State &state) {
+    LargeModule setup(static_cast<int>(state.range(0)), true);
+    for (auto _ : state) {
+        VlModule *module = VlModuleNewFromFile("big.c");
+        benchmark::DoNotOptimize(module);
+        state.PauseTiming();
+        VlModuleDelete(module);
+        SwdResetTheMap();
+        state.ResumeTiming();
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * setup.bytes));
+}
+BENCHMARK(BM_ModuleReadBindingCode)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
 void BM_ModuleWrite(benchmark::State &state) {
     LargeModule setup(static_cast<int>(state.range(0)));

@@ -4,8 +4,7 @@
 // (binding code from the generator, so that it parses back into binds).
 //   make_project <directory> <pages>
 // leaves <directory>/big.pj with its pages and modules beside it.
-#include "bindcode/generator.h"
-#include "maps/map.h"
+#include "generated_code.hpp"
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,51 +14,6 @@
 #include <string>
 
 namespace {
-
-void set(char **field, const std::string &value) {
-    free(*field);
-    *field = strdup(value.c_str());
-}
-
-// One request of a form: two columns shown in a site of the page, one argument.
-std::string request(const std::string &file, const std::string &form, int n) {
-    SpmSPBind *b = SpmCreateListsForSpmBind(2, 1, 1);
-    set(&b->servername, "localhost");
-    set(&b->dbname, "shop");
-    set(&b->name, "proc_" + form + "_" + std::to_string(n));
-    set(&b->altName, "bind" + std::to_string(n));
-    b->id = 1;
-    b->sqlFrags = SutNewList();
-    SutAddList(b->sqlFrags, strdup("select title, price from books where title like :title"));
-    for (int i = 0; i < 2; i++) {
-        auto *col = static_cast<SpmColBind *>(SutGetNList(b->colBinds, i));
-        set(&col->swidget, "site1");
-        set(&col->interface, file);
-        set(&col->columnName, i ? "price" : "title");
-        set(&col->dataType, i ? "decimal" : "varchar");
-        col->columnId = i + 1;
-        col->dataSize = 40;
-        col->dataTypeId = i ? 3 : 12;
-    }
-    auto *call = static_cast<SpmCallbackBind *>(SutGetNList(b->callBinds, 0));
-    set(&call->callbackName, "F");
-    set(&call->swidget, form);
-    set(&call->interface, file);
-    set(&call->useDialog, "NO_WP");
-    call->maxRows = 20;
-    set(&call->initCode, "\tint count = " + std::to_string(n) + ";");
-    set(&call->finalCode, "\tshowResult(count);");
-    auto *arg = static_cast<SpmArgBind *>(SutGetNList(b->argBinds, 0));
-    arg->argId = 1;
-    set(&arg->argName, "title");
-    set(&arg->dataType, "varchar");
-    set(&arg->initCode, "VlGetInputValue(\"title\")");
-    char *code = getCallbackCode(b, call, 1);
-    std::string text = code ? code : "";
-    free(code);
-    SpmDestroySPBind(&b);
-    return text;
-}
 
 bool writeFile(const std::string &path, const std::string &text) {
     std::ofstream out(path, std::ios::binary);
@@ -119,7 +73,8 @@ int main(int argc, char **argv) {
             module += "/*Velmora Start of Function */\nstatic void F" + form +
                       " ()\n/* start of initial code */\n{\n\tconst char *title = "
                       "VlGetInputValue(\"title\");\n/* start of func Code */\n" +
-                      request(file, form, 1) + "\n" + request(file, form, 2) +
+                      bench::GeneratedRequest(file, form, 1) + "\n" +
+                      bench::GeneratedRequest(file, form, 2) +
                       "\n/* end of func code */\n/* start of final code */\n}/* end of final code "
                       "*/\n";
             registration +=

@@ -13,6 +13,10 @@
 #   bench/whole_run.sh [build directory] [pages ...]   (default: build 1000 3000)
 #   BEFORE=<other vlnogui> bench/whole_run.sh ...      times that program too,
 #                                                      for instance an older build
+# RUN_UNDER, when set, is put in front of each vlnogui command line, e.g.
+#   RUN_UNDER="valgrind --tool=callgrind --callgrind-out-file=/tmp/run.%p" \
+#       bench/whole_run.sh build 300
+# to count the instructions of whole runs (the times then measure the tool).
 # The read and write scripts are switched off by the configuration file; the
 # distribution's scripts (vlreadprj.sh and vlinst.sh still run) do nothing.
 set -eu
@@ -78,7 +82,7 @@ peak() {
 
 run_engine() {
     export VELMORA="$work/dist" HOME="$work/home" PATH="$work/dist/bin:/usr/bin:/bin"
-    "$1" -p "$2/big.pj" -c "$work/run.cfg"
+    ${RUN_UNDER:-} "$1" -p "$2/big.pj" -c "$work/run.cfg"
 }
 
 echo "machine: $(nproc) cores, $(awk '/MemTotal/ {printf "%.0f GiB", $2 / 1048576}' /proc/meminfo), $(uname -sr), load $(cut -d' ' -f1-3 /proc/loadavg)"
@@ -98,7 +102,7 @@ for n in "$@"; do
         sync
         t0=$(now)
         kb=$(cd "$work/run" && export VELMORA="$work/dist" HOME="$work/home" \
-            PATH="$work/dist/bin:/usr/bin:/bin" && peak "$program" -p "$work/run/big.pj" -c "$work/run.cfg")
+            PATH="$work/dist/bin:/usr/bin:/bin" && peak ${RUN_UNDER:-} "$program" -p "$work/run/big.pj" -c "$work/run.cfg")
         first=$(since "$t0")
         grep -q '^Finished$' "$work/out.txt" || { echo "vlnogui did not finish:" >&2; cat "$work/out.txt" >&2; exit 1; }
         backup=$(timed "$work/run" run_engine "$program" "$work/run")

@@ -6,15 +6,16 @@
 #include "bindcode/parser.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "bindcode/callfields.hpp"
 #include "maps/map.h"
-#include "util/files.h"
+#include "util/bytefind.hpp"
 #include "util/heap.hpp"
 
 namespace {
@@ -38,11 +39,6 @@ string_view Slice(string_view t, size_t a, size_t b) {
 
 string_view DropLast(string_view v, size_t n) {
     return v.substr(0, v.size() > n ? v.size() - n : 0);
-}
-
-// A C string as a view; a null one (a failed copy) is the empty text.
-string_view ViewOf(const char *s) {
-    return s ? string_view(s) : string_view();
 }
 
 // The first ";" outside double quotes from `from`. With escapes, a quote
@@ -70,7 +66,7 @@ size_t FindNth(string_view t, char c, size_t from, int n) {
 }
 
 void AppendItem(SutList **list, string_view v) {
-    if (!*list) *list = SutNewList();
+    if (!*list) *list = SutNewListSize(1);
     SutAddList(*list, VlHeapCopy(v));
 }
 
@@ -128,13 +124,12 @@ void ParseCallDetail(SpmSPBind *bind, string_view t, size_t &pos) {
 
 void ParseColumnDetail(SpmColBind *col, string_view t, size_t &pos) {
     size_t eol1 = FindFrom(t, '\n', pos);
-    std::string first(Slice(t, pos, eol1 == npos ? t.size() : eol1 + 1));
-    int dataTypeId = 0, computeId = 0, computeColumn = 0, fourth = 0;
-    if (sscanf(first.c_str(), "\tSgeSetColDetail(pSgeWCD, %d, %d, %d, %d,\n", &dataTypeId,
-               &computeId, &computeColumn, &fourth) == 4) {
-        col->dataTypeId = dataTypeId;
-        col->computeId = computeId;
-        col->computeColumn = computeColumn;
+    string_view first = Slice(t, pos, eol1 == npos ? t.size() : eol1 + 1);
+    std::array<swd::Field, 4> n;
+    if (swd::ReadFields(first, "\tSgeSetColDetail(pSgeWCD, %d, %d, %d, %d,\n", n) == 4) {
+        col->dataTypeId = n[0].number;
+        col->computeId = n[1].number;
+        col->computeColumn = n[2].number;
     } else {
         col->computeId = 0;
         col->computeColumn = 0;
@@ -209,18 +204,16 @@ void ParseColBind(SpmSPBind *bind, string_view t, size_t &pos) {
     SpmColBind *col = SpmAddColBindToSP(bind);
     size_t sixth = FindNth(t, ',', pos, 6);
     size_t headEnd = sixth == npos ? t.size() : sixth + 1;
-    std::string head(Slice(t, pos, headEnd));
-    std::vector<char> widget(head.size() + 1), popup(head.size() + 1);
-    int group = 0, order = 0, dataSize = 0;
-    int read = sscanf(head.c_str(), "\tSgeSetColBind(pSgeWCD, %s %d, %d, %d, %s", widget.data(),
-                      &group, &order, &dataSize, popup.data());
+    std::array<swd::Field, 5> f; // the widget, group, order, data size and pop-up
+    int read =
+        swd::ReadFields(Slice(t, pos, headEnd), "\tSgeSetColBind(pSgeWCD, %s %d, %d, %d, %s", f);
     if (!col) return void(pos = headEnd);
-    if (read >= 2) col->group = group;
-    if (read >= 3) col->order = order;
-    if (read >= 4) col->dataSize = dataSize;
+    if (read >= 2) col->group = f[1].number;
+    if (read >= 3) col->order = f[2].number;
+    if (read >= 4) col->dataSize = f[3].number;
 
     if (read >= 1) {
-        string_view word = DropLast(widget.data(), 1);
+        string_view word = DropLast(f[0].word, 1);
         if (word != "(XtPointer)0x0") {
             string_view inside = word.substr(word.empty() ? 0 : 1);
             inside = inside.substr(0, inside.find('"'));
@@ -240,7 +233,7 @@ void ParseColBind(SpmSPBind *bind, string_view t, size_t &pos) {
         }
     }
     if (read >= 5) {
-        string_view word = DropLast(popup.data(), 1);
+        string_view word = DropLast(f[4].word, 1);
         if (word != "(XtPointer)0x0") {
             if (word.starts_with("(XtPointer)")) word.remove_prefix(strlen("(XtPointer)"));
             VlReplaceText(&col->popCallbackName, word);
@@ -259,23 +252,20 @@ void ParseArgBind(SpmSPBind *bind, string_view t, size_t &pos, bool older) {
     // The call's first line ends at the comma after its last quoted word.
     size_t comma = FindNth(t, ',', pos, older ? 3 : 5);
     size_t headEnd = comma == npos ? t.size() : comma + 1;
-    std::string head(Slice(t, pos, headEnd));
+    string_view head = Slice(t, pos, headEnd);
     if (!arg) return void(pos = headEnd);
     arg->argId = SutSizList(bind->argBinds); // its position, counted from 1
-    std::vector<char> name(head.size() + 1), type(head.size() + 1);
-    int dataTypeId = 0, dataSize = 0;
+    std::array<swd::Field, 4> f;
     if (older) {
-        int read =
-            sscanf(head.c_str(), "\tSgeSetArgBind(pSgeWCD, %d, \"%s", &dataTypeId, name.data());
-        if (read >= 1) arg->dataTypeId = dataTypeId;
-        if (read >= 2) VlReplaceText(&arg->argName, DropLast(name.data(), 2));
+        int read = swd::ReadFields(head, "\tSgeSetArgBind(pSgeWCD, %d, \"%s", f);
+        if (read >= 1) arg->dataTypeId = f[0].number;
+        if (read >= 2) VlReplaceText(&arg->argName, DropLast(f[1].word, 2));
     } else {
-        int read = sscanf(head.c_str(), "\tSgeSetArgBnd2(pSgeWCD, %d, %d, \"%s \"%s", &dataTypeId,
-                          &dataSize, name.data(), type.data());
-        if (read >= 1) arg->dataTypeId = dataTypeId;
-        if (read >= 2) arg->dataSize = dataSize;
-        if (read >= 3) VlReplaceText(&arg->argName, DropLast(name.data(), 2));
-        if (read >= 4) VlReplaceText(&arg->dataType, DropLast(type.data(), 2));
+        int read = swd::ReadFields(head, "\tSgeSetArgBnd2(pSgeWCD, %d, %d, \"%s \"%s", f);
+        if (read >= 1) arg->dataTypeId = f[0].number;
+        if (read >= 2) arg->dataSize = f[1].number;
+        if (read >= 3) VlReplaceText(&arg->argName, DropLast(f[2].word, 2));
+        if (read >= 4) VlReplaceText(&arg->dataType, DropLast(f[3].word, 2));
     }
     if (comma == npos) return void(pos = t.size());
     // The value's line: two tabs, the expression, ");".
@@ -306,19 +296,58 @@ constexpr RunCall kRunCalls[] = {{"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_OSQL);"
                                  {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_XSQL);", 4},
                                  {"DoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);", 0}};
 
+// The fields of a work call, as views into its text.
+struct WorkCall {
+    long maxRows = 0;
+    string_view servername, dbname, name, last;
+};
+
+// SwdParseWorkCall without the copies: the text after the first "," is cut
+// into lines; line 1 is the row limit, lines 2 and 3 (past two tabs and a
+// quote) the server and database, and line 4 holds the quoted name, a comma
+// outside the quotes, a blank and the last argument.
+WorkCall ReadWorkCall(string_view text) {
+    WorkCall call;
+    const size_t comma = text.find(',');
+    const string_view rest = comma == npos ? string_view() : text.substr(comma);
+    std::array<string_view, 5> lines{};
+    for (size_t n = 0, start = 0; n < lines.size(); n++) {
+        const size_t eol = rest.find('\n', start);
+        lines[n] = rest.substr(start, (eol == npos ? rest.size() : eol) - start);
+        if (eol == npos) break;
+        start = eol + 1;
+    }
+    string_view rows = lines[1];
+    while (!rows.empty() && (rows.front() == ' ' || rows.front() == '\t'))
+        rows.remove_prefix(1);
+    call.maxRows = swd::ReadLong(rows);
+    call.servername = lines[2].substr(std::min<size_t>(3, lines[2].size()));
+    call.dbname = lines[3].substr(std::min<size_t>(3, lines[3].size()));
+    // The request name is quoted and may hold a comma; the last argument
+    // follows the first comma outside the quotes and a blank.
+    const string_view fifth = lines[4];
+    bool quoted = false;
+    size_t comma4 = npos;
+    for (size_t i = 0; i < fifth.size() && comma4 == npos; i++) {
+        if (fifth[i] == '"')
+            quoted = !quoted;
+        else if (fifth[i] == ',' && !quoted)
+            comma4 = i;
+    }
+    call.name = Slice(fifth, 3, comma4 == npos ? fifth.size() : comma4 + 1);
+    call.last = comma4 == npos ? string_view() : Slice(fifth, comma4 + 2, fifth.size());
+    return call;
+}
+
 // Fills a new bind from its work call, the text from "\n\tpSgeWCD =" to the
 // call's ";" and the three characters after it.
 void ApplyWorkCall(SpmSPBind *bind, SpmCallbackBind *call, string_view text) {
-    std::string copy(text);
-    long maxRows = 0;
-    char *server = nullptr, *db = nullptr, *name = nullptr, *last = nullptr;
-    SwdParseWorkCall(copy.c_str(), &maxRows, &server, &db, &name, &last);
-    VlCharPtr s(server), d(db), n(name), l(last);
-    VlReplaceText(&bind->servername, DropLast(ViewOf(server), 2));
-    VlReplaceText(&bind->dbname, DropLast(ViewOf(db), 2));
-    VlReplaceText(&bind->name, DropLast(ViewOf(name), 2));
-    string_view word = DropLast(ViewOf(last), 2);
-    call->maxRows = maxRows;
+    const WorkCall fields = ReadWorkCall(text);
+    VlReplaceText(&bind->servername, DropLast(fields.servername, 2));
+    VlReplaceText(&bind->dbname, DropLast(fields.dbname, 2));
+    VlReplaceText(&bind->name, DropLast(fields.name, 2));
+    string_view word = DropLast(fields.last, 2);
+    call->maxRows = fields.maxRows;
     VlReplaceText(&call->useDialog, word);
     for (const KindWord &kind : kKindWords) {
         if (word == kind.word) {
@@ -356,62 +385,81 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
     SpmColBind *col = nullptr;
     SpmArgBind *arg = nullptr;
 
+    // Each state looks for its own texts only; the walk jumps from one place
+    // where that text can begin to the next.
+    const char *const body = t.data();
+    // Every text recognised in a request starts with "\tS", "\tV", "/*" or "Do".
+    using RequestTexts = Words<'\t', 'S', '\t', 'V', '/', '*', 'D', 'o'>;
+    const WordStarts<RequestTexts> requestStarts{body + t.size()};
+    MarkCursor<WordStarts<RequestTexts>> requestCandidates(requestStarts, body + t.size());
+    auto nextAt = [&](size_t from, auto what) { return t.find(what, from); };
     size_t i = 1;
     while (i < t.size()) {
-        size_t next = i + 1;
+        size_t next = npos; // where the walk goes on; npos: the next character
         switch (state) {
         case BodyState::BetweenRequests:
-            if (StartsAt(t, i, "SgeWorkCallData pSgeWCD")) {
-                requests++;
-                bind = SpmNewSPBind();
-                if (!bind) return;
-                SutAddList(result, bind);
-                bind->callBinds = SutNewList();
-                call = SpmAddCallbackBindToSP(bind);
-                if (!call) return;
-                col = nullptr;
-                arg = nullptr;
-                slashes = 0;
-                state = BodyState::InitialBanner;
-            }
+            if ((i = nextAt(i, "SgeWorkCallData pSgeWCD")) == npos) return;
+            requests++;
+            bind = SpmNewSPBind();
+            if (!bind) return;
+            SutAddList(result, bind);
+            bind->callBinds = SutNewListSize(1);
+            call = SpmAddCallbackBindToSP(bind);
+            if (!call) return;
+            col = nullptr;
+            arg = nullptr;
+            slashes = 0;
+            state = BodyState::InitialBanner;
             break;
         case BodyState::InitialBanner:
         case BodyState::FinalBanner:
             // The sixth slash closes the three banner lines; the code starts
             // after the slash and its newline.
-            if (t[i] == '/' && ++slashes == 6) {
+            if ((i = nextAt(i, '/')) == npos) return;
+            if (++slashes == 6) {
                 sixthSlash = i;
                 codeStart = i + 2;
                 state = state == BodyState::InitialBanner ? BodyState::InitialCode
                                                           : BodyState::FinalCode;
             }
             break;
-        case BodyState::InitialCode:
-            if (StartsAt(t, i, "\n\tpSgeWCD = getSgeWo")) {
-                if (i > codeStart + 1) VlReplaceText(&call->initCode, Slice(t, codeStart, i - 1));
-                size_t end = FindCodeEnd(t, i, false);
-                size_t callEnd = end == npos ? t.size() : end + 1;
-                ApplyWorkCall(bind, call, Slice(t, i, end == npos ? t.size() : end + 4));
-                free(bind->altName);
-                bind->altName = nullptr;
-                unnamed.push_back(bind);
-                bind->beenApplied = 1;
-                call->callOrder = requests - 1;
-                call->isChanged = 1;
-                call->isWritten = 1;
-                VlReplaceString(&call->swidget, widget);
-                VlReplaceString(&call->interface, interface);
-                VlReplaceString(&call->callbackName, callbackName);
-                state = BodyState::InRequest;
-                next = callEnd;
-            }
+        case BodyState::InitialCode: {
+            if ((i = nextAt(i, "\n\tpSgeWCD = getSgeWo")) == npos) return;
+            if (i > codeStart + 1) VlReplaceText(&call->initCode, Slice(t, codeStart, i - 1));
+            size_t end = FindCodeEnd(t, i, false);
+            size_t callEnd = end == npos ? t.size() : end + 1;
+            ApplyWorkCall(bind, call, Slice(t, i, end == npos ? t.size() : end + 4));
+            free(bind->altName);
+            bind->altName = nullptr;
+            unnamed.push_back(bind);
+            bind->beenApplied = 1;
+            call->callOrder = requests - 1;
+            call->isChanged = 1;
+            call->isWritten = 1;
+            VlReplaceString(&call->swidget, widget);
+            VlReplaceString(&call->interface, interface);
+            VlReplaceString(&call->callbackName, callbackName);
+            state = BodyState::InRequest;
+            next = callEnd;
             break;
+        }
         case BodyState::InRequest: {
-            // Every recognised text starts with a tab, a slash or "D".
-            if (t[i] != '\t' && t[i] != '/' && t[i] != 'D') break;
+            const char *at = requestCandidates.Next(body + i);
+            if (!at) return;
+            i = static_cast<size_t>(at - body);
             size_t pos = i;
-            if (StartsAt(t, i, "/* Brennix Bind Name :")) {
-                ParseBindName(bind, t, pos);
+            if (t[i] == '/') {
+                if (StartsAt(t, i, "/* Brennix Bind Name :")) ParseBindName(bind, t, pos);
+            } else if (t[i] == 'D') {
+                for (const RunCall &run : kRunCalls) {
+                    if (StartsAt(t, i, run.text)) {
+                        if (run.vendor) bind->dbVendor = run.vendor;
+                        slashes = 0;
+                        state = BodyState::FinalBanner;
+                        pos = i + strlen(run.text);
+                        break;
+                    }
+                }
             } else if (StartsAt(t, i, "\tSgeSetCallDetail(pSgeWCD")) {
                 ParseCallDetail(bind, t, pos);
             } else if (col && StartsAt(t, i, "\tSgeSetColDetail(pSgeWCD")) {
@@ -436,22 +484,13 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
                 ParseArgBind(bind, t, pos, StartsAt(t, i, "\tSgeSetArgBind(pSgeWCD"));
                 arg = static_cast<SpmArgBind *>(
                     SutGetNList(bind->argBinds, SutSizList(bind->argBinds) - 1));
-            } else {
-                for (const RunCall &run : kRunCalls) {
-                    if (StartsAt(t, i, run.text)) {
-                        if (run.vendor) bind->dbVendor = run.vendor;
-                        slashes = 0;
-                        state = BodyState::FinalBanner;
-                        pos = i + strlen(run.text);
-                        break;
-                    }
-                }
             }
             next = pos > i ? pos : i + 1;
             break;
         }
         case BodyState::FinalCode:
-            if (StartsAt(t, i, "END OF VELMORA FINAL CODE")) {
+            if ((i = nextAt(i, "END OF VELMORA FINAL CODE")) == npos) return;
+            {
                 // Of the characters counted from the sixth slash, 22 are not
                 // the user's: the slash and its newline before the code, and
                 // the code's last newline with the 19 characters of the end
@@ -459,11 +498,11 @@ void ExtractFromBody(SutList *result, const char *interface, const char *widget,
                 size_t count = i - sixthSlash;
                 if (count > 22)
                     VlReplaceText(&call->finalCode, Slice(t, codeStart, codeStart + count - 22));
-                state = BodyState::BetweenRequests;
             }
+            state = BodyState::BetweenRequests;
             break;
         }
-        i = next;
+        i = next == npos ? i + 1 : next;
     }
 }
 
@@ -471,7 +510,7 @@ int ParseActivator(const char *interface, const char *widget, const char *body,
                    const char *callbackName) {
     if (!interface || !*interface || !widget || !*widget || !body || !*body) return 0;
     SwdCallbackCode item = {const_cast<char *>(callbackName), const_cast<char *>(body)};
-    SutList *callbacks = SutNewList();
+    SutList *callbacks = SutNewListSize(1);
     SutAddList(callbacks, &item);
     SutList *found = SwdExtractMapsFromCallbacks(interface, widget, callbacks);
     SutDeleteList(callbacks);
@@ -535,33 +574,12 @@ SutList *SwdExtractMapsFromCallbacks(const char *interface, const char *widget,
 int SwdParseWorkCall(const char *text, long *maxRows, char **servername, char **dbname, char **name,
                      char **last) {
     if (!text || !maxRows || !servername || !dbname || !name || !last) return 0;
-    const char *comma = strchr(text, ',');
-    SutList *lines = VlParseFileString(comma ? comma : "", "\n", nullptr);
-    auto line = [&](int n) {
-        const char *s = static_cast<const char *>(SutGetNList(lines, n));
-        return string_view(s ? s : "");
-    };
-    string_view rows = line(1);
-    while (!rows.empty() && (rows.front() == ' ' || rows.front() == '\t'))
-        rows.remove_prefix(1);
-    *maxRows = strtol(std::string(rows).c_str(), nullptr, 10);
-    *servername = VlHeapCopy(line(2).substr(std::min<size_t>(3, line(2).size())));
-    *dbname = VlHeapCopy(line(3).substr(std::min<size_t>(3, line(3).size())));
-    // The request name is quoted and may hold a comma; the last argument
-    // follows the first comma outside the quotes and a blank.
-    string_view fifth = line(4);
-    bool quoted = false;
-    size_t comma4 = npos;
-    for (size_t i = 0; i < fifth.size() && comma4 == npos; i++) {
-        if (fifth[i] == '"')
-            quoted = !quoted;
-        else if (fifth[i] == ',' && !quoted)
-            comma4 = i;
-    }
-    size_t nameEnd = comma4 == npos ? fifth.size() : comma4 + 1;
-    *name = VlHeapCopy(Slice(fifth, 3, nameEnd));
-    *last = VlHeapCopy(comma4 == npos ? string_view() : Slice(fifth, comma4 + 2, fifth.size()));
-    SutDestroyList(lines);
+    const WorkCall call = ReadWorkCall(text);
+    *maxRows = call.maxRows;
+    *servername = VlHeapCopy(call.servername);
+    *dbname = VlHeapCopy(call.dbname);
+    *name = VlHeapCopy(call.name);
+    *last = VlHeapCopy(call.last);
     return 1;
 }
 

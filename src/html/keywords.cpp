@@ -11,6 +11,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -76,68 +77,102 @@ using namespace vlscan;
 
 namespace {
 
-bool EndsInBlank(const char *s) {
-    size_t n = strlen(s);
-    return n > 0 && s[n - 1] == ' ';
-}
-
-bool HasUpper(const char *s) {
-    for (; *s; ++s)
-        if (isupper(static_cast<unsigned char>(*s))) return true;
+// Keywords are ASCII letters and digits (VlIsKeyWord).
+bool HasUpper(std::string_view s) {
+    for (char c : s)
+        if (c >= 'A' && c <= 'Z') return true;
     return false;
 }
 
-bool SameIgnoringCase(const char *a, const char *b) {
-    return IPrefix(a, b) && strlen(a) == strlen(b);
+// Where a NUL-terminated text ends: the end the bounded readers need.
+const char *EndOf(const char *text) {
+    return text + strlen(text);
 }
 
 } // namespace
 
 namespace vlscan {
 
-char KeywordQuote(const char *keyword) {
-    return EndsInBlank(keyword) || HasUpper(keyword) ? '"' : '\'';
+char KeywordQuote(std::string_view keyword) {
+    return keyword.ends_with(' ') || HasUpper(keyword) ? '"' : '\'';
 }
 
-VlHtmlAnch *ProcessKeyWordsAt(KeywordScan &scan, const char *position) {
+KeywordScan::KeywordScan(const char *t, const char *e)
+    : text(t), end(e), inAnch(t, e), inForm(t, e) {
     SutList *keys = VlGetKeyWords();
-    const char *text = scan.text;
-    if (!keys || !text || !*text || !position || !*position || !position[1]) return nullptr;
+    std::string firsts, seconds;
+    for (int i = 0; i < SutSizList(keys); i++) {
+        const auto *k = static_cast<const char *>(SutGetNList(keys, i));
+        if (!k || !*k) continue;
+        const size_t n = strlen(k);
+        const std::string_view word(k, n);
+        keywords.push_back({k, n, KeywordQuote(k), k[n - 1] == ' ',
+                            EqualsIgnoringCase(word, "HREF"), EqualsIgnoringCase(word, "ACTION")});
+        // Walks look for keywords after white space and before a letter or a digit.
+        if (IsAlnum(k[0])) {
+            firsts += Upper(k[0]);
+            firsts += Lower(k[0]);
+        }
+        if (n < 2)
+            allLong = false;
+        else
+            seconds += {Upper(k[1]), Lower(k[1])};
+    }
+    firstBytes = ByteFinder(firsts);
+    secondBytes = ByteFinder(seconds);
+    marks.withSeconds = allLong;
+}
+
+std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position) {
+    const char *end = scan.end;
+    if (scan.keywords.empty() || !scan.text || scan.text >= end || !position || position + 1 >= end)
+        return std::nullopt;
 
     // The first keyword in list order that the attribute name begins with.
-    const char *keyword = nullptr;
-    for (int i = 0; i < SutSizList(keys) && !keyword; i++) {
-        const auto *k = static_cast<const char *>(SutGetNList(keys, i));
-        if (k && *k && IPrefix(position + 1, k)) keyword = k;
+    const char *name = position + 1;
+    const Keyword *keyword = nullptr;
+    for (const Keyword &k : scan.keywords) {
+        if (Upper(k.text[0]) == Upper(*name) && IPrefix(name, end, {k.text, k.length})) {
+            keyword = &k;
+            break;
+        }
     }
-    if (!keyword) return nullptr;
+    if (!keyword) return std::nullopt;
 
-    const char *after = position + 1 + strlen(keyword);
-    const char *value = EndsInBlank(keyword) ? VlSkipWhite(after) : VlIsValidUrlKey(after);
-    if (!value) return nullptr;
-    const char quote = KeywordQuote(keyword);
-    if (*value != quote) return nullptr;
+    const char *after = name + keyword->length;
+    const char *value = keyword->endsInBlank
+                            ? SkipWhite(after, end)
+                            : (after < end ? SkipWhiteAndEqual(after, end) : nullptr);
+    if (!value || *value != keyword->quote) return std::nullopt;
 
     // HREF of an anchor and ACTION of a form belong to the form and anchor scanner.
-    if (SameIgnoringCase(keyword, "HREF") && scan.inAnch.Inside(position)) return nullptr;
-    if (SameIgnoringCase(keyword, "ACTION") && scan.inForm.Inside(position)) return nullptr;
+    if (keyword->isHref && scan.inAnch.Inside(position)) return std::nullopt;
+    if (keyword->isAction && scan.inForm.Inside(position)) return std::nullopt;
 
-    const char *close = strchr(value + 1, quote);
-    if (!close) return nullptr;
-    std::string_view url(value + 1, static_cast<size_t>(close - value - 1));
-    VlCharPtr whole(VlHeapCopy(url));
-    if (!VlIsNiceUrlName(whole.get())) return nullptr;
+    // The value runs to the closing delimiter and must be a nice URL: not
+    // empty, no white space, "<" or ">". One walk finds both: a byte that is
+    // not nice ends it before the delimiter is looked for any further.
+    for (const char *q = value + 1; q < end; ++q) {
+        if (*q == keyword->quote) {
+            if (q == value + 1) return std::nullopt;
+            return KeywordHit{keyword, {value + 1, static_cast<size_t>(q - value - 1)}};
+        }
+        if (IsWhite(*q) || *q == '<' || *q == '>') return std::nullopt;
+    }
+    return std::nullopt;
+}
 
+VlHtmlAnch *KeywordAnchor(const KeywordHit &hit) {
     VlHtmlAnch *anchor = VlHtmlAnchNew();
-    size_t fnc = url.find("?FNC=");
+    const size_t fnc = hit.url.find("?FNC=");
     if (fnc != std::string_view::npos) {
-        anchor->fullName = VlHeapCopy(url.substr(fnc + 5));
-        anchor->url = VlHeapCopy(url.substr(0, fnc));
+        anchor->fullName = VlHeapCopy(hit.url.substr(fnc + 5));
+        anchor->url = VlHeapCopy(hit.url.substr(0, fnc));
     } else {
-        anchor->url = whole.release();
+        anchor->url = VlHeapCopy(hit.url);
     }
     anchor->isKeyword = 1;
-    anchor->urlAttr = StrDup(keyword);
+    anchor->urlAttr = VlHeapCopy({hit.keyword->text, hit.keyword->length});
     return anchor;
 }
 
@@ -147,8 +182,9 @@ extern "C" {
 
 VlHtmlAnch *VlProcessKeyWords(const char *text, const char *position) {
     if (!text) return nullptr;
-    KeywordScan scan(text);
-    return ProcessKeyWordsAt(scan, position);
+    KeywordScan scan(text, EndOf(text));
+    std::optional<KeywordHit> hit = RecognizeKeyword(scan, position);
+    return hit ? KeywordAnchor(*hit) : nullptr;
 }
 
 char *VlIsValidUrlKey(const char *text) {
@@ -193,31 +229,25 @@ int VlStrNCaseCompAnch(const char *text, const char *pattern, int count) {
     return strncasecmp(text, pattern, static_cast<size_t>(count));
 }
 
-// One pass: at each place the pattern is tried first, then the stop pattern.
+// One pass: at each place the pattern is tried first, then the stop pattern;
+// only the places holding the first byte of either (in either case) are tried.
 char *VlStrIStr(const char *text, const char *pattern, const char *stop) {
     if (!text || !*text || !pattern || !*pattern) return nullptr;
-    const bool hasStop = stop && *stop;
-    const bool anchStop = hasStop && strcmp(stop, "<A ") == 0;
-    const char first = Upper(*pattern);
-    const char stopFirst = hasStop ? Upper(*stop) : '\0';
-    for (const char *p = text; *p; ++p) {
-        const char c = Upper(*p);
-        if (c == first && IPrefix(p, pattern)) return const_cast<char *>(p);
-        if (hasStop && c == stopFirst) {
-            if (anchStop ? AnchOpen(p) : IPrefix(p, stop)) return nullptr;
-        }
-    }
-    return nullptr;
+    const std::string_view stopText = stop ? stop : "";
+    std::string firsts = {Upper(*pattern), Lower(*pattern)};
+    if (!stopText.empty()) firsts += {Upper(stopText[0]), Lower(stopText[0])};
+    const ByteFinder starts(firsts);
+    return const_cast<char *>(FindTag(text, pattern, stopText, ByteStarts{starts, EndOf(text)}));
 }
 
 int VlIsInAnchor(const char *text, const char *position) {
     if (!text || !*text || !position || !*position) return 1;
-    return AnchTracker(text).Inside(position) ? 1 : 0;
+    return AnchTracker(text, EndOf(text)).Inside(position) ? 1 : 0;
 }
 
 int VlIsInForm(const char *text, const char *position) {
     if (!text || !*text || !position || !*position) return 1;
-    return FormTracker(text).Inside(position) ? 1 : 0;
+    return FormTracker(text, EndOf(text)).Inside(position) ? 1 : 0;
 }
 
 } // extern "C"

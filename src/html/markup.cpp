@@ -2,15 +2,19 @@
 // attribute values and marks that tie its forms, anchors, keyword attributes
 // and sites to the names the document record holds, so the generated program
 // can tell which activator a request is for. Each pass matches the n-th tag of
-// its kind in the text with the n-th record of the document.
+// its kind in the text with the n-th record of the document; it jumps from one
+// byte that can start its kind of tag to the next and copies the text between
+// in runs.
 #include "html/markup.h"
+#include "html/markup_text.hpp"
 
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "html/keywords.h"
-#include "html/scanner.h"
 #include "html/textscan.hpp"
 #include "util/list.h"
 
@@ -18,8 +22,7 @@ using namespace vlscan;
 
 namespace {
 
-constexpr const char kHiddenInput[] = "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"";
-constexpr size_t kHiddenLen = sizeof(kHiddenInput) - 1;
+constexpr std::string_view kHiddenInput = "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"";
 
 const char *Str(const char *s) {
     return s ? s : "";
@@ -28,34 +31,47 @@ const char *Str(const char *s) {
 // The output of one pass: copied runs of the text and the rewrites between them.
 class Writer {
   public:
-    explicit Writer(const char *text) : run_(text) {}
+    Writer(const char *text, const char *end, std::string &out) : run_(text), end_(end), out_(out) {
+        // Rewrites lengthen the page a little: room for a quarter more.
+        const auto size = static_cast<size_t>(end - text);
+        out_.reserve(out_.size() + size + size / 4 + 4096);
+    }
     void CopyTo(const char *upTo) {
         out_.append(run_, static_cast<size_t>(upTo - run_));
         run_ = upTo;
     }
     void ResumeAt(const char *at) { run_ = at; }
     std::string &Out() { return out_; }
-    void Finish() { out_ += run_; }
-    void Flush(FILE *stream) { fwrite(out_.data(), 1, out_.size(), stream); }
+    void Finish() { CopyTo(end_); }
 
   private:
     const char *run_;
-    std::string out_;
+    const char *end_;
+    std::string &out_;
 };
 
-template <class Record> Record *RecordAt(SutList *list, int index) {
-    return static_cast<Record *>(SutGetNList(list, index));
+// SutGetNList, read in place: it is asked once for every tag a pass rewrites.
+template <class Record> Record *RecordAt(const SutList *list, int index) {
+    return list && index >= 0 && index < list->count ? static_cast<Record *>(list->items[index])
+                                                     : nullptr;
 }
 
-using QuoteFinder = NextFinder<CharIs<'"'>>;
-
-// After a word such as HREF, ACTION or METHOD inside [.., end): "=" with white
-// space around it and a double-quoted value. Gives the closing quote or null.
-const char *QuotedValueEnd(const char *afterWord, const char *end, QuoteFinder &quotes) {
-    const char *v = VlIsValidUrlKey(afterWord);
-    if (!v || v >= end || *v != '"') return nullptr;
+// After a word such as HREF, ACTION or METHOD inside [.., stop) of a text
+// ending at end: "=" with white space around it and a double-quoted value.
+// Gives the closing quote or null.
+const char *QuotedValueEnd(const char *afterWord, const char *stop, const char *end,
+                           CharFinder &quotes) {
+    const char *v = SkipWhiteAndEqual(afterWord, end);
+    if (!v || v >= stop || *v != '"') return nullptr;
     const char *close = quotes.Next(v + 1);
-    return close && close < end ? close : nullptr;
+    return close && close < stop ? close : nullptr;
+}
+
+// The NUL-terminated s holds exactly text (a few bytes: no library call).
+bool IsText(const char *s, std::string_view text) {
+    for (char c : text)
+        if (*s++ != c) return false;
+    return *s == '\0';
 }
 
 const char *SkipBlanks(const char *p, const char *end) {
@@ -64,20 +80,27 @@ const char *SkipBlanks(const char *p, const char *end) {
     return p;
 }
 
+const char *NextByte(const char *p, const char *end, char c) {
+    return ByteSearch{c, end}(p);
+}
+
 // Pass 1: the HREF of every named anchor becomes the project URL with the
 // anchor's full name as FNC parameter.
-int MarkAnchors(VlHtmlDoc *doc, const char *text, FILE *out) {
-    Writer w(text);
-    QuoteFinder quotes;
+int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::string &out) {
+    Writer w(text, textEnd, out);
+    CharFinder quotes = FinderOf('"', textEnd);
+    const WordStarts<Words<'<', 'a'>> anchorOpens{textEnd};
+    MarkCursor<WordStarts<Words<'<', 'a'>>> tags(anchorOpens, textEnd);
     const bool keywords = VlAnyKeys() != 0;
+    AnchorEnds anchorEnds(textEnd);
     int index = 0;
-    for (const char *p = text + 1; *p; ++p) {
-        if (!AnchOpen(p)) continue;
-        VlHtmlAnch *temp = VlHtmlAnchNew();
-        VlReadAnch(temp, p);
-        const bool real = temp->fullName || temp->url;
-        VlHtmlAnchDelete(temp);
-        if (!real) continue;
+    for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
+        if (!AnchOpen(p, textEnd)) continue;
+        // Only anchors the scanner keeps (with a name or a URL) have records.
+        const char *anchEnd = anchorEnds.From(p + 1);
+        if (!anchEnd) continue;
+        AnchValues values = ReadAnchor(p, anchEnd, textEnd);
+        if (!values.fullName && !values.url) continue;
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);
         if (keywords)
@@ -87,52 +110,51 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, FILE *out) {
         index++;
         if (!record->fullName) continue;
 
-        const char *end = VlStrIStr(p + 1, "/A>", "<A ");
-        if (!end) {
-            w.Flush(out);
-            return 1;
-        }
         w.CopyTo(p + 1);
         std::string &o = w.Out();
-        for (const char *q = p + 1; q < end;) {
-            if (IPrefix(q, "HREF")) {
-                if (const char *close = QuotedValueEnd(q + 4, end, quotes)) {
+        const WordStarts<Words<'h', 'r'>> words{anchEnd};
+        MarkCursor<WordStarts<Words<'h', 'r'>>> hrefs(words, anchEnd, textEnd);
+        const char *q = p + 1;
+        while (const char *h = hrefs.Next(q)) {
+            o.append(q, static_cast<size_t>(h - q));
+            q = h;
+            if (IPrefix(q, textEnd, "HREF")) {
+                if (const char *close = QuotedValueEnd(q + 4, anchEnd, textEnd, quotes)) {
                     o += "HREF=\"";
                     o += Str(record->url);
                     o += "?FNC=";
                     o += record->fullName;
                     o += "\" ";
-                    q = SkipBlanks(close + 1, end);
+                    q = SkipBlanks(close + 1, anchEnd);
                     continue;
                 }
             }
             o += *q++;
         }
-        w.ResumeAt(end);
-        p = end;
+        o.append(q, static_cast<size_t>(anchEnd - q));
+        w.ResumeAt(anchEnd);
+        p = anchEnd;
     }
     w.Finish();
-    w.Flush(out);
     return 0;
 }
 
 // Pass 2: keyword attributes of named keyword anchors.
-int MarkKeywords(VlHtmlDoc *doc, const char *text, FILE *out) {
-    Writer w(text);
+int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
+    Writer w(text, end, out);
     if (!VlAnyKeys()) {
         w.Finish();
-        w.Flush(out);
         return 0;
     }
-    KeywordScan scan(text);
-    NextFinder<CharIs<'"'>> dquotes;
-    NextFinder<CharIs<'\''>> squotes;
+    KeywordScan scan(text, end);
+    CharFinder dquotes = FinderOf('"', end);
+    CharFinder squotes = FinderOf('\'', end);
     int index = 0;
-    for (const char *p = text + 1; *p; ++p) {
-        if (!IsWhite(*p) || !IsAlnum(p[1])) continue;
-        VlHtmlAnch *temp = ProcessKeyWordsAt(scan, p);
-        if (!temp) continue;
-        VlHtmlAnchDelete(temp);
+    // A keyword attribute begins after white space, with a keyword's first byte.
+    MarkCursor<KeywordMarks> candidates(scan.marks, end);
+    for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        const std::optional<KeywordHit> hit = RecognizeKeyword(scan, p);
+        if (!hit) continue;
 
         VlHtmlAnch *record = RecordAt<VlHtmlAnch>(doc->anchors, index);
         while (record && !record->isKeyword)
@@ -141,20 +163,30 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, FILE *out) {
         index++;
         if (!record->fullName || !record->urlAttr) continue;
 
-        const char *attr = record->urlAttr;
-        const char quote = KeywordQuote(attr);
-        auto next = [&](const char *from) {
-            return quote == '"' ? dquotes.Next(from) : squotes.Next(from);
-        };
-        const char *open = next(p + 1);
-        const char *close = open ? next(open + 1) : nullptr;
-        if (!open || !close) continue;
+        // The record's attribute is, as a rule, the keyword just recognised.
+        const Keyword &keyword = *hit->keyword;
+        const bool sameAttr = IsText(record->urlAttr, {keyword.text, keyword.length});
+        const std::string_view attr =
+            sameAttr ? std::string_view(record->urlAttr, keyword.length) : record->urlAttr;
+        const char quote = sameAttr ? keyword.quote : KeywordQuote(attr);
+        const char *close = nullptr;
+        if (quote == keyword.quote) {
+            // Only the name, white space and "=" stand before the value's
+            // opening delimiter: the hit's value lies between the delimiters.
+            close = hit->url.data() + hit->url.size();
+        } else {
+            auto next = [&](const char *at) {
+                return quote == '"' ? dquotes.Next(at) : squotes.Next(at);
+            };
+            const char *open = next(p + 1);
+            close = open ? next(open + 1) : nullptr;
+            if (!close) continue;
+        }
 
         w.CopyTo(p + 1);
         std::string &o = w.Out();
-        const size_t n = strlen(attr);
         o += attr;
-        if (attr[n - 1] == ' ') {
+        if (attr.ends_with(' ')) {
             o += '"';
         } else if (quote == '"') {
             o += "=\"";
@@ -169,31 +201,39 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, FILE *out) {
         p = close; // the walk goes on right after the closing delimiter
     }
     w.Finish();
-    w.Flush(out);
     return 0;
 }
 
+// The existing hidden-name inputs, found in page order.
+struct HiddenSearch {
+    const char *end;
+    const char *operator()(const char *p) const {
+        for (; (p = NextByte(p, end, '<')) != nullptr; ++p)
+            if (static_cast<size_t>(end - p) >= kHiddenInput.size() && p[1] == 'I' &&
+                std::memcmp(p, kHiddenInput.data(), kHiddenInput.size()) == 0)
+                return p;
+        return nullptr;
+    }
+};
+
 // Pass 0: ACTION and METHOD of every named form, and the hidden input that
 // carries the form's full name.
-int MarkForms(VlHtmlDoc *doc, const char *text, FILE *out) {
-    Writer w(text);
-    QuoteFinder quotes;
-    struct Hidden {
-        bool operator()(const char *p) const { return strncmp(p, kHiddenInput, kHiddenLen) == 0; }
-    };
-    NextFinder<Hidden> hiddenInputs;
+int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
+    Writer w(text, end, out);
+    CharFinder quotes = FinderOf('"', end);
+    NextFinder<HiddenSearch> hiddenInputs(HiddenSearch{end});
+    const WordStarts<Words<'<', 'f'>> formOpens{end};
+    MarkCursor<WordStarts<Words<'<', 'f'>>> tags(formOpens, end);
+    FormEnds formEnds(end);
     int index = 0;
-    for (const char *p = text + 1; *p; ++p) {
-        if (!FormOpen(p)) continue;
-        const char *end = VlStrIStr(p + 1, "/FORM>", "<FORM");
-        if (!end) continue;
-        VlHtmlForm *temp = VlHtmlFormNew();
-        VlReadForm(temp, p);
-        VlHtmlFormDelete(temp);
-        if (end[-1] == '<') --end; // the "<" of "</FORM>"
+    for (const char *p = text + 1; (p = tags.Next(p)) != nullptr; ++p) {
+        if (!FormOpen(p, end)) continue;
+        const char *formEnd = formEnds.From(p + 1);
+        if (!formEnd) continue;
+        if (formEnd[-1] == '<') --formEnd; // the "<" of "</FORM>"
         const char *hidden = hiddenInputs.Next(p);
-        if (hidden && hidden >= end) hidden = nullptr;
-        const char *hiddenValue = hidden ? hidden + kHiddenLen : nullptr;
+        if (hidden && hidden >= formEnd) hidden = nullptr;
+        const char *hiddenValue = hidden ? hidden + kHiddenInput.size() : nullptr;
 
         VlHtmlForm *record = RecordAt<VlHtmlForm>(doc->forms, index++);
         if (!record || !record->fullName) continue;
@@ -204,12 +244,29 @@ int MarkForms(VlHtmlDoc *doc, const char *text, FILE *out) {
         // The texts are written as they stand: right after a rewritten
         // ACTION, which ends in a blank, an inserted METHOD brings its own
         // leading blank. The next marking finds the METHOD and leaves one.
-        for (const char *q = p; q < end;) {
+        // Where a rewrite can begin: the tag's ">" (until it is met), ACTION
+        // and METHOD.
+        using TagWords = Words<'>', '\0', 'a', 'c', 'm', 'e'>;
+        using BodyWords = Words<'a', 'c', 'm', 'e'>;
+        const WordStarts<TagWords> tagWords{formEnd};
+        const WordStarts<BodyWords> bodyWords{formEnd};
+        MarkCursor<WordStarts<TagWords>> inTag(tagWords, formEnd, end);
+        MarkCursor<WordStarts<BodyWords>> inBody(bodyWords, formEnd, end);
+        for (const char *q = p; q < formEnd;) {
+            // Copy the run up to the next place where a rewrite can begin.
+            const char *next = tagEnded ? inBody.Next(q) : inTag.Next(q);
+            if (!next) next = formEnd;
+            if (hiddenValue && hiddenValue >= q && hiddenValue < next) next = hiddenValue;
+            if (next > q) {
+                o.append(q, static_cast<size_t>(next - q));
+                q = next;
+                continue;
+            }
             if (q == hiddenValue) {
                 o += record->fullName;
                 o += '"';
                 const char *close = quotes.Next(q);
-                q = close && close < end ? close + 1 : end;
+                q = close && close < formEnd ? close + 1 : formEnd;
                 continue;
             }
             if (*q == '>' && !tagEnded) {
@@ -219,14 +276,14 @@ int MarkForms(VlHtmlDoc *doc, const char *text, FILE *out) {
                     o += record->method;
                     o += "\" ";
                 }
-            } else if (IPrefix(q, "ACTION") || IPrefix(q, "METHOD")) {
+            } else if (IPrefix(q, end, "ACTION") || IPrefix(q, end, "METHOD")) {
                 const bool isAction = Upper(*q) == 'A';
-                if (const char *close = QuotedValueEnd(q + 6, end, quotes)) {
+                if (const char *close = QuotedValueEnd(q + 6, formEnd, end, quotes)) {
                     o += isAction ? "ACTION=\"" : "METHOD=\"";
                     o += Str(isAction ? record->action : record->method);
                     o += "\" ";
                     if (!isAction) methodWritten = true;
-                    q = SkipBlanks(close + 1, end);
+                    q = SkipBlanks(close + 1, formEnd);
                     continue;
                 }
             }
@@ -237,55 +294,22 @@ int MarkForms(VlHtmlDoc *doc, const char *text, FILE *out) {
             o += record->fullName;
             o += "\"> ";
         }
-        w.ResumeAt(end);
-        p = end;
+        w.ResumeAt(formEnd);
+        p = formEnd;
     }
     w.Finish();
-    w.Flush(out);
     return 0;
 }
 
-} // namespace
-
-extern "C" {
-
-int VlMarkupHtmlDesignTimeForms(VlHtmlDoc *doc, const char *text, FILE *out, int pass) {
-    if (!doc || !text || !out) return 1;
-    if (!*text) return 0;
-    switch (pass) {
-    case 0:
-        return MarkForms(doc, text, out);
-    case 1:
-        return MarkAnchors(doc, text, out);
-    case 2:
-        return MarkKeywords(doc, text, out);
-    default:
-        fputs(text, out);
-        return 0;
-    }
-}
-
-int VlMarkupHtmlDesignTime(VlHtmlDoc *doc, const char *text, FILE *out) {
-    if (!doc || !text || !out) return 1;
-    if (!*text) return 0;
-    Writer w(text);
-    struct Hashes {
-        bool operator()(const char *p) const { return p[0] == '#' && p[1] == '#'; }
-    };
-    NextFinder<Hashes> marks;
+int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
+    Writer w(text, end, out);
+    NextFinder<HashesSearch> marks(HashesSearch{end});
     int index = 0;
-    for (const char *p = text + 1; *p; ++p) {
-        if (FormOpen(p)) {
-            VlReadForm(nullptr, p); // only passed over: its content still holds marks
-            continue;
-        }
-        if (strncmp(p, "##Vl_", 5) != 0) continue;
+    // Forms are only passed over: their content still holds marks.
+    for (const char *p = text + 1; (p = NextByte(p, end, '#')) != nullptr; ++p) {
+        if (end - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
         const char *close = marks.Next(p + 5);
-        if (!close) continue;
-        bool valid = true;
-        for (const char *q = p + 5; q < close && valid; ++q)
-            valid = !IsWhite(*q) && *q != '"' && *q != '\\';
-        if (!valid) continue;
+        if (!close || !ValidSiteName(p + 5, close)) continue;
         VlHtmlSite *site = RecordAt<VlHtmlSite>(doc->sites, index++);
         w.CopyTo(p + 5);
         if (site && site->name) {
@@ -296,8 +320,51 @@ int VlMarkupHtmlDesignTime(VlHtmlDoc *doc, const char *text, FILE *out) {
         p = close;
     }
     w.Finish();
-    w.Flush(out);
     return 0;
+}
+
+int Pass(VlHtmlDoc *doc, const char *text, const char *end, int pass, std::string &out) {
+    switch (pass) {
+    case -1:
+        return MarkSites(doc, text, end, out);
+    case 0:
+        return MarkForms(doc, text, end, out);
+    case 1:
+        return MarkAnchors(doc, text, end, out);
+    case 2:
+        return MarkKeywords(doc, text, end, out);
+    default:
+        out.append(text, end);
+        return 0;
+    }
+}
+
+// A pass over NUL-terminated text written to a stream.
+int PassToStream(VlHtmlDoc *doc, const char *text, FILE *stream, int pass) {
+    if (!doc || !text || !stream) return 1;
+    if (!*text) return 0;
+    std::string out;
+    const int result = Pass(doc, text, text + strlen(text), pass, out);
+    fwrite(out.data(), 1, out.size(), stream);
+    return result;
+}
+
+} // namespace
+
+int vlmarkup::MarkPass(VlHtmlDoc *doc, std::string_view text, int pass, std::string &out) {
+    if (!doc) return 1;
+    if (text.empty()) return 0;
+    return Pass(doc, text.data(), text.data() + text.size(), pass, out);
+}
+
+extern "C" {
+
+int VlMarkupHtmlDesignTimeForms(VlHtmlDoc *doc, const char *text, FILE *out, int pass) {
+    return PassToStream(doc, text, out, pass < 0 ? 3 : pass);
+}
+
+int VlMarkupHtmlDesignTime(VlHtmlDoc *doc, const char *text, FILE *out) {
+    return PassToStream(doc, text, out, -1);
 }
 
 } // extern "C"

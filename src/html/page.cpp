@@ -14,6 +14,7 @@
 
 #include "html/keywords.h"
 #include "html/markup.h"
+#include "html/markup_text.hpp"
 #include "html/scanner.h"
 #include "project/naming.h"
 #include "util/files.h"
@@ -40,17 +41,13 @@ bool HasName(const VlHtmlDoc *doc) {
     return doc && doc->name && *doc->name;
 }
 
-// The text after one markup pass; false when no memory was left for it.
-bool RunPass(VlHtmlDoc *doc, std::string &text, int pass) {
-    char *marked = nullptr;
-    size_t size = 0;
-    FILE *out = open_memstream(&marked, &size);
-    if (!out) return false;
-    VlMarkupHtmlDesignTimeForms(doc, text.c_str(), out, pass);
-    const bool whole = fclose(out) == 0;
-    if (whole) text.assign(marked, size);
-    free(marked);
-    return whole;
+// The text after one markup pass, which reads what the previous one left.
+// The pass writes into spare, which then holds the text read: the passes
+// take turns with two buffers instead of allocating (and faulting in) one each.
+void RunPass(VlHtmlDoc *doc, std::string &text, std::string &spare, int pass) {
+    spare.clear();
+    vlmarkup::MarkPass(doc, text, pass, spare);
+    text.swap(spare);
 }
 
 // The working copy of a page as it was read. When it cannot be made, the
@@ -139,11 +136,14 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     // Each pass reads what the previous one left: anchors, keywords, forms.
     // The passes follow one another in memory and the working copy takes
     // their result in one write, so it never holds some of the changes only.
-    std::string marked = text.get();
+    // The two buffers are kept from page to page, so a run allocates (and
+    // the system maps in) room for its largest output once, not twice a page.
+    thread_local std::string marked, spare;
+    marked.assign(text.get());
     const bool anchors = doc->anchorsChanged != 0;
-    if (anchors && !RunPass(doc, marked, 1)) return 1;
-    if (anchors && VlAnyKeys() && !RunPass(doc, marked, 2)) return 1;
-    if (doc->formsChanged && !RunPass(doc, marked, 0)) return 1;
+    if (anchors) RunPass(doc, marked, spare, 1);
+    if (anchors && VlAnyKeys()) RunPass(doc, marked, spare, 2);
+    if (doc->formsChanged) RunPass(doc, marked, spare, 0);
     if (anchors || doc->formsChanged) {
         const int written = VlWriteFileSafely(file.get(), marked.data(), marked.size());
         if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(file.get(), errno);

@@ -1,14 +1,18 @@
-// The HTML scanner: a character-by-character walk over a page held in memory
-// that finds site marks, forms (with their INPUT, SELECT and TEXTAREA elements),
-// anchors and keyword attributes, and fills a document record in page order.
-// It recognises a handful of words ignoring case and takes values by simple
-// quote rules; it is not an HTML parser. Every walk starts at the second
-// character of its text, so a tag standing at the very start is not seen.
+// The HTML scanner: a walk over a page held in memory that finds site marks,
+// forms (with their INPUT, SELECT and TEXTAREA elements), anchors and keyword
+// attributes, and fills a document record in page order. It recognises a
+// handful of words ignoring case and takes values by simple quote rules; it
+// is not an HTML parser. Every walk starts at the second character of its
+// text, so a tag standing at the very start is not seen. The walks jump from
+// one byte that can start something to the next (ByteFinder), read a form's
+// or a tag's text in place, and copy only the values that go into records.
 #include "html/scanner.h"
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "html/keywords.h"
 #include "html/textscan.hpp"
@@ -20,8 +24,8 @@ using namespace vlscan;
 
 namespace {
 
-char *Copy(const char *from, const char *to) {
-    return VlHeapCopy(std::string_view(from, static_cast<size_t>(to - from)));
+char *Copy(std::string_view value) {
+    return VlHeapCopy(value);
 }
 
 void Replace(char **field, char *value) {
@@ -29,63 +33,239 @@ void Replace(char **field, char *value) {
     *field = value;
 }
 
-SutList *Append(SutList **list, void *item) {
-    if (!*list) *list = SutNewList();
-    SutAddList(*list, item);
-    return *list;
+// Records found by a walk are gathered here and go into their list when the
+// walk ends, so a list is made at the size it needs instead of growing (each
+// growth a fresh array, and large ones make malloc sort its free chunks). The
+// vectors are kept from walk to walk, so their room is allocated once.
+using Gathered = std::vector<void *>;
+
+// Appends the gathered records to *list (made at their number when there is
+// none yet) and empties records.
+void Attach(SutList **list, Gathered &records) {
+    if (records.empty()) return;
+    if (!*list) {
+        const int n = static_cast<int>(records.size());
+        *list = SutNewListSize(n);
+        std::memcpy((*list)->items, records.data(), records.size() * sizeof(void *));
+        (*list)->count = n;
+    } else {
+        for (void *record : records)
+            SutAddList(*list, record);
+    }
+    records.clear();
 }
 
-struct Blank {
-    bool operator()(const char *p) const { return *p == ' ' || *p == '<' || *p == '>'; }
-};
-
-// The finders that keep the lenient values of one tag text linear even when
+// The searches that keep the lenient values of one tag text linear even when
 // the tag repeats TYPE= many times without a blank.
+struct BlankSearch {
+    const char *end;
+    const char *operator()(const char *p) const {
+        static const ByteFinder blanks(" <>");
+        return blanks.Find(p, end);
+    }
+};
 struct LibFinders {
-    NextFinder<Blank> end;
-    NextFinder<CharIs<'"'>> dquote;
-    NextFinder<CharIs<'\''>> squote;
+    explicit LibFinders(const char *end)
+        : end(BlankSearch{end}), dquote(FinderOf('"', end)), squote(FinderOf('\'', end)) {}
+    NextFinder<BlankSearch> end;
+    CharFinder dquote;
+    CharFinder squote;
 };
 
-char *LibValue(const char *text, LibFinders &f) {
-    if (!text || !*text) return nullptr;
+// VlProcessNameValueLib within [text, end).
+Value LibValue(const char *text, const char *end, LibFinders &f) {
+    if (!text || text >= end) return std::nullopt;
     const char quote = (*text == '"' || *text == '\'') ? *text : '\0';
     const char *start = quote ? text + 1 : text;
-    if (!*start) return nullptr;
+    if (start >= end) return std::nullopt;
     // The value's first character is taken as it stands, so a one-character
     // value is never cut.
-    const char *end = f.end.Next(start + 1);
+    const char *stop = f.end.Next(start + 1);
     if (quote) {
         const char *q = quote == '"' ? f.dquote.Next(start + 1) : f.squote.Next(start + 1);
-        if (q && (!end || q < end)) end = q;
+        if (q && (!stop || q < stop)) stop = q;
     }
-    return end ? Copy(start, end) : nullptr;
+    if (!stop) return std::nullopt;
+    return std::string_view(start, static_cast<size_t>(stop - start));
 }
 
-// After "=" (white space allowed around it) a double-quoted value, or null.
-char *QuotedAfterEqual(const char *afterWord) {
-    return VlProcessNameValue(VlSkipWhiteAndEqual(afterWord));
-}
+// What a tag text gives an element: the last NAME, TYPE and hidden form name.
+struct InputValues {
+    Value name, type, formName;
+};
 
-// Reads a SELECT or TEXTAREA element whose text runs to its closing tag, and
-// answers where the scan goes on (null when the closing tag is missing).
-const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *open, const char *close,
-                             const char *type) {
-    const char *end = VlStrIStr(tag + 1, close, open);
-    if (!end) return nullptr;
-    char *inner = Copy(tag + strlen(open), end);
-    VlHtmlFormElement *element = form ? VlHtmlFormElementNew() : nullptr;
-    if (form) Append(&form->elements, element);
-    VlReadInput(element, inner);
-    free(inner);
-    if (element) {
-        Replace(&element->type, StrDup(type));
-        if (element->formName) { // the hidden form name belongs to the form
-            Replace(&form->fullName, element->formName);
-            element->formName = nullptr;
+// VlReadInput on the tag text [tag, end), without making copies; the page
+// may be read on up to readable.
+InputValues ReadInputValues(const char *tag, const char *end, const char *readable) {
+    InputValues found;
+    if (tag >= end) return found;
+    using InputWords = Words<'n', 'a', 't', 'y', 'v', 'a'>; // NAME, TYPE, VALUE
+    const WordStarts<InputWords> words{end};
+    MarkCursor<WordStarts<InputWords>> candidates(words, end, readable);
+    LibFinders finders(end);
+    bool hidden = false, formNameInput = false;
+    for (const char *p = tag + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        const char c = Upper(*p);
+        if (c == 'N' && IPrefix(p, end, "NAME")) {
+            Value value = QuotedAfterEqual(p + 4, end);
+            if (!value) continue;
+            if (EqualsIgnoringCase(*value, "VlFormName")) formNameInput = true;
+            found.name = value;
+        } else if (c == 'T' && IPrefix(p, end, "TYPE")) {
+            Value value = LibValue(SkipWhiteAndEqual(p + 4, end), end, finders);
+            if (!value) continue;
+            if (EqualsIgnoringCase(*value, "hidden")) hidden = true;
+            found.type = value;
+        } else if (c == 'V' && hidden && formNameInput && IPrefix(p, end, "VALUE")) {
+            if (Value value = QuotedAfterEqual(p + 5, end)) found.formName = value;
         }
     }
-    return end;
+    return found;
+}
+
+// A new element of the form with what its tag text gave (type, when given,
+// in place of the tag's TYPE); the hidden form name goes to the form.
+void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values, const char *type) {
+    VlHtmlFormElement *element = VlHtmlFormElementNew();
+    elements.push_back(element);
+    if (values.name) element->name = Copy(*values.name);
+    if (type)
+        element->type = StrDup(type);
+    else if (values.type)
+        element->type = Copy(*values.type);
+    if (values.formName) Replace(&form->fullName, Copy(*values.formName));
+}
+
+// Reads a SELECT or TEXTAREA element whose text runs to its closing tag within
+// the form text ending at end, and answers where the scan goes on (null when
+// the closing tag is missing).
+template <class Ends>
+const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *tag, const char *end,
+                             const char *readable, std::string_view open, std::string_view close,
+                             const char *type) {
+    const char *stop = FindTag(tag + 1, close, open, Ends{end}, readable);
+    if (!stop) return nullptr;
+    if (form) AddElement(form, elements, ReadInputValues(tag + open.size(), stop, readable), type);
+    return stop;
+}
+
+// VlProcessForm on the form text [text, end) of a page readable up to
+// readable; a null form is only read.
+void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const char *readable) {
+    if (text >= end) return;
+    // INPUT, SELECT, TEXTAREA, ACTION and METHOD.
+    using FormWords = Words<'<', 'i', '<', 's', '<', 't', 'a', 'c', 'm', 'e'>;
+    const WordStarts<FormWords> words{end};
+    MarkCursor<WordStarts<FormWords>> candidates(words, end, readable);
+    CharFinder tagEnd = FinderOf('>', end);
+    Value action, method;
+    thread_local Gathered elements;
+    elements.clear();
+    for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        if (*p != '<') {
+            // ACTION and METHOD count wherever they stand in the form: the last wins.
+            if (IPrefix(p, end, "ACTION")) {
+                if (Value value = QuotedAfterEqual(p + 6, end)) action = value;
+            } else if (IPrefix(p, end, "METHOD")) {
+                if (Value value = QuotedAfterEqual(p + 6, end)) method = value;
+            }
+        } else if (IPrefix(p, end, "<INPUT")) {
+            const char *gt = tagEnd.Next(p + 1);
+            if (!gt) continue;
+            // The tag text keeps its ">", so an unquoted last value still ends.
+            if (form) AddElement(form, elements, ReadInputValues(p + 6, gt + 1, readable), nullptr);
+            p = gt;
+        } else if (IPrefix(p, end, "<SELECT")) {
+            using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
+            if (const char *stop = ReadBlockElement<SelectEnds>(form, elements, p, end, readable,
+                                                                "<SELECT", "/SELECT>", "SELECT"))
+                p = stop;
+        } else if (IPrefix(p, end, "<TEXTAREA")) {
+            using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
+            if (const char *stop = ReadBlockElement<TextareaEnds>(
+                    form, elements, p, end, readable, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
+                p = stop;
+        }
+    }
+    if (!form) return;
+    Attach(&form->elements, elements);
+    if (action) Replace(&form->action, Copy(*action));
+    if (method) Replace(&form->method, Copy(*method));
+}
+
+} // namespace
+
+// VlProcessAnch on the anchor text [text, end), without making copies.
+AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char *readable) {
+    AnchValues found;
+    if (text >= end) return found;
+    const WordStarts<Words<'h', 'r'>> words{end};
+    MarkCursor<WordStarts<Words<'h', 'r'>>> candidates(words, end, readable);
+    bool sawHref = false;
+    for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        if (!IPrefix(p, end, "HREF")) continue;
+        sawHref = true;
+        const char *q = p + 4;
+        while (q < end && IsWhite(*q))
+            ++q;
+        if (q >= end) return found.result = 1, found;
+        if (*q != '=') continue;
+        ++q;
+        while (q < end && IsWhite(*q))
+            ++q;
+        if (q >= end) return found.result = 1, found;
+        if (*q != '"') continue;
+        Value value = QuotedValue(q, end);
+        if (!value) continue;
+        const size_t question = value->find('?');
+        if (question == std::string_view::npos) {
+            found.url = value;
+            return found.result = 1, found;
+        }
+        if (value->substr(question + 1).starts_with("FNC=")) {
+            // Named: the activator's full name follows; a later HREF may override.
+            found.fullName = value->substr(question + 5);
+            found.url = value->substr(0, question);
+            continue;
+        }
+        found.url = value;
+        return found.result = 1, found;
+    }
+    found.result = sawHref ? 1 : 0;
+    return found;
+}
+
+AnchValues vlscan::ReadAnchor(const char *cursor, const char *end, const char *readable) {
+    // The text starts right after "<A", with the blank that follows it, so an
+    // HREF standing first in the tag is seen by the scan from the second character.
+    const char *start = cursor + 2;
+    return ReadAnchValues(start, end, readable);
+}
+
+namespace {
+
+void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
+    if (values.fullName) Replace(&anchor->fullName, Copy(*values.fullName));
+    if (values.url) Replace(&anchor->url, Copy(*values.url));
+}
+
+// The places where the page walk looks: "<F", "<A", "##" and (when keywords
+// are loaded) white space before a keyword's first byte.
+struct PageMarks {
+    static constexpr int kAhead = 1;
+    WordStarts<Words<'<', 'f', '<', 'a', '#', '#'>> tags;
+    const KeywordMarks &keywords;
+    bool withKeywords;
+    bool At(const char *p) const { return tags.At(p) || (withKeywords && keywords.At(p)); }
+#if defined(__SSE2__)
+    unsigned Block(const char *p) const {
+        return tags.Block(p) | (withKeywords ? keywords.Block(p) : 0U);
+    }
+#endif
+};
+
+const char *EndOf(const char *text) {
+    return text + strlen(text);
 }
 
 } // namespace
@@ -93,151 +273,59 @@ const char *ReadBlockElement(VlHtmlForm *form, const char *tag, const char *open
 extern "C" {
 
 char *VlProcessNameValue(const char *text) {
-    if (!text || *text != '"' || !text[1]) return nullptr;
-    const char *close = strchr(text + 1, '"');
-    return close ? Copy(text + 1, close) : nullptr;
+    if (!text) return nullptr;
+    Value value = QuotedValue(text, EndOf(text));
+    return value ? Copy(*value) : nullptr;
 }
 
 char *VlProcessNameValueLib(const char *text) {
-    LibFinders f;
-    return LibValue(text, f);
+    if (!text) return nullptr;
+    const char *end = EndOf(text);
+    LibFinders f(end);
+    Value value = LibValue(text, end, f);
+    return value ? Copy(*value) : nullptr;
 }
 
 int VlReadInput(VlHtmlFormElement *element, const char *tagText) {
     if (!tagText) return 1;
-    if (!*tagText) return 0;
-    LibFinders finders;
-    bool hidden = false, formNameInput = false;
-    for (const char *p = tagText + 1; *p; ++p) {
-        if (IPrefix(p, "NAME")) {
-            char *value = QuotedAfterEqual(p + 4);
-            if (!value) continue;
-            if (strcasecmp(value, "VlFormName") == 0) formNameInput = true;
-            if (element)
-                Replace(&element->name, value);
-            else
-                free(value);
-        } else if (IPrefix(p, "TYPE")) {
-            char *value = LibValue(VlSkipWhiteAndEqual(p + 4), finders);
-            if (!value) continue;
-            if (strcasecmp(value, "hidden") == 0) hidden = true;
-            if (element)
-                Replace(&element->type, value);
-            else
-                free(value);
-        } else if (hidden && formNameInput && IPrefix(p, "VALUE")) {
-            char *value = QuotedAfterEqual(p + 5);
-            if (element && value)
-                Replace(&element->formName, value);
-            else
-                free(value);
-        }
+    const char *end = EndOf(tagText);
+    InputValues values = ReadInputValues(tagText, end, end);
+    if (element) {
+        if (values.name) Replace(&element->name, Copy(*values.name));
+        if (values.type) Replace(&element->type, Copy(*values.type));
+        if (values.formName) Replace(&element->formName, Copy(*values.formName));
     }
     return 0;
 }
 
 int VlProcessForm(VlHtmlForm *form, const char *formText) {
     if (!formText || !*formText) return 1;
-    NextFinder<CharIs<'>'>> tagEnd;
-    for (const char *p = formText + 1; *p; ++p) {
-        if (*p != '<') {
-            // ACTION and METHOD count wherever they stand in the form: the last wins.
-            if (IPrefix(p, "ACTION")) {
-                char *value = QuotedAfterEqual(p + 6);
-                if (value && form)
-                    Replace(&form->action, value);
-                else
-                    free(value);
-            } else if (IPrefix(p, "METHOD")) {
-                char *value = QuotedAfterEqual(p + 6);
-                if (value && form)
-                    Replace(&form->method, value);
-                else
-                    free(value);
-            }
-        } else if (IPrefix(p, "<INPUT")) {
-            const char *gt = tagEnd.Next(p + 1);
-            if (!gt) continue;
-            // The tag text keeps its ">", so an unquoted last value still ends.
-            char *tag = Copy(p + 6, gt + 1);
-            VlHtmlFormElement *element = form ? VlHtmlFormElementNew() : nullptr;
-            if (form) Append(&form->elements, element);
-            VlReadInput(element, tag);
-            free(tag);
-            if (element && element->formName) {
-                Replace(&form->fullName, element->formName);
-                element->formName = nullptr;
-            }
-            p = gt;
-        } else if (IPrefix(p, "<SELECT")) {
-            if (const char *end = ReadBlockElement(form, p, "<SELECT", "/SELECT>", "SELECT"))
-                p = end;
-        } else if (IPrefix(p, "<TEXTAREA")) {
-            if (const char *end = ReadBlockElement(form, p, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
-                p = end;
-        }
-    }
+    const char *end = EndOf(formText);
+    ProcessFormText(form, formText, end, end);
     return 0;
 }
 
 int VlReadForm(VlHtmlForm *form, const char *cursor) {
     if (!cursor || !*cursor) return 1;
-    const char *end = VlStrIStr(cursor + 1, "/FORM>", "<FORM");
-    if (!end) return 0;
-    const char *start = cursor + strlen("<FORM");
-    char *text = end > start ? Copy(start, end) : StrDup("");
-    VlProcessForm(form, text);
-    free(text);
+    const char *textEnd = EndOf(cursor);
+    const char *end = FormEnd(cursor + 1, textEnd);
+    if (end) ProcessFormText(form, cursor + strlen("<FORM"), end, textEnd);
     return 0;
 }
 
 int VlProcessAnch(VlHtmlAnch *anchor, const char *anchText) {
-    if (!anchText || !*anchText) return 0;
-    bool sawHref = false;
-    for (const char *p = anchText + 1; *p; ++p) {
-        if (!IPrefix(p, "HREF")) continue;
-        sawHref = true;
-        const char *q = p + 4;
-        while (*q && IsWhite(*q))
-            ++q;
-        if (!*q) return 1;
-        if (*q != '=') continue;
-        ++q;
-        while (*q && IsWhite(*q))
-            ++q;
-        if (!*q) return 1;
-        if (*q != '"') continue;
-        VlCharPtr value(VlProcessNameValue(q));
-        if (!value) continue;
-        const char *question = strchr(value.get(), '?');
-        if (!question) {
-            if (anchor) Replace(&anchor->url, value.release());
-            return 1;
-        }
-        if (strncmp(question + 1, "FNC=", 4) == 0) {
-            // Named: the activator's full name follows; a later HREF may override.
-            if (anchor) {
-                Replace(&anchor->fullName, StrDup(question + 5));
-                Replace(&anchor->url, Copy(value.get(), question));
-            }
-            continue;
-        }
-        if (anchor) Replace(&anchor->url, value.release());
-        return 1;
-    }
-    return sawHref ? 1 : 0;
+    if (!anchText) return 0;
+    const char *end = EndOf(anchText);
+    AnchValues values = ReadAnchValues(anchText, end, end);
+    if (anchor) ApplyAnch(anchor, values);
+    return values.result;
 }
 
 int VlReadAnch(VlHtmlAnch *anchor, const char *cursor) {
     if (!cursor || !*cursor) return 1;
-    const char *end = VlStrIStr(cursor + 1, "/A>", "<A ");
-    if (!end) return 0;
-    // The text starts right after "<A", with the blank that follows it, so an
-    // HREF standing first in the tag is seen by the scan from the second character.
-    const char *start = cursor + 2;
-    char *text = end > start ? Copy(start, end) : StrDup("");
-    VlProcessAnch(anchor, text);
-    free(text);
+    const char *textEnd = EndOf(cursor);
+    const char *end = AnchorEnd(cursor, textEnd);
+    if (end && anchor) ApplyAnch(anchor, ReadAnchor(cursor, end, textEnd));
     return 0;
 }
 
@@ -245,46 +333,56 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     if (!text) return nullptr;
     VlHtmlDoc *doc = VlHtmlNew();
     if (!*text) return doc;
-    const bool keywords = VlAnyKeys() != 0;
-    KeywordScan scan(text);
-    struct Hashes {
-        bool operator()(const char *p) const { return p[0] == '#' && p[1] == '#'; }
-    };
-    NextFinder<Hashes> siteEnd;
+    const char *pageEnd = EndOf(text);
+    KeywordScan scan(text, pageEnd);
+    // Forms, anchors and site marks.
+    const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
+    MarkCursor<PageMarks> candidates(marks, pageEnd);
+    NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
+    FormEnds formEnds(pageEnd);
+    AnchorEnds anchorEnds(pageEnd);
+    thread_local Gathered sites, forms, anchors;
+    sites.clear();
+    forms.clear();
+    anchors.clear();
 
-    for (const char *p = text + 1; *p; ++p) {
-        const char c = *p;
-        if (c == '#') {
-            if (strncmp(p, "##Vl_", 5) != 0) continue;
+    for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        if (*p == '#') {
+            if (pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
             const char *close = siteEnd.Next(p + 5);
-            if (!close) continue;
-            const char *name = p + 5;
-            bool valid = true;
-            for (const char *q = name; q < close && valid; ++q)
-                valid = !IsWhite(*q) && *q != '"' && *q != '\\';
-            if (!valid) continue;
+            if (!close || !ValidSiteName(p + 5, close)) continue;
             VlHtmlSite *site = VlHtmlSiteNew();
-            site->name = Copy(name, close);
-            Append(&doc->sites, site);
+            site->name = Copy({p + 5, static_cast<size_t>(close - p - 5)});
+            sites.push_back(site);
             p = close;
-        } else if (c == '<') {
-            if (FormOpen(p) && VlStrIStr(p + 1, "/FORM>", "<FORM")) {
-                VlHtmlForm *form = VlHtmlFormNew();
-                Append(&doc->forms, form);
-                VlReadForm(form, p);
+        } else if (*p == '<') {
+            if (FormOpen(p, pageEnd)) {
+                if (const char *formEnd = formEnds.From(p + 1)) {
+                    VlHtmlForm *form = VlHtmlFormNew();
+                    forms.push_back(form);
+                    // The form's body is scanned on from here: anchors in a
+                    // form are anchors too.
+                    ProcessFormText(form, p + strlen("<FORM"), formEnd, pageEnd);
+                }
             }
-            if (AnchOpen(p)) {
+            if (AnchOpen(p, pageEnd)) {
+                const char *anchEnd = anchorEnds.From(p + 1);
+                if (!anchEnd) continue;
+                AnchValues values = ReadAnchor(p, anchEnd, pageEnd);
+                // Kept only when it got a full name or a URL.
+                if (!values.fullName && !values.url) continue;
                 VlHtmlAnch *anchor = VlHtmlAnchNew();
-                VlReadAnch(anchor, p);
-                if (anchor->fullName || anchor->url)
-                    Append(&doc->anchors, anchor);
-                else
-                    VlHtmlAnchDelete(anchor);
+                ApplyAnch(anchor, values);
+                anchors.push_back(anchor);
             }
-        } else if (keywords && IsWhite(c) && IsAlnum(p[1])) {
-            if (VlHtmlAnch *anchor = ProcessKeyWordsAt(scan, p)) Append(&doc->anchors, anchor);
+        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p)) {
+            // White space before a keyword attribute.
+            anchors.push_back(KeywordAnchor(*hit));
         }
     }
+    Attach(&doc->sites, sites);
+    Attach(&doc->forms, forms);
+    Attach(&doc->anchors, anchors);
     return doc;
 }
 

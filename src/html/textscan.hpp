@@ -1,16 +1,26 @@
 // C++ helpers shared by the keyword recogniser, the scanner and the markup (not
-// part of the C interface): case-insensitive prefix tests on NUL-terminated page
-// text, and finders that remember their last answer so that a walk over a page
-// asking "where is the next X?" at ever later places stays linear in the page.
+// part of the C interface). Page text is read in place between a start and an
+// end pointer, so a form's or a tag's text needs no copy: case-insensitive
+// prefix tests and value readers that never pass the end, finders that
+// remember their last answer so that a walk asking "where is the next X?" at
+// ever later places stays linear in the page, the "inside an anchor / a form"
+// trackers, and the keyword table that a walk builds once.
 #ifndef VELMORA_HTML_TEXTSCAN_HPP
 #define VELMORA_HTML_TEXTSCAN_HPP
 
-#include <cctype>
+#include <cstddef>
 #include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "html/document.h"
+#include "util/bytefind.hpp"
 
 namespace vlscan {
+
+using Value = std::optional<std::string_view>;
 
 // The C library's space class in the "C" locale.
 inline bool IsWhite(char c) {
@@ -23,120 +33,358 @@ inline bool IsAlnum(char c) {
 inline char Upper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
+inline char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
-// s begins with pat, ignoring case; never reads past the end of s.
-inline bool IPrefix(const char *s, const char *pat) {
-    for (; *pat; ++s, ++pat)
-        if (!*s || Upper(*s) != Upper(*pat)) return false;
+// s begins with pat, ignoring case, within [s, end).
+inline bool IPrefix(const char *s, const char *end, std::string_view pat) {
+    if (end - s < static_cast<std::ptrdiff_t>(pat.size())) return false;
+    for (size_t i = 0; i < pat.size(); i++)
+        if (Upper(s[i]) != Upper(pat[i])) return false;
     return true;
+}
+inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && IPrefix(a.data(), a.data() + a.size(), b);
 }
 
 // "<A" followed by a blank, a tab or a line end, in either case.
-inline bool AnchOpen(const char *s) {
-    return s[0] == '<' && (s[1] == 'A' || s[1] == 'a') &&
+inline bool AnchOpen(const char *s, const char *end) {
+    return end - s >= 3 && s[0] == '<' && (s[1] == 'A' || s[1] == 'a') &&
            (s[2] == ' ' || s[2] == '\t' || s[2] == '\n');
 }
+inline bool AnchClose(const char *s, const char *end) {
+    return IPrefix(s, end, "/A>");
+}
+inline bool FormOpen(const char *s, const char *end) {
+    return IPrefix(s, end, "<FORM");
+}
+inline bool FormClose(const char *s, const char *end) {
+    return IPrefix(s, end, "/FORM>");
+}
 
-inline bool AnchClose(const char *s) {
-    return IPrefix(s, "/A>");
-}
-inline bool FormOpen(const char *s) {
-    return IPrefix(s, "<FORM");
-}
-inline bool FormClose(const char *s) {
-    return IPrefix(s, "/FORM>");
+// The places of [.., end) holding a byte of a ByteFinder, for a MarkCursor.
+struct ByteStarts {
+    static constexpr int kAhead = 0;
+    const ByteFinder &bytes;
+    const char *end;
+    bool At(const char *p) const { return bytes.At(p); }
+#if defined(__SSE2__)
+    unsigned Block(const char *p) const {
+        return bytes.Block(p);
+    }
+#endif
+};
+
+// VlStrIStr within [text, end): the first place where pattern matches
+// ignoring case, or null when stop matches first ("<A " as an anchor opens).
+// Only the places that starts (ByteStarts or WordStarts<...>) picks out are
+// tried: they must include every place where pattern or stop begins. The
+// text may be read on up to readable.
+template <class Starts>
+const char *FindTag(const char *text, std::string_view pattern, std::string_view stop,
+                    const Starts &starts, const char *readable = nullptr) {
+    const char *end = starts.end;
+    if (!text || text >= end || pattern.empty()) return nullptr;
+    const bool anchStop = stop == "<A ";
+    const char first = Upper(pattern.front());
+    const char stopFirst = stop.empty() ? '\0' : Upper(stop.front());
+    MarkCursor<Starts> candidates(starts, end, readable);
+    for (const char *p = text; (p = candidates.Next(p)) != nullptr; ++p) {
+        const char c = Upper(*p);
+        if (c == first && IPrefix(p, end, pattern)) return p;
+        if (!stop.empty() && c == stopFirst &&
+            (anchStop ? AnchOpen(p, end) : IPrefix(p, end, stop)))
+            return nullptr;
+    }
+    return nullptr;
 }
 
-// The first place at or after a start where Pred holds. Asked with starts that
-// never go backwards, every character is tested at most once overall: the
-// answer of the last question also answers every start up to that answer.
-template <class Pred> class NextFinder {
+// The ends of forms, anchors and the block elements, and their stops.
+inline const char *FormEnd(const char *text, const char *end, const char *readable = nullptr) {
+    return FindTag(text, "/FORM>", "<FORM", WordStarts<Words<'/', 'f', '<', 'f'>>{end}, readable);
+}
+
+// VlSkipWhite within [p, end): the first character that is not white space.
+inline const char *SkipWhite(const char *p, const char *end) {
+    if (!p) return nullptr;
+    while (p < end && IsWhite(*p))
+        ++p;
+    return p < end ? p : nullptr;
+}
+// VlSkipWhiteAndEqual within [p, end): white space, "=", white space.
+inline const char *SkipWhiteAndEqual(const char *p, const char *end) {
+    p = SkipWhite(p, end);
+    if (!p || *p != '=') return nullptr;
+    return SkipWhite(p + 1, end);
+}
+// VlProcessNameValue within [p, end): p at a double quote; what lies between
+// it and the next one.
+inline Value QuotedValue(const char *p, const char *end) {
+    if (!p || p >= end || *p != '"' || p + 1 >= end) return std::nullopt;
+    const auto *close =
+        static_cast<const char *>(std::memchr(p + 1, '"', static_cast<size_t>(end - p - 1)));
+    if (!close) return std::nullopt;
+    return std::string_view(p + 1, static_cast<size_t>(close - p - 1));
+}
+// A "=" (white space around it) and a double-quoted value after a word.
+inline Value QuotedAfterEqual(const char *afterWord, const char *end) {
+    return QuotedValue(SkipWhiteAndEqual(afterWord, end), end);
+}
+
+// The first place at or after a start that a search finds. Asked with starts
+// that never go backwards, every character is searched at most once overall:
+// the answer of the last question also answers every start up to that answer.
+template <class Search> class NextFinder {
   public:
-    explicit NextFinder(Pred pred = Pred()) : pred_(pred) {}
+    explicit NextFinder(Search search) : search_(search) {}
     const char *Next(const char *start) {
         if (from_ && start >= from_ && (!hit_ || start <= hit_)) return hit_;
         from_ = start;
-        hit_ = nullptr;
-        for (const char *p = start; *p; ++p)
-            if (pred_(p)) return hit_ = p;
-        return nullptr;
+        return hit_ = search_(start);
     }
 
   private:
-    Pred pred_;
+    Search search_;
     const char *from_ = nullptr; // start of the last question
     const char *hit_ = nullptr;  // its answer; null: none up to the end
 };
 
-// The last place before a limit (and at or after the text's start) where Pred
-// holds. Asked with limits that never go backwards, the text is walked once.
-template <class Pred> class LastFinder {
-  public:
-    LastFinder(const char *text, Pred pred = Pred()) : text_(text), done_(text), pred_(pred) {}
-    const char *Last(const char *limit) {
-        if (limit < done_) { // asked backwards: search afresh
-            for (const char *p = limit - 1; p >= text_; --p)
-                if (pred_(p)) return p;
-            return nullptr;
-        }
-        for (; done_ < limit; ++done_)
-            if (pred_(done_)) hit_ = done_;
-        return hit_;
+// A search for one byte up to end.
+struct ByteSearch {
+    char byte;
+    const char *end;
+    const char *operator()(const char *p) const {
+        if (!p || p >= end) return nullptr;
+        return static_cast<const char *>(std::memchr(p, byte, static_cast<size_t>(end - p)));
     }
+};
+using CharFinder = NextFinder<ByteSearch>;
+inline CharFinder FinderOf(char byte, const char *end) {
+    return CharFinder(ByteSearch{byte, end});
+}
 
-  private:
-    const char *text_;
-    const char *done_; // every place before this one has been tested
-    const char *hit_ = nullptr;
-    Pred pred_;
+// A search for "##" up to end.
+struct HashesSearch {
+    const char *end;
+    const char *operator()(const char *p) const {
+        for (; (p = ByteSearch{'#', end}(p)) != nullptr; ++p)
+            if (p + 1 < end && p[1] == '#') return p;
+        return nullptr;
+    }
 };
 
-struct AnchMark {
-    bool operator()(const char *p) const { return AnchOpen(p) || AnchClose(p); }
-};
-struct FormMark {
-    bool operator()(const char *p) const { return FormOpen(p) || FormClose(p); }
-};
-template <char C> struct CharIs {
-    bool operator()(const char *p) const { return *p == C; }
-};
+// The name between "##Vl_" and "##" holds no white space, double quote or
+// backslash.
+inline bool ValidSiteName(const char *name, const char *close) {
+    for (const char *q = name; q < close; ++q)
+        if (IsWhite(*q) || *q == '"' || *q == '\\') return false;
+    return true;
+}
 
 // Answers "does this place lie inside an anchor (a form)?" for places met in
 // page order, with the rules of VlIsInAnchor and VlIsInForm, in linear time
-// over a whole walk.
-template <class Mark, bool (*Open)(const char *)> class InsideTracker {
+// over a whole walk: the next mark ahead is remembered, and the last mark
+// behind is carried forward as the places advance.
+// MarkWords: the two-byte beginnings of the opening and closing marks.
+template <bool (*Open)(const char *, const char *), bool (*Close)(const char *, const char *),
+          class MarkWords>
+class InsideTracker {
   public:
-    explicit InsideTracker(const char *text) : back_(text) {}
+    InsideTracker(const char *text, const char *end)
+        : text_(text), end_(end), starts_{end}, ahead_(starts_, end), behind_(starts_, end),
+          done_(text) {}
     bool Inside(const char *pos) {
-        if (!*pos) return true;
-        const char *ahead = pos[1] ? fwd_.Next(pos + 1) : nullptr;
-        if (ahead && !Open(ahead)) return true;
-        const char *behind = back_.Last(pos);
-        return behind && Open(behind);
+        if (pos >= end_) return true;
+        const char *ahead = pos + 1 < end_ ? NextMark(pos + 1) : nullptr;
+        if (ahead && !Open(ahead, end_)) return true;
+        const char *behind = LastMark(pos);
+        return behind && Open(behind, end_);
     }
 
   private:
-    NextFinder<Mark> fwd_;
-    LastFinder<Mark> back_;
+    bool IsMark(const char *p) const { return Open(p, end_) || Close(p, end_); }
+    // The first mark at or after p; candidates come from a cursor.
+    const char *FindMark(MarkCursor<WordStarts<MarkWords>> &cursor, const char *p) const {
+        for (; (p = cursor.Next(p)) != nullptr; ++p)
+            if (IsMark(p)) return p;
+        return nullptr;
+    }
+    const char *NextMark(const char *start) {
+        if (from_ && start >= from_ && (!nextMark_ || start <= nextMark_)) return nextMark_;
+        from_ = start;
+        return nextMark_ = FindMark(ahead_, start);
+    }
+    // The last mark before limit.
+    const char *LastMark(const char *limit) {
+        if (limit < done_) { // asked backwards: search afresh
+            for (const char *p = limit; p > text_;)
+                if (IsMark(--p)) return p;
+            return nullptr;
+        }
+        for (;;) {
+            if (!pendingKnown_) {
+                pending_ = FindMark(behind_, done_);
+                pendingKnown_ = true;
+            }
+            if (!pending_ || pending_ >= limit) break; // kept for a later limit
+            lastMark_ = pending_;
+            done_ = pending_ + 1;
+            pendingKnown_ = false;
+        }
+        // No mark lies in [done_, limit): pending_ stays the first at or after limit.
+        done_ = limit;
+        return lastMark_;
+    }
+
+    const char *text_, *end_;
+    WordStarts<MarkWords> starts_;
+    MarkCursor<WordStarts<MarkWords>> ahead_, behind_;
+    const char *from_ = nullptr, *nextMark_ = nullptr; // the last search ahead
+    const char *done_;                                 // every place before it is searched
+    bool pendingKnown_ = false;                        // pending_ is searched:
+    const char *pending_ = nullptr;                    // the first mark at or after done_
+    const char *lastMark_ = nullptr;                   // the last mark before done_
 };
 
-using AnchTracker = InsideTracker<AnchMark, AnchOpen>;
-using FormTracker = InsideTracker<FormMark, FormOpen>;
+// The trackers of anchors ("<A" and "/A>") and of forms ("<FORM", "/FORM>").
+using AnchTracker = InsideTracker<AnchOpen, AnchClose, Words<'<', 'a', '/', 'a'>>;
+using FormTracker = InsideTracker<FormOpen, FormClose, Words<'<', 'f', '/', 'f'>>;
 
-// The position a keyword attribute recogniser needs about the page it walks.
+// What an anchor's text gives (VlProcessAnch without the copies): the URL and
+// the full name last set, and VlProcessAnch's answer.
+struct AnchValues {
+    Value url, fullName;
+    int result = 0;
+};
+// The text may be read on up to readable (the end of the page).
+AnchValues ReadAnchValues(const char *text, const char *end, const char *readable);
+// The same for the text of the anchor whose "<A" stands at cursor, up to its
+// end ("/A>").
+AnchValues ReadAnchor(const char *cursor, const char *end, const char *readable);
+
+// The "/A>" that ends the anchor whose "<A" stands at cursor, or null when
+// the next anchor opens first.
+inline const char *AnchorEnd(const char *cursor, const char *end) {
+    return FindTag(cursor + 1, "/A>", "<A ", WordStarts<Words<'/', 'a', '<', 'a'>>{end});
+}
+
+// The first place at or after a start where Test accepts a mark, among the
+// places that the Words W pick out. Asked with starts that never go
+// backwards, every character is searched at most once overall (as with
+// NextFinder), and the cursor's last block serves the next question.
+template <class W, bool (*Test)(const char *, const char *)> class MarkSearch {
+  public:
+    explicit MarkSearch(const char *end) : end_(end), starts_{end}, cursor_(starts_, end) {}
+    MarkSearch(const MarkSearch &) = delete; // the cursor refers to starts_
+    MarkSearch &operator=(const MarkSearch &) = delete;
+    const char *Next(const char *start) {
+        if (from_ && start >= from_ && (!hit_ || start <= hit_)) return hit_;
+        from_ = start;
+        for (const char *p = start; (p = cursor_.Next(p)) != nullptr; ++p)
+            if (Test(p, end_)) return hit_ = p;
+        return hit_ = nullptr;
+    }
+
+  private:
+    const char *end_;
+    WordStarts<W> starts_;
+    MarkCursor<WordStarts<W>> cursor_;
+    const char *from_ = nullptr; // start of the last question
+    const char *hit_ = nullptr;  // its answer; null: none up to the end
+};
+
+inline bool FormMark(const char *s, const char *end) {
+    return FormOpen(s, end) || FormClose(s, end);
+}
+inline bool AnchMark(const char *s, const char *end) {
+    return AnchOpen(s, end) || AnchClose(s, end);
+}
+
+// FormEnd and AnchorEnd for the forms and anchors a walk meets in page order:
+// the first opening or closing mark from a start, when it is a closing one.
+// One search goes over the whole walk instead of one a tag, so a page of
+// openings without a close costs what any page costs.
+template <class MarkWords, bool (*Mark)(const char *, const char *),
+          bool (*Close)(const char *, const char *)>
+class TagEnds {
+  public:
+    explicit TagEnds(const char *end) : end_(end), marks_(end) {}
+    const char *From(const char *start) {
+        const char *mark = marks_.Next(start);
+        return mark && Close(mark, end_) ? mark : nullptr;
+    }
+
+  private:
+    const char *end_;
+    MarkSearch<MarkWords, Mark> marks_;
+};
+// FormEnd(text, end) is From(text); AnchorEnd(cursor, end) is From(cursor + 1).
+using FormEnds = TagEnds<Words<'/', 'f', '<', 'f'>, FormMark, FormClose>;
+using AnchorEnds = TagEnds<Words<'/', 'a', '<', 'a'>, AnchMark, AnchClose>;
+
+// One loaded keyword, with what its recognition needs to know.
+struct Keyword {
+    const char *text; // as stored: a "|" keyword ends in a blank
+    size_t length;
+    char quote;       // the delimiter of its value
+    bool endsInBlank; // its value follows without "="
+    bool isHref;      // HREF or ACTION: left to the tag scanner inside
+    bool isAction;    // an anchor or a form
+};
+
+// White space followed by a byte that can start a keyword and, when every
+// keyword is two bytes long or more, by a byte that can stand second in one:
+// where a keyword attribute can begin.
+struct KeywordMarks {
+    static constexpr int kAhead = 2;
+    const ByteFinder &firsts;  // alphanumeric only
+    const ByteFinder &seconds; // used when withSeconds
+    bool withSeconds;
+    const char *end;
+    bool At(const char *p) const {
+        return p + 1 < end && IsWhite(*p) && firsts.Has(p[1]) &&
+               (!withSeconds || (p + 2 < end && seconds.Has(p[2])));
+    }
+#if defined(__SSE2__)
+    unsigned Block(const char *p) const {
+        unsigned bits = bytefind::Bits(bytefind::IsWhite(bytefind::Load(p))) & firsts.Block(p + 1);
+        if (bits && withSeconds) bits &= seconds.Block(p + 2);
+        return bits;
+    }
+#endif
+};
+
+// What a walk over one page needs to recognise keyword attributes: the
+// keyword list as a table (in list order), the bytes that can start a
+// keyword, and the two trackers.
 struct KeywordScan {
-    explicit KeywordScan(const char *t) : text(t), inAnch(t), inForm(t) {}
+    KeywordScan(const char *text, const char *end);
     const char *text;
+    const char *end;
+    std::vector<Keyword> keywords;
+    ByteFinder firstBytes;  // both cases of every keyword's first byte
+    ByteFinder secondBytes; // and of its second
+    bool allLong = true;    // every keyword has a second byte
+    KeywordMarks marks{firstBytes, secondBytes, false, end};
     AnchTracker inAnch;
     FormTracker inForm;
 };
 
-// VlProcessKeyWords for a place met during a walk over scan.text.
-VlHtmlAnch *ProcessKeyWordsAt(KeywordScan &scan, const char *position);
+// A keyword attribute found: the keyword and its value (the URL).
+struct KeywordHit {
+    const Keyword *keyword;
+    std::string_view url;
+};
+
+// VlProcessKeyWords for a place met during a walk over scan's text, without
+// making the record; KeywordAnchor makes it.
+std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position);
+VlHtmlAnch *KeywordAnchor(const KeywordHit &hit);
 
 // The delimiter of a keyword's value: double quotes for a keyword stored with a
 // trailing blank or holding any upper-case letter, single quotes otherwise.
-char KeywordQuote(const char *keyword);
+char KeywordQuote(std::string_view keyword);
 
 } // namespace vlscan
 

@@ -29,7 +29,8 @@ int CountOf(const SutList *list) {
 template <typename T> T *AddChild(SutList **list, T *(*make)(), int (*destroy)(T **)) {
     T *child = make();
     if (!child) return nullptr;
-    if (!*list) *list = SutNewList();
+    // A bind has a few records of each kind: the list starts small.
+    if (!*list) *list = SutNewListSize(1);
     if (!SutAddList(*list, child)) {
         destroy(&child);
         return nullptr;

@@ -138,7 +138,7 @@ int ReadFunction(VlModule *module, const char *pageName, const char **cursor,
     auto *fn = static_cast<VlFunction *>(calloc(1, sizeof(VlFunction)));
     fn->form = form;
     fn->anchor = anchor;
-    fn->aliases = SutNewList();
+    fn->aliases = SutNewListSize(0); // most functions have no alias
     fn->initCode = ParseSection(cursor, markers.initStart, markers.initEnd);
     fn->funcCode = ParseSection(cursor, markers.funcStart, markers.funcEnd);
     fn->finalCode = ParseSection(cursor, markers.finalStart, markers.finalEnd);

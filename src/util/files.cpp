@@ -8,6 +8,7 @@
 #include "util/strings.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -85,11 +86,21 @@ char *VlGetCurrentDir(void) {
 
 char *VlDosToUnix(const char *text) {
     if (!text) return nullptr;
-    std::string out;
-    out.reserve(std::strlen(text));
-    for (const char *p = text; *p; ++p)
-        if (*p != '\r') out += *p;
-    return VlHeapCopy(out);
+    // The runs between carriage returns are copied whole.
+    const char *end = text + std::strlen(text);
+    char *out = static_cast<char *>(std::malloc(static_cast<size_t>(end - text) + 1));
+    if (!out) return nullptr;
+    char *to = out;
+    for (const char *p = text; p < end;) {
+        const auto *cr =
+            static_cast<const char *>(std::memchr(p, '\r', static_cast<size_t>(end - p)));
+        const char *runEnd = cr ? cr : end;
+        std::memcpy(to, p, static_cast<size_t>(runEnd - p));
+        to += runEnd - p;
+        p = cr ? cr + 1 : end;
+    }
+    *to = '\0';
+    return out;
 }
 
 char *VlUnixToDos(const char *text) {

@@ -1,0 +1,264 @@
+// Finding the next place worth a look in a text, memchr-style: the readers of
+// pages and generated code jump from one byte that can start something to the
+// next instead of testing every byte. A ByteFinder is a set of bytes; a
+// MarkCursor walks a text forward and gives the places that a set of marks
+// (a ByteFinder, Words: a few two-byte word beginnings, or a reader's own
+// test) picks out.
+// With SSE2 (every x86-64 processor) sixteen bytes are tested at a time, and
+// the cursor keeps the sixteen-byte block it looked at last, so marks that
+// stand close together cost little; elsewhere the bytes are tested one by
+// one. Not part of the C interface.
+#ifndef VELMORA_UTIL_BYTEFIND_HPP
+#define VELMORA_UTIL_BYTEFIND_HPP
+
+#include <cstring>
+#include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace bytefind {
+
+#if defined(__SSE2__)
+using Bytes = __m128i;
+inline Bytes Load(const char *p) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i *>(p));
+}
+inline Bytes Is(Bytes v, char c) {
+    return _mm_cmpeq_epi8(v, _mm_set1_epi8(c));
+}
+// A letter in either case (lower is the lower-case letter).
+inline Bytes IsLetter(Bytes v, char lower) {
+    return _mm_cmpeq_epi8(_mm_or_si128(v, _mm_set1_epi8(0x20)), _mm_set1_epi8(lower));
+}
+// The C library's space class: blank, or tab to carriage return.
+inline Bytes IsWhite(Bytes v) {
+    const Bytes fromTab = _mm_sub_epi8(v, _mm_set1_epi8('\t'));
+    const Bytes tabToReturn =
+        _mm_cmpeq_epi8(_mm_min_epu8(fromTab, _mm_set1_epi8('\r' - '\t')), fromTab);
+    return _mm_or_si128(Is(v, ' '), tabToReturn);
+}
+inline Bytes Or(Bytes a, Bytes b) {
+    return _mm_or_si128(a, b);
+}
+inline Bytes And(Bytes a, Bytes b) {
+    return _mm_and_si128(a, b);
+}
+inline unsigned Bits(Bytes v) {
+    return static_cast<unsigned>(_mm_movemask_epi8(v));
+}
+#endif
+
+// ASCII letters to lower case; every other byte as it is.
+inline char ToLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+} // namespace bytefind
+
+// A set of bytes.
+class ByteFinder {
+  public:
+    static constexpr int kAhead = 0; // bytes read after a place to test it
+
+    ByteFinder() = default;
+    // The set of the given bytes (repeats count once).
+    explicit ByteFinder(std::string_view bytes) {
+        for (char c : bytes) {
+            if (Has(c)) continue;
+            table_[static_cast<unsigned char>(c)] = true;
+            count_++;
+        }
+        Plan(bytes);
+    }
+
+    bool Has(char c) const { return table_[static_cast<unsigned char>(c)]; }
+    bool At(const char *p) const { return Has(*p); }
+
+#if defined(__SSE2__)
+    // Bit i set when p[i] is in the set, for the sixteen bytes at p.
+    unsigned Block(const char *p) const {
+        if (probes_ == 0) {
+            unsigned bits = 0;
+            for (int i = 0; i < 16; i++)
+                if (Has(p[i])) bits |= 1U << i;
+            return bits;
+        }
+        const bytefind::Bytes v = bytefind::Load(p);
+        const bytefind::Bytes folded = _mm_or_si128(v, _mm_set1_epi8(0x20));
+        bytefind::Bytes hit = _mm_setzero_si128();
+        for (int k = 0; k < probes_; k++)
+            hit = _mm_or_si128(hit, _mm_cmpeq_epi8(bothCases_[k] ? folded : v, probe_[k]));
+        return bytefind::Bits(hit);
+    }
+#endif
+
+    // The first place in [p, end) holding a byte of the set, or null.
+    const char *Find(const char *p, const char *end) const {
+        if (p >= end || count_ == 0) return nullptr;
+        if (count_ == 1)
+            return static_cast<const char *>(std::memchr(p, single_, static_cast<size_t>(end - p)));
+#if defined(__SSE2__)
+        for (; end - p >= 16; p += 16)
+            if (unsigned bits = Block(p)) return p + __builtin_ctz(bits);
+#endif
+        for (; p < end; ++p)
+            if (Has(*p)) return p;
+        return nullptr;
+    }
+
+  private:
+    static constexpr int kProbes = 8;
+
+    // Chooses the probes of the sixteen-byte test: a letter whose two cases
+    // are both in the set is one probe, compared with the case bit set (which
+    // matches just those two); every other byte is a probe of its own. With
+    // more than eight probes there are none, and the bytes are looked up one
+    // by one.
+    void Plan(std::string_view bytes) {
+        if (count_ == 1) single_ = bytes.front();
+#if defined(__SSE2__)
+        int n = 0;
+        for (int b = 0; b < 256; b++) {
+            const auto c = static_cast<char>(b);
+            if (!Has(c)) continue;
+            const bool lower = b >= 'a' && b <= 'z', upper = b >= 'A' && b <= 'Z';
+            const bool both = (lower && Has(static_cast<char>(b - 0x20))) ||
+                              (upper && Has(static_cast<char>(b + 0x20)));
+            if (both && upper) continue; // the lower case stands for both
+            if (n == kProbes) {
+                probes_ = 0;
+                return;
+            }
+            bothCases_[n] = both;
+            probe_[n++] = _mm_set1_epi8(c);
+        }
+        probes_ = n;
+#endif
+    }
+
+    bool table_[256] = {};
+    int count_ = 0;
+    char single_ = 0;
+#if defined(__SSE2__)
+    int probes_ = 0;
+    bool bothCases_[kProbes] = {};
+    bytefind::Bytes probe_[kProbes]{};
+#endif
+};
+
+// A few word beginnings known when the program is built, as pairs of bytes:
+// Words<'<', 'f', '#', '#'> picks out the places where "<f" or "<F", or
+// "##", begins. A lower-case letter matches both its cases, any other byte
+// itself, and a second byte of '\0' any byte (a one-byte word). The places a
+// reader looking for a handful of words needs to look at.
+template <char... Bytes> struct Words {
+    static_assert(sizeof...(Bytes) % 2 == 0, "pairs of bytes");
+    static constexpr char kBytes[] = {Bytes...};
+    static constexpr int kPairs = static_cast<int>(sizeof...(Bytes) / 2);
+    static constexpr bool IsLetter(char c) { return c >= 'a' && c <= 'z'; }
+    static bool Same(char c, char want) {
+        return IsLetter(want) ? bytefind::ToLower(c) == want : c == want;
+    }
+
+    // A place of [.., end) where a word begins.
+    static bool At(const char *p, const char *end) {
+        for (int k = 0; k < kPairs; k++) {
+            if (!Same(*p, kBytes[2 * k])) continue;
+            if (kBytes[2 * k + 1] == '\0' || (p + 1 < end && Same(p[1], kBytes[2 * k + 1])))
+                return true;
+        }
+        return false;
+    }
+#if defined(__SSE2__)
+    // Exactly At's answers for the sixteen places from p (reading one byte
+    // more): a letter is compared with its case bit set, which matches just
+    // its two cases.
+    static unsigned Block(const char *p) {
+        const bytefind::Bytes v = bytefind::Load(p), next = bytefind::Load(p + 1);
+        const bytefind::Bytes caseBit = _mm_set1_epi8(0x20);
+        const bytefind::Bytes foldedV = _mm_or_si128(v, caseBit);
+        const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
+        // One test a pair, unrolled when the program is built, so the bytes
+        // compared with are constants and the letter tests cost nothing.
+        return bytefind::Bits(Pairs<Bytes...>(v, next, foldedV, foldedNext));
+    }
+
+  private:
+    template <char A, char B, char... Rest>
+    static bytefind::Bytes Pairs(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
+                                 bytefind::Bytes foldedNext) {
+        bytefind::Bytes word = bytefind::Is(IsLetter(A) ? foldedV : v, A);
+        if constexpr (B != '\0')
+            word = bytefind::And(word, bytefind::Is(IsLetter(B) ? foldedNext : next, B));
+        if constexpr (sizeof...(Rest) == 0)
+            return word;
+        else
+            return bytefind::Or(word, Pairs<Rest...>(v, next, foldedV, foldedNext));
+    }
+#endif
+};
+
+// The places of [.., end) where one of the Words (a Words<...>) begins, for a
+// MarkCursor.
+template <class W> struct WordStarts {
+    static constexpr int kAhead = 1;
+    const char *end;
+    bool At(const char *p) const { return W::At(p, end); }
+#if defined(__SSE2__)
+    unsigned Block(const char *p) const {
+        return W::Block(p);
+    }
+#endif
+};
+
+// Walks [.., end) forward and gives the places that Marks picks out, in
+// increasing order. Marks answers At(p) for one place and, with SSE2,
+// Block(p) for the sixteen places from p, reading up to Marks::kAhead bytes
+// after each place. Blocks are read up to readable (the end of the whole
+// text, which a part of it may be walked up to end): places at or after end
+// are never given, but a place just before end may be given by a test that
+// looked past end, so readers check what they find against end. The block
+// looked at last is kept, so asking again from a later place in it costs a
+// shift.
+template <class Marks> class MarkCursor {
+  public:
+    MarkCursor(const Marks &marks, const char *end, const char *readable = nullptr)
+        : marks_(marks), end_(end), readable_(readable && readable > end ? readable : end) {}
+
+    // The first marked place at or after p, or null.
+    const char *Next(const char *p) {
+        if (p >= end_) return nullptr;
+#if defined(__SSE2__)
+        if (base_ && p >= base_ && p < base_ + 16) {
+            const unsigned bits = bits_ & (~0U << (p - base_));
+            if (bits != 0) return base_ + __builtin_ctz(bits);
+            p = base_ + 16;
+            if (p >= end_) return nullptr;
+        }
+        for (; readable_ - p >= 16 + Marks::kAhead; p += 16) {
+            base_ = p;
+            bits_ = marks_.Block(p);
+            if (end_ - p < 16) bits_ &= (1U << (end_ - p)) - 1; // places before end only
+            if (bits_ != 0) return p + __builtin_ctz(bits_);
+            if (end_ - p <= 16) return nullptr;
+        }
+        base_ = nullptr;
+#endif
+        for (; p < end_; ++p)
+            if (marks_.At(p)) return p;
+        return nullptr;
+    }
+
+  private:
+    const Marks &marks_;
+    const char *end_;
+    const char *readable_;
+#if defined(__SSE2__)
+    const char *base_ = nullptr; // the block looked at last
+    unsigned bits_ = 0;          // its marks before end
+#endif
+};
+
+#endif
