@@ -7,14 +7,12 @@
 #ifndef VELMORA_TESTS_WEB_POSTGRES_SERVER_HPP
 #define VELMORA_TESTS_WEB_POSTGRES_SERVER_HPP
 
+#include "support/run_program.hpp"
 #include "support/temp_dir.hpp"
 
-#include <fcntl.h>
-#include <grp.h>
 #include <libpq-fe.h>
 #include <pwd.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -149,31 +147,9 @@ class PostgresServer {
 
     // Runs argv as the server's user with its output in server.log: waits
     // and gives the exit status, or (background) gives the process id.
-    int Run(std::vector<std::string> argv, bool background) {
-        std::vector<char *> args;
-        for (std::string &a : argv)
-            args.push_back(a.data());
-        args.push_back(nullptr);
-        const std::string logFile = dir_ + "/server.log";
-        const pid_t parent = getpid();
-        std::fflush(stdout);
-        std::fflush(stderr);
-        pid_t pid = fork();
-        if (pid == 0) {
-            int log = open(logFile.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0666);
-            int null = open("/dev/null", O_RDONLY);
-            if (log < 0 || null < 0 || chdir(dir_.c_str()) != 0) _exit(126);
-            dup2(null, 0);
-            dup2(log, 1);
-            dup2(log, 2);
-            if (uid_ != 0 && (setgroups(0, nullptr) != 0 || setgid(gid_) != 0 || setuid(uid_) != 0))
-                _exit(126);
-            // Set after the change of user, which clears it.
-            if (background && (prctl(PR_SET_PDEATHSIG, SIGQUIT) != 0 || getppid() != parent))
-                _exit(126);
-            execv(args[0], args.data());
-            _exit(127);
-        }
+    int Run(const std::vector<std::string> &argv, bool background) {
+        pid_t pid = spawnProgram(argv, {.dir = dir_, .out = dir_ + "/server.log", .uid = uid_,
+                                        .gid = gid_, .deathSignal = background ? SIGQUIT : 0});
         if (background || pid < 0) return pid;
         int status = 0;
         waitpid(pid, &status, 0);
@@ -181,19 +157,13 @@ class PostgresServer {
     }
 
     bool WaitUntilReady() {
-        const std::string host = socket_;
         const char *names[] = {"host", "dbname", "user", nullptr};
-        const char *values[] = {host.c_str(), "postgres", kRole, nullptr};
-        for (int i = 0; i < 300; i++) {
-            if (pid_ <= 0 || waitpid(pid_, nullptr, WNOHANG) == pid_) {
-                pid_ = -1;
-                log_ = "the PostgreSQL server ended at start:\n";
-                return false;
-            }
-            if (PQpingParams(names, values, 0) == PQPING_OK) return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        }
-        log_ = "the PostgreSQL server did not accept connections within 30 seconds:\n";
+        const char *values[] = {socket_.c_str(), "postgres", kRole, nullptr};
+        if (waitUntilReady(pid_, 300, std::chrono::milliseconds(100),
+                           [&] { return PQpingParams(names, values, 0) == PQPING_OK; }))
+            return true;
+        log_ = pid_ <= 0 ? "the PostgreSQL server ended at start:\n"
+                         : "the PostgreSQL server did not accept connections within 30 seconds:\n";
         return false;
     }
 

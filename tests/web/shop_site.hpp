@@ -8,6 +8,8 @@
 
 #include "web/web_server.hpp"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <memory>
 #include <sstream>
@@ -120,6 +122,26 @@ class ShopSite {
     TempDir root_;
     std::unique_ptr<WebServer> server_;
     std::string log_;
+};
+
+// What the fixtures of the tests that serve the shop share: the site of the
+// suite, which a test needs ready unless a tool is missing (skipped_), and
+// whose server's log must hold no sanitizer report at the end.
+class ShopSuite : public ::testing::Test {
+  protected:
+    static void StopSite() {
+        if (site_) {
+            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
+        }
+        site_.reset();
+    }
+    void SetUp() override {
+        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
+        ASSERT_TRUE(site_->Ready()) << site_->Log();
+    }
+
+    static inline std::unique_ptr<ShopSite> site_;
+    static inline std::string skipped_;
 };
 
 #endif

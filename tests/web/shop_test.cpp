@@ -16,7 +16,7 @@ const std::string kSpecials = "<table class=\"vl-site1\">\n<tr><th>title</th><th
                               "<tr><td>Dune</td><td>9.50</td></tr>\n"
                               "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n";
 
-class Shop : public ::testing::Test {
+class Shop : public ShopSuite {
   protected:
     static void SetUpTestSuite() {
         skipped_ = WebToolsMissing();
@@ -24,16 +24,7 @@ class Shop : public ::testing::Test {
         site_ = std::make_unique<ShopSite>();
         site_->CreateSqliteDatabase();
     }
-    static void TearDownTestSuite() {
-        if (site_) {
-            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
-        }
-        site_.reset();
-    }
-    void SetUp() override {
-        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
-        ASSERT_TRUE(site_->Ready()) << site_->Log();
-    }
+    static void TearDownTestSuite() { StopSite(); }
 
     static HttpAnswer Ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") {
         return site_->Ask(body, path);
@@ -47,9 +38,6 @@ class Shop : public ::testing::Test {
                    ? "(no books part)"
                    : page.substr(from + 15, to - from - 15);
     }
-
-    static inline std::unique_ptr<ShopSite> site_;
-    static inline std::string skipped_;
 };
 
 TEST_F(Shop, PagesActivatorsAndAliases) {

@@ -11,15 +11,11 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 inline const char *const kLighttpd = "/usr/sbin/lighttpd";
@@ -44,25 +40,22 @@ class WebServer {
     // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
     WebServer(const std::string &dir, const std::string &www, const std::string &cgiBin)
         : log_(dir + "/lighttpd-error.log"), cgiLog_(dir + "/cgi-stderr.log") {
-        std::mt19937 random(std::random_device{}());
-        for (int attempt = 0; attempt < 20 && pid_ <= 0; attempt++) {
-            port_ = 30000 + static_cast<int>(random() % 20000);
+        port_ = onAFreePort([&](int port) {
+            port_ = port;
             const std::string conf = dir + "/lighttpd.conf";
             writeText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
-                                "server.port = " + std::to_string(port_) +
+                                "server.port = " + std::to_string(port) +
                                 "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
                                 "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
                                 cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
                                 cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n" + kPrivateCgiBin +
                                 kMimeTypes);
-            pid_ = fork();
-            if (pid_ == 0) {
-                prctl(PR_SET_PDEATHSIG, SIGTERM);
-                execl(kLighttpd, kLighttpd, "-D", "-f", conf.c_str(), static_cast<char *>(nullptr));
-                _exit(127);
-            }
-            if (!WaitUntilListening()) Stop();
-        }
+            pid_ = spawnProgram({kLighttpd, "-D", "-f", conf}, {.deathSignal = SIGTERM});
+            // It ends at once when the port is taken.
+            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), [&] { return Listening(); }))
+                Stop();
+            return pid_ > 0;
+        });
     }
     ~WebServer() { Stop(); }
     WebServer(const WebServer &) = delete;
@@ -83,23 +76,15 @@ class WebServer {
     }
 
   private:
-    bool WaitUntilListening() {
-        for (int i = 0; i < 100; i++) {
-            if (waitpid(pid_, nullptr, WNOHANG) == pid_) {
-                pid_ = -1; // it ended: most likely the port is taken
-                return false;
-            }
-            int fd = socket(AF_INET, SOCK_STREAM, 0);
-            sockaddr_in address{};
-            address.sin_family = AF_INET;
-            address.sin_port = htons(static_cast<uint16_t>(port_));
-            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-            bool up = connect(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
-            close(fd);
-            if (up) return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        }
-        return false;
+    bool Listening() const {
+        int fd = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<uint16_t>(port_));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        bool up = connect(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
+        close(fd);
+        return up;
     }
 
     std::string log_;
