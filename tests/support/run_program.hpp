@@ -95,7 +95,7 @@ inline ProgramRun runProgram(const std::string &program, const std::vector<std::
     // The output is caught outside dir, so the program's directory holds only
     // what the program itself wrote there.
     TempDir output;
-    SpawnOptions o{.dir = dir, .env = env, .out = output.file("stdout"), .err = output.file("stderr")};
+    SpawnOptions o{.dir = dir, .env = env, .out = output.file("out"), .err = output.file("err")};
     if (unprivileged && geteuid() == 0) o.uid = o.gid = 65534; // nobody
     pid_t pid = spawnProgram(argv, o);
     if (pid > 0 && whileRunning) whileRunning(pid);

@@ -163,9 +163,9 @@ class Browser {
         if (watchdog_ == 0) {
             close(fds[1]);
             prctl(PR_SET_CHILD_SUBREAPER, 1); // Chromium's orphans come here
-            pid_t driver = spawnProgram({kChromedriver, port},
-                                        {.env = std::vector<std::string>{"PATH=/usr/bin:/bin", home},
-                                         .out = logFile, .ownGroup = true});
+            const std::vector<std::string> env = {"PATH=/usr/bin:/bin", home};
+            pid_t driver =
+                spawnProgram({kChromedriver, port}, {.env = env, .out = logFile, .ownGroup = true});
             setpgid(driver, driver);
             char byte = 0;
             for (ssize_t n = 1; n > 0 || (n < 0 && errno == EINTR);)

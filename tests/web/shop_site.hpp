@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <sstream>
@@ -126,9 +127,40 @@ class ShopSite {
 
 // What the fixtures of the tests that serve the shop share: the site of the
 // suite, which a test needs ready unless a tool is missing (skipped_), and
-// whose server's log must hold no sanitizer report at the end.
+// whose server's log must hold no sanitizer report at the end; the searches
+// every database answers alike.
 class ShopSuite : public ::testing::Test {
   protected:
+    static inline const std::string kBooksHead =
+        "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n";
+    static inline const std::string kMobyDick = "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n";
+    static inline const std::string kSpecials =
+        kBooksHead + "<tr><td>Dune</td><td>9.50</td></tr>\n" + kMobyDick + "</table>\n";
+
+    // The part of a page the program filled: between "<h2>Books</h2>\n" and "<p>".
+    static std::string Books(const HttpAnswer &answer) {
+        std::size_t from = answer.body.find("<h2>Books</h2>\n");
+        std::size_t to = answer.body.find("\n<p>", from);
+        return from == std::string::npos || to == std::string::npos
+                   ? "(no books part) " + answer.body
+                   : answer.body.substr(from + 15, to - from - 15);
+    }
+    static std::string Search(const std::string &title) {
+        return Books(site_->Ask("VlFormName=search__Fcatalog_html&title=" + title));
+    }
+    static void ExpectSearchesOfTheCatalog() {
+        EXPECT_EQ(Search("Mo"), kBooksHead + kMobyDick + "</table>\n");
+        // A title shorter than two characters lists the whole catalog.
+        std::string all = Search("M");
+        EXPECT_TRUE(all.starts_with(kBooksHead + "<tr><td>Dune</td><td>9.50</td></tr>\n"
+                                                 "<tr><td>Emma</td><td>7.25</td></tr>\n"))
+            << all;
+        EXPECT_TRUE(all.ends_with("<tr><td>Ulysses</td><td>14.50</td></tr>\n</table>\n")) << all;
+        EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 9);
+        // Request text is a parameter, never SQL.
+        EXPECT_EQ(Search("%27+OR+1%3D1--"), kBooksHead + "</table>\n");
+    }
+
     static void StopSite() {
         if (site_) {
             EXPECT_EQ(site_->StopAndReportSanitizers(), "");

@@ -52,8 +52,8 @@ class WebServer {
                                 kMimeTypes);
             pid_ = spawnProgram({kLighttpd, "-D", "-f", conf}, {.deathSignal = SIGTERM});
             // It ends at once when the port is taken.
-            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), [&] { return Listening(); }))
-                Stop();
+            auto listening = [&] { return Listening(); };
+            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), listening)) Stop();
             return pid_ > 0;
         });
     }
