@@ -36,7 +36,7 @@ inline std::map<std::string, std::string> snapshot(const std::string &dir,
 
 class E2eWorld {
   public:
-    static constexpr const char *kScripts[] = {
+    static inline const std::vector<std::string> kScripts = {
         "vlreadprj.sh",   "vlwriteprj.sh", "vlreadmodule.sh", "vlwritemodule.sh", "vlreadhtml.sh",
         "vlwritehtml.sh", "vltest.sh",     "vlinst.sh",       "vlrel1.sh",        "vlrel2.sh",
         "vlmake.sh",      "vledithtml.sh", "vlbrowser.sh"};
@@ -50,9 +50,7 @@ class E2eWorld {
         fs::permissions(root_.path(), fs::perms::owner_all | fs::perms::group_read |
                                           fs::perms::group_exec | fs::perms::others_read |
                                           fs::perms::others_exec);
-        for (const char *script : kScripts)
-            fs::permissions(root_.write(std::string("dist/bin/") + script, kLoggingScript),
-                            fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+        writeScripts(path("dist/bin"), kScripts);
     }
 
     std::string path(const std::string &name = "") const {

@@ -15,15 +15,10 @@
 
 // Installs the logging scripts of the scripted runs (once per test program).
 inline void installRunScripts() {
-    static const bool done = [] {
-        for (const char *script : {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh", "vlmake.sh",
-                                   "vledithtml.sh", "vlbrowser.sh"}) {
-            std::string path = testDistribution() + "/bin/" + script;
-            writeText(path, kLoggingScript);
-            fs::permissions(path, fs::perms::owner_all);
-        }
-        return true;
-    }();
+    static const bool done = (writeScripts(testDistribution() + "/bin",
+                                           {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh",
+                                            "vlmake.sh", "vledithtml.sh", "vlbrowser.sh"}),
+                              true);
     (void)done;
 }
 
