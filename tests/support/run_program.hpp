@@ -70,8 +70,7 @@ inline pid_t spawnProgram(std::vector<std::string> argv, const SpawnOptions &o) 
     dup2(in, 0);
     dup2(out, 1);
     dup2(err, 2);
-    if (o.env) execve(args[0], args.data(), envp.data());
-    else execv(args[0], args.data());
+    execve(args[0], args.data(), o.env ? envp.data() : environ);
     _exit(127);
 }
 

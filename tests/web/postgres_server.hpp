@@ -157,11 +157,8 @@ class PostgresServer {
     }
 
     bool WaitUntilReady() {
-        const char *names[] = {"host", "dbname", "user", nullptr};
-        const char *values[] = {socket_.c_str(), "postgres", kRole, nullptr};
-        if (waitUntilReady(pid_, 300, std::chrono::milliseconds(100),
-                           [&] { return PQpingParams(names, values, 0) == PQPING_OK; }))
-            return true;
+        auto accepts = [&] { return PQstatus(Connect("postgres").get()) == CONNECTION_OK; };
+        if (waitUntilReady(pid_, 300, std::chrono::milliseconds(100), accepts)) return true;
         log_ = pid_ <= 0 ? "the PostgreSQL server ended at start:\n"
                          : "the PostgreSQL server did not accept connections within 30 seconds:\n";
         return false;

@@ -8,10 +8,7 @@
 #include "support/run_program.hpp"
 #include "support/temp_dir.hpp"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,6 +32,22 @@ struct HttpAnswer {
     std::string body;
 };
 
+// Asks url with curl; extra are further curl arguments (-d, -H, ...).
+inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra = {}) {
+    extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
+    extra.push_back(url);
+    ProgramRun run = runProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");
+    HttpAnswer answer;
+    // A large body may first get an interim "100 Continue".
+    while (run.out.compare(0, 12, "HTTP/1.1 100") == 0)
+        run.out.erase(0, run.out.find("\r\n\r\n") + 4);
+    std::size_t end = run.out.find("\r\n\r\n");
+    answer.headers = run.out.substr(0, end);
+    answer.body = end == std::string::npos ? "" : run.out.substr(end + 4);
+    if (run.out.size() > 12) answer.status = std::atoi(run.out.c_str() + 9);
+    return answer;
+}
+
 class WebServer {
   public:
     // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
@@ -52,8 +65,8 @@ class WebServer {
                                 kMimeTypes);
             pid_ = spawnProgram({kLighttpd, "-D", "-f", conf}, {.deathSignal = SIGTERM});
             // It ends at once when the port is taken.
-            auto listening = [&] { return Listening(); };
-            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), listening)) Stop();
+            auto answers = [&] { return HttpGet(Url("/")).status != 0; };
+            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), answers)) Stop();
             return pid_ > 0;
         });
     }
@@ -76,37 +89,10 @@ class WebServer {
     }
 
   private:
-    bool Listening() const {
-        int fd = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(port_));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bool up = connect(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
-        close(fd);
-        return up;
-    }
-
     std::string log_;
     std::string cgiLog_;
     int port_ = 0;
     pid_t pid_ = -1;
 };
-
-// Asks url with curl; extra are further curl arguments (-d, -H, ...).
-inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra = {}) {
-    extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
-    extra.push_back(url);
-    ProgramRun run = runProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");
-    HttpAnswer answer;
-    // A large body may first get an interim "100 Continue".
-    while (run.out.compare(0, 12, "HTTP/1.1 100") == 0)
-        run.out.erase(0, run.out.find("\r\n\r\n") + 4);
-    std::size_t end = run.out.find("\r\n\r\n");
-    answer.headers = run.out.substr(0, end);
-    answer.body = end == std::string::npos ? "" : run.out.substr(end + 4);
-    if (run.out.size() > 12) answer.status = std::atoi(run.out.c_str() + 9);
-    return answer;
-}
 
 #endif
