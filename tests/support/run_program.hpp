@@ -29,6 +29,8 @@
 #include <thread>
 #include <vector>
 
+inline constexpr uid_t kNobody = 65534; // the user nobody and the group nogroup
+
 struct SpawnOptions {
     std::string dir = "/";
     std::optional<std::vector<std::string>> env{}; // exactly this environment; unset: the test's
@@ -95,7 +97,7 @@ inline ProgramRun runProgram(const std::string &program, const std::vector<std::
     // what the program itself wrote there.
     TempDir output;
     SpawnOptions o{.dir = dir, .env = env, .out = output.file("out"), .err = output.file("err")};
-    if (unprivileged && geteuid() == 0) o.uid = o.gid = 65534; // nobody
+    if (unprivileged && geteuid() == 0) o.uid = o.gid = kNobody;
     pid_t pid = spawnProgram(argv, o);
     if (pid > 0 && whileRunning) whileRunning(pid);
     ProgramRun run;

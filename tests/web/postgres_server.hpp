@@ -11,7 +11,6 @@
 #include "support/temp_dir.hpp"
 
 #include <libpq-fe.h>
-#include <pwd.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -58,17 +57,22 @@ class PostgresServer {
         fs::create_directories(data_);
         fs::create_directories(socket_);
         fs::permissions(socket_, fs::perms::owner_all);
-        if (geteuid() == 0 && !BecomeUnprivilegedOwner()) return;
-        int status = Run({bin + "/initdb", "-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
-                          "--locale=C", "--no-sync", "--no-instructions"},
-                         false);
-        if (status != 0) {
-            log_ = "initdb failed:\n" + readText(dir_ + "/server.log");
+        const bool root = geteuid() == 0;
+        if (root && !GiveToNobody()) return;
+        ProgramRun initdb = runProgram(bin + "/initdb",
+                                       {"-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
+                                        "--locale=C", "--no-sync", "--no-instructions"},
+                                       {"PATH=/usr/bin:/bin"}, dir_, true);
+        if (initdb.status != 0) {
+            log_ = "initdb failed:\n" + initdb.out + initdb.err;
             return;
         }
-        pid_ = Run({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
-                    "-c", "fsync=off", "-c", "synchronous_commit=off", "-c", "full_page_writes=off"},
-                   true);
+        SpawnOptions server{.dir = dir_, .out = dir_ + "/server.log", .deathSignal = SIGQUIT};
+        if (root) server.uid = server.gid = kNobody;
+        pid_ = spawnProgram({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
+                             "-c", "fsync=off", "-c", "synchronous_commit=off", "-c",
+                             "full_page_writes=off"},
+                            server);
         if (!WaitUntilReady()) Stop();
     }
     ~PostgresServer() { Stop(); }
@@ -128,32 +132,14 @@ class PostgresServer {
   private:
     // As root: the cluster belongs to nobody, who may enter the scratch
     // directory but not read it.
-    bool BecomeUnprivilegedOwner() {
-        const passwd *user = getpwnam("nobody");
-        if (!user) {
-            log_ = "no user nobody to run the PostgreSQL server as";
-            return false;
-        }
-        uid_ = user->pw_uid;
-        gid_ = user->pw_gid;
+    bool GiveToNobody() {
         fs::permissions(dir_, fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
         for (const std::string &owned : {data_, socket_})
-            if (chown(owned.c_str(), uid_, gid_) != 0) {
+            if (chown(owned.c_str(), kNobody, kNobody) != 0) {
                 log_ = "cannot give " + owned + " to nobody";
                 return false;
             }
         return true;
-    }
-
-    // Runs argv as the server's user with its output in server.log: waits
-    // and gives the exit status, or (background) gives the process id.
-    int Run(const std::vector<std::string> &argv, bool background) {
-        pid_t pid = spawnProgram(argv, {.dir = dir_, .out = dir_ + "/server.log", .uid = uid_,
-                                        .gid = gid_, .deathSignal = background ? SIGQUIT : 0});
-        if (background || pid < 0) return pid;
-        int status = 0;
-        waitpid(pid, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
     bool WaitUntilReady() {
@@ -168,8 +154,6 @@ class PostgresServer {
     std::string dir_;
     std::string data_;
     std::string socket_;
-    uid_t uid_ = 0;
-    gid_t gid_ = 0;
     pid_t pid_ = -1;
     std::string log_;
 };
