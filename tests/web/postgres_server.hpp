@@ -69,9 +69,9 @@ class PostgresServer {
         }
         SpawnOptions server{.dir = dir_, .out = dir_ + "/server.log", .deathSignal = SIGQUIT};
         if (root) server.uid = server.gid = kNobody;
-        pid_ = spawnProgram({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
-                             "-c", "fsync=off", "-c", "synchronous_commit=off", "-c",
-                             "full_page_writes=off"},
+        pid_ = spawnProgram({bin + "/postgres", "-D", data_, "-k", socket_, "-c",
+                             "listen_addresses=", "-c", "fsync=off", "-c", "synchronous_commit=off",
+                             "-c", "full_page_writes=off"},
                             server);
         if (!WaitUntilReady()) Stop();
     }
