@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -55,9 +54,12 @@ class ShopSite {
             log_ = "lighttpd did not start\n" + server_->ErrorLog();
             return;
         }
-        const std::string config =
-            root_.write("shop/site.cfg", ConfigText(options ? options(*server_)
-                                                            : std::vector<std::string>()));
+        // test.cfg, then the replacements: a run merges a configuration line
+        // by line, each into the place of the option of its name.
+        std::string config = readText(kExample + "/test.cfg");
+        for (const std::string &line : options ? options(*server_) : std::vector<std::string>())
+            config += line + "\n";
+        config = root_.write("shop/site.cfg", config);
         // The sanitizer build's library needs the same flags on the program.
         ProgramRun run = runProgram(
             VLNOGUI_PATH, {"-p", root_.file("shop/shop.pj"), "-c", config},
@@ -104,22 +106,6 @@ class ShopSite {
     }
 
   private:
-    // test.cfg with each option of the replacements in place of its line.
-    static std::string ConfigText(const std::vector<std::string> &replacements) {
-        std::istringstream lines(readText(kExample + "/test.cfg"));
-        std::string text, line;
-        auto nameOf = [](const std::string &l) { return l.substr(0, l.find(" : ")); };
-        while (std::getline(lines, line)) {
-            bool replaced = false;
-            for (const std::string &r : replacements)
-                replaced = replaced || nameOf(r) == nameOf(line);
-            if (!replaced) text += line + "\n";
-        }
-        for (const std::string &r : replacements)
-            text += r + "\n";
-        return text;
-    }
-
     TempDir root_;
     std::unique_ptr<WebServer> server_;
     std::string log_;
