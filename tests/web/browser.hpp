@@ -139,13 +139,8 @@ class Browser {
         std::vector<std::string> args = {"-s", "-X", method, "--max-time", "60",
                                          "http://127.0.0.1:" + std::to_string(port_) + path};
         if (!body.empty())
-            args.insert(args.end(), {"-H", "Content-Type: application/json", "--data-binary",
-                                     "@" + WriteBody(body)});
+            args.insert(args.end(), {"-H", "Content-Type: application/json", "--data-raw", body});
         return runProgram(kCurl, args, {"PATH=/usr/bin:/bin"}, "/").out;
-    }
-    std::string WriteBody(const std::string &body) {
-        writeText(dir_ + "/request.json", body);
-        return dir_ + "/request.json";
     }
 
     // The watchdog: a child in a new process group, which starts
