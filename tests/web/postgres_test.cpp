@@ -83,7 +83,6 @@ TEST_F(PostgresShop, FailuresRollTheRequestBack) {
     HttpAnswer refused = Order("customer=Ann&title=Dune&quantity=0"); // the table's check
     EXPECT_EQ(refused.status, 500);
     EXPECT_NE(refused.body.find("<p>The request could not be completed.</p>"), std::string::npos);
-    EXPECT_EQ(Order("customer=Ann&title=Dune&quantity=abc").status, 400);
 
     // A lock held longer than 5 seconds answers 503.
     PgConnection holder = server_->Connect("shop");
