@@ -5,7 +5,7 @@
 // optionally as another user (an unprivileged run of a test that runs as
 // root runs as the user nobody, for whom permissions count), in a process
 // group of its own or with a signal for when the test dies. Below them, the
-// wait for a server to become ready and the choice of a free port.
+// wait for a server to become ready, its stop and the choice of a free port.
 #ifndef VELMORA_TESTS_SUPPORT_RUN_PROGRAM_HPP
 #define VELMORA_TESTS_SUPPORT_RUN_PROGRAM_HPP
 
@@ -122,6 +122,20 @@ inline bool waitUntilReady(pid_t &pid, int tries, std::chrono::milliseconds inte
         std::this_thread::sleep_for(interval);
     }
     return false;
+}
+
+// Sends the process the signal and waits for its end, killing it (SIGKILL)
+// after graceMs; pid becomes -1.
+inline void stopProcess(pid_t &pid, int signal, int graceMs) {
+    if (pid <= 0) return;
+    kill(pid, signal);
+    for (int ms = 0; ms < graceMs && waitpid(pid, nullptr, WNOHANG) == 0; ms += 50)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    if (kill(pid, 0) == 0) {
+        kill(pid, SIGKILL);
+        waitpid(pid, nullptr, 0);
+    }
+    pid = -1;
 }
 
 // Calls start with random ports of 127.0.0.1 above 30000 until it succeeds

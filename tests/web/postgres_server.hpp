@@ -19,7 +19,6 @@
 #include <chrono>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 // The server's programs: the newest /usr/lib/postgresql/<version>/bin (the
@@ -117,17 +116,7 @@ class PostgresServer {
     }
 
     // A fast shutdown, then SIGKILL after 10 seconds.
-    void Stop() {
-        if (pid_ <= 0) return;
-        kill(pid_, SIGINT);
-        for (int i = 0; i < 200 && waitpid(pid_, nullptr, WNOHANG) == 0; i++)
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        if (kill(pid_, 0) == 0) {
-            kill(pid_, SIGKILL);
-            waitpid(pid_, nullptr, 0);
-        }
-        pid_ = -1;
-    }
+    void Stop() { stopProcess(pid_, SIGINT, 10000); }
 
   private:
     // As root: the cluster belongs to nobody, who may enter the scratch

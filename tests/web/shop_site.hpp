@@ -45,9 +45,8 @@ class ShopSite {
     using Options = std::vector<std::string> (*)(const WebServer &server);
 
     explicit ShopSite(Options options = nullptr) {
-        fs::create_directories(root_.file("home"));
-        fs::create_directories(root_.file("www"));
-        fs::create_directories(root_.file("cgi-bin"));
+        for (const char *dir : {"home", "www", "cgi-bin"})
+            fs::create_directories(root_.file(dir));
         fs::copy(kExample, root_.file("shop"), fs::copy_options::recursive);
         server_ = std::make_unique<WebServer>(root_.path(), root_.file("www"), root_.file("cgi-bin"));
         if (!server_->Running()) {

@@ -81,12 +81,7 @@ class WebServer {
     // The server's log, then what the CGI programs wrote to standard error.
     std::string ErrorLog() const { return readText(log_) + readText(cgiLog_); }
 
-    void Stop() {
-        if (pid_ <= 0) return;
-        kill(pid_, SIGTERM);
-        waitpid(pid_, nullptr, 0);
-        pid_ = -1;
-    }
+    void Stop() { stopProcess(pid_, SIGTERM, 10000); }
 
   private:
     std::string log_;
