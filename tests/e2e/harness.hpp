@@ -63,13 +63,16 @@ class E2eWorld {
 
     // Runs vlnogui with the test distribution, in the project directory
     // unless another directory of the world is named; unprivileged, as the
-    // user nobody when the tests run as root; watched while it runs.
+    // user nobody when the tests run as root; watched while it runs. VELMORA
+    // names the world's directory velmora ("dist"), is empty for "" and
+    // unset for null.
     ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj",
-                   bool unprivileged = false,
-                   const std::function<void(pid_t)> &whileRunning = {}) const {
+                   bool unprivileged = false, const std::function<void(pid_t)> &whileRunning = {},
+                   const char *velmora = "dist") const {
         std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
-                                        "HOME=" + path("home"), "VELMORA=" + path("dist"),
+                                        "HOME=" + path("home"),
                                         "VL_SCRIPT_LOG=" + path("scripts.log")};
+        if (velmora) env.push_back("VELMORA=" + (*velmora ? path(velmora) : std::string()));
         return runProgram(VLNOGUI_PATH, args, env, path(where), unprivileged, whileRunning);
     }
 
