@@ -8,6 +8,7 @@
 #include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <initializer_list>
 #include <string>
@@ -48,11 +49,8 @@ inline VlHtmlDoc *readPage(const Workspace &ws, const char *name, const std::str
 // scripts started without waiting, and returns the log.
 inline std::string waitForLog(const Workspace &ws, int count) {
     for (int i = 0; i < 500; i++) {
-        std::string log = ws.read(".scripts");
-        int lines = 0;
-        for (char c : log)
-            lines += c == '\n';
-        if (lines >= count) return ws.scripts();
+        const std::string log = ws.read(".scripts");
+        if (std::count(log.begin(), log.end(), '\n') >= count) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return ws.scripts();
