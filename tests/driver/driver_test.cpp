@@ -2,13 +2,11 @@
 // its exact standard output, standard error and exit status for the command
 // line forms and failures that the start-up steps handle, and the progress
 // lines of a complete run.
+#include "e2e/harness.hpp"
 #include "support/file_texts.hpp"
-#include "support/run_program.hpp"
-#include "support/temp_dir.hpp"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -32,24 +30,18 @@ std::string completed(const std::string &missingConfig) {
 class Driver : public testing::Test {
   protected:
     void SetUp() override {
-        std::filesystem::create_directories(dist_.file("config"));
-        dist_.write("config/Velmora.cfg", "Project.Call Read/Write Scripts : False\n"
-                                          "Makefile.$VL_SOURCE_SUFFIX : .c\n");
-        dist_.write("config/main.tem", "");
-        dist_.write("config/Makefile.tem", "");
-        dist_.write("config/VlKeyWds.ini", "");
-        work_.write("shop.pj", kProject);
+        w_.write("dist/config/Velmora.cfg", "Project.Call Read/Write Scripts : False\n"
+                                            "Makefile.$VL_SOURCE_SUFFIX : .c\n");
+        w_.write("dist/config/main.tem", "");
+        w_.write("dist/config/Makefile.tem", "");
+        w_.write("proj/shop.pj", kProject);
     }
 
-    // Runs vlnogui with args in the work directory; the environment holds
-    // only PATH, HOME and, unless told otherwise, VELMORA. Every run starts
-    // from a project that was never written.
+    // Runs vlnogui in the project directory, with VELMORA as E2eWorld::run
+    // takes it. Every run starts from a project that was never written.
     ProgramRun run(const std::vector<std::string> &args, const char *velmora = "dist") {
-        std::vector<std::string> env = {"PATH=/usr/bin:/bin", "HOME=" + work_.path()};
-        if (velmora)
-            env.push_back("VELMORA=" + (velmora == std::string("dist") ? dist_.path() : velmora));
-        std::filesystem::remove(work_.file("shop.c"));
-        return runProgram(VLNOGUI_PATH, args, env, work_.path());
+        fs::remove(w_.path("proj/shop.c"));
+        return w_.run(args, "proj", false, {}, velmora);
     }
     void expectRun(const std::vector<std::string> &args, const std::string &out, int status) {
         ProgramRun r = run(args);
@@ -58,8 +50,7 @@ class Driver : public testing::Test {
         EXPECT_EQ(r.status, status);
     }
 
-    TempDir work_;
-    TempDir dist_;
+    E2eWorld w_;
 };
 
 TEST_F(Driver, FewerThanTwoArgumentsPrintTheUsageLine) {
@@ -85,19 +76,20 @@ TEST_F(Driver, OptionLettersAndTheirValues) {
               "-p requires another argument-c requires another argumentNo Project specified\n", 1);
 
     // A later value wins; arguments after the options are ignored.
-    work_.write("b.cfg", "Test.HTML URL : /b\n");
+    w_.write("proj/b.cfg", "Test.HTML URL : /b\n");
     expectRun({"-p", "first.pj", "-c", "a.cfg", "-p", "shop.pj", "-c", "b.cfg", "extra", "-p",
                "other.pj"},
               "Applying Changes to shop.pj from b.cfg\n" + completed("-"), 0);
-    EXPECT_EQ(work_.read("shop.pj"), kProject + "Test.HTML URL : /b\n");
+    EXPECT_EQ(w_.read("proj/shop.pj"), kProject + "Test.HTML URL : /b\n");
 }
 
 TEST_F(Driver, ProjectFileAndEnvironmentChecksInTheirOrder) {
     // A missing project file (a directory is none) is reported before the
     // environment is consulted.
-    ProgramRun r = run({"-p", work_.path(), "-c", "cfg"}, nullptr);
-    EXPECT_EQ(r.out, kBanner + ("Applying Changes to " + work_.path() +
-                                " from cfg\nCould not open project file " + work_.path() + "\n"));
+    const std::string dir = w_.path("proj");
+    ProgramRun r = run({"-p", dir, "-c", "cfg"}, nullptr);
+    EXPECT_EQ(r.out, kBanner + "Applying Changes to " + dir +
+                         " from cfg\nCould not open project file " + dir + "\n");
     EXPECT_EQ(r.status, 1);
     r = run({"-p", "shop.pj", "-c", "site.cfg"}, nullptr);
     EXPECT_EQ(r.out, kBanner + "Applying Changes to shop.pj from site.cfg\n"
@@ -111,19 +103,19 @@ TEST_F(Driver, ProjectFileAndEnvironmentChecksInTheirOrder) {
                                "Could not read the keyword file /config/VlKeyWds.ini: "
                                "No such file or directory\n");
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(work_.read("shop.pj"), kProject);
+    EXPECT_EQ(w_.read("proj/shop.pj"), kProject);
 }
 
 TEST_F(Driver, AProjectWithoutOptionsEndsTheRun) {
     // A file that is not a project file starts an empty project "noname",
     // which has no options; the file is left as it is.
-    work_.write("shop.pj", "just text\n");
+    w_.write("proj/shop.pj", "just text\n");
     expectRun({"-p", "shop.pj", "-c", "x"},
               "Applying Changes to shop.pj from x\n"
               "shop.pj is not a valid project file.\n"
               "Internal Error. could not read project options\n",
               1);
-    EXPECT_EQ(work_.read("shop.pj"), "just text\n");
+    EXPECT_EQ(w_.read("proj/shop.pj"), "just text\n");
 }
 
 } // namespace

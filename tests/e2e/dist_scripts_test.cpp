@@ -24,7 +24,7 @@ ProgramRun script(const std::string &dir, const std::string &name,
 }
 
 TEST(DistScripts, EveryScriptCopesWithoutArguments) {
-    for (const char *name : E2eWorld::kScripts) {
+    for (const std::string &name : E2eWorld::kScripts) {
         SCOPED_TRACE(name);
         TempDir dir;
         ProgramRun r = script(dir.path(), name, {});

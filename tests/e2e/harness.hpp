@@ -36,7 +36,7 @@ inline std::map<std::string, std::string> snapshot(const std::string &dir,
 
 class E2eWorld {
   public:
-    static constexpr const char *kScripts[] = {
+    static inline const std::vector<std::string> kScripts = {
         "vlreadprj.sh",   "vlwriteprj.sh", "vlreadmodule.sh", "vlwritemodule.sh", "vlreadhtml.sh",
         "vlwritehtml.sh", "vltest.sh",     "vlinst.sh",       "vlrel1.sh",        "vlrel2.sh",
         "vlmake.sh",      "vledithtml.sh", "vlbrowser.sh"};
@@ -50,9 +50,7 @@ class E2eWorld {
         fs::permissions(root_.path(), fs::perms::owner_all | fs::perms::group_read |
                                           fs::perms::group_exec | fs::perms::others_read |
                                           fs::perms::others_exec);
-        for (const char *script : kScripts)
-            fs::permissions(root_.write(std::string("dist/bin/") + script, kLoggingScript),
-                            fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+        writeScripts(path("dist/bin"), kScripts);
     }
 
     std::string path(const std::string &name = "") const {
@@ -65,13 +63,16 @@ class E2eWorld {
 
     // Runs vlnogui with the test distribution, in the project directory
     // unless another directory of the world is named; unprivileged, as the
-    // user nobody when the tests run as root; watched while it runs.
+    // user nobody when the tests run as root; watched while it runs. VELMORA
+    // names the world's directory velmora ("dist"), is empty for "" and
+    // unset for null.
     ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj",
-                   bool unprivileged = false,
-                   const std::function<void(pid_t)> &whileRunning = {}) const {
+                   bool unprivileged = false, const std::function<void(pid_t)> &whileRunning = {},
+                   const char *velmora = "dist") const {
         std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
-                                        "HOME=" + path("home"), "VELMORA=" + path("dist"),
+                                        "HOME=" + path("home"),
                                         "VL_SCRIPT_LOG=" + path("scripts.log")};
+        if (velmora) env.push_back("VELMORA=" + (*velmora ? path(velmora) : std::string()));
         return runProgram(VLNOGUI_PATH, args, env, path(where), unprivileged, whileRunning);
     }
 

@@ -8,6 +8,7 @@
 #include "support/file_texts.hpp"
 #include "support/test_dist.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <initializer_list>
 #include <string>
@@ -15,15 +16,10 @@
 
 // Installs the logging scripts of the scripted runs (once per test program).
 inline void installRunScripts() {
-    static const bool done = [] {
-        for (const char *script : {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh", "vlmake.sh",
-                                   "vledithtml.sh", "vlbrowser.sh"}) {
-            std::string path = testDistribution() + "/bin/" + script;
-            writeText(path, kLoggingScript);
-            fs::permissions(path, fs::perms::owner_all);
-        }
-        return true;
-    }();
+    static const bool done = (writeScripts(testDistribution() + "/bin",
+                                           {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh",
+                                            "vlmake.sh", "vledithtml.sh", "vlbrowser.sh"}),
+                              true);
     (void)done;
 }
 
@@ -53,11 +49,8 @@ inline VlHtmlDoc *readPage(const Workspace &ws, const char *name, const std::str
 // scripts started without waiting, and returns the log.
 inline std::string waitForLog(const Workspace &ws, int count) {
     for (int i = 0; i < 500; i++) {
-        std::string log = ws.read(".scripts");
-        int lines = 0;
-        for (char c : log)
-            lines += c == '\n';
-        if (lines >= count) return ws.scripts();
+        const std::string log = ws.read(".scripts");
+        if (std::count(log.begin(), log.end(), '\n') >= count) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return ws.scripts();

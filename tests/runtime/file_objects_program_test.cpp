@@ -23,25 +23,25 @@ std::string RequestCode(const char *name, int kind, std::initializer_list<const 
                         std::initializer_list<const char *> columns,
                         std::initializer_list<Argument> arguments) {
     SpmSPBind *bind = SpmNewSPBind();
-    Replace(bind->name, name);
-    Replace(bind->altName, "bind1");
+    set(&bind->name, name);
+    set(&bind->altName, "bind1");
     bind->id = kind;
-    bind->options = Texts(options);
+    bind->options = makeList(options);
     SpmCallbackBind *call = SpmAddCallbackBindToSP(bind);
     call->maxRows = 0;
     for (const char *column : columns) {
         SpmColBind *col = SpmAddColBindToSP(bind);
-        Replace(col->interface, "files.html");
-        Replace(col->swidget, "rows");
-        Replace(col->dataType, "varchar");
-        Replace(col->columnName, column);
+        set(&col->interface, "files.html");
+        set(&col->swidget, "rows");
+        set(&col->dataType, "varchar");
+        set(&col->columnName, column);
     }
     for (const Argument &argument : arguments) {
         SpmArgBind *arg = SpmAddArgBindToSP(bind);
-        Replace(arg->argName, argument.name);
-        Replace(arg->dataType, "varchar");
+        set(&arg->argName, argument.name);
+        set(&arg->dataType, "varchar");
         arg->dataSize = 60;
-        Replace(arg->initCode, argument.initCode);
+        set(&arg->initCode, argument.initCode);
     }
     char *code = getCallbackCode(bind, call, 1);
     std::string text = code ? code : "";

@@ -27,26 +27,26 @@ std::string RequestCode(int k) {
     static const char *const dialogs[] = {"NO_WP", "USE_IT", "NO_USE"};
     static const char *const caches[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
     SpmSPBind *bind = SpmNewSPBind();
-    Replace(bind->servername, "srv");
-    Replace(bind->dbname, "db");
-    Replace(bind->name, "request");
-    Replace(bind->altName, ("bind" + std::to_string(k)).c_str());
+    set(&bind->servername, "srv");
+    set(&bind->dbname, "db");
+    set(&bind->name, "request");
+    set(&bind->altName, ("bind" + std::to_string(k)).c_str());
     bind->id = kinds[k];
     bind->dbVendor = k % 5;
-    Replace(bind->cacheFlag, caches[k % 3]);
-    if (k % 2) Replace(bind->cacheKey, "\"key\"");
-    if (k % 2) Replace(bind->indexKey, "\"index\"");
-    bind->sqlFrags = Texts({"select \"a\" from t", "where b = :b\nand c = :c"});
-    bind->options = Texts({"Delimiter : ,"});
+    set(&bind->cacheFlag, caches[k % 3]);
+    if (k % 2) set(&bind->cacheKey, "\"key\"");
+    if (k % 2) set(&bind->indexKey, "\"index\"");
+    bind->sqlFrags = makeList({"select \"a\" from t", "where b = :b\nand c = :c"});
+    bind->options = makeList({"Delimiter : ,"});
     SpmCallbackBind *call = SpmAddCallbackBindToSP(bind);
     call->maxRows = 10;
-    Replace(call->useDialog, dialogs[k % 3]);
-    Replace(call->indexFlag, indexWords[k]);
-    if (k % 2) Replace(call->indexValue, "\"value\"");
-    Replace(call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
-    Replace(call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
-    Replace(call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
-    call->options = Texts({"Call : 1"});
+    set(&call->useDialog, dialogs[k % 3]);
+    set(&call->indexFlag, indexWords[k]);
+    if (k % 2) set(&call->indexValue, "\"value\"");
+    set(&call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
+    set(&call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
+    set(&call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
+    call->options = makeList({"Call : 1"});
     struct Column {
         const char *page, *widget, *popup, *clientData;
     };
@@ -54,20 +54,20 @@ std::string RequestCode(int k) {
                      Column{nullptr, "site2", nullptr, nullptr},
                      Column{nullptr, nullptr, nullptr, nullptr}}) {
         SpmColBind *col = SpmAddColBindToSP(bind);
-        Replace(col->interface, c.page);
-        Replace(col->swidget, c.widget);
-        Replace(col->popCallbackName, c.popup);
-        Replace(col->clientData, c.clientData);
-        Replace(col->dataType, "varchar");
-        Replace(col->columnName, "a");
-        col->options = Texts({"Width : 20"});
+        set(&col->interface, c.page);
+        set(&col->swidget, c.widget);
+        set(&col->popCallbackName, c.popup);
+        set(&col->clientData, c.clientData);
+        set(&col->dataType, "varchar");
+        set(&col->columnName, "a");
+        col->options = makeList({"Width : 20"});
     }
     for (const char *init : {"VlGetInputValue(\"b\")", "\"\"", "seen"}) {
         SpmArgBind *arg = SpmAddArgBindToSP(bind);
-        Replace(arg->argName, "b");
-        Replace(arg->dataType, "int");
-        Replace(arg->initCode, init);
-        arg->options = Texts({"Null : yes"});
+        set(&arg->argName, "b");
+        set(&arg->dataType, "int");
+        set(&arg->initCode, init);
+        arg->options = makeList({"Null : yes"});
     }
     char *code = getCallbackCode(bind, call, 1);
     std::string text = code ? code : "";
@@ -81,11 +81,7 @@ std::string RequestCode(int k) {
 std::string ShapesModule() {
     const std::string frame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
     const std::string oldFrame = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer SgeClientData;\n";
-    std::string module = "/* Velmora Module File V1.0B */\n/* Velmora Start Of Tool Includes */\n"
-                         "#include \"VlRnHtml.h\"\n/* Velmora Start Of user Includes */\n"
-                         "static void showRow(void) {}\n"
-                         "static char _Vl_HTML_Filename[] = \"shapes.html\";\n";
-    std::string registration = "void R_shapes_html()\n{\n";
+    std::vector<std::pair<std::string, std::string>> activators;
     for (int k = 0; k < 8; k++) {
         std::string body = RequestCode(k);
         if (k == 0) body = frame + body + "\n" + RequestCode(1) + "\n}";
@@ -94,19 +90,14 @@ std::string ShapesModule() {
             body = oldFrame + body.insert(run, "\tSgeSetArgBind(pSgeWCD, 12, \"b\",\n\t\t\"\");\n") +
                    "\n}";
         }
-        std::string name = "F" + std::to_string(k);
-        module += "/*Velmora Start of Function */\nstatic void " + name +
-                  " ()\n/* start of initial code */\n{\n/* start of func Code */\n" + body +
-                  "/* end of func code */\n/* start of final code */\n}/* end of final code */\n";
-        registration += "\tVlRegisterHtmlActivator(\"" + std::to_string(k) + "__Fshapes_html\"," +
-                        name + ");\n";
+        activators.emplace_back(std::to_string(k), body);
     }
-    registration += "\tVlRegisterHtmlAlias(\"x__Aother_html\",\"0__Fshapes_html\");\n"
-                    "\tVlSetOrbSeed(7);\n";
+    std::string registrations = "\tVlRegisterHtmlAlias(\"x__Aother_html\",\"0__Fshapes_html\");\n"
+                                "\tVlSetOrbSeed(7);\n";
     for (const char *vendor : {"SQLITE", "POSTGRES", "ORACLE", "SYBASE", "INFORMIX", "DB2", "ODBC",
                                "MSSQL", "MYSQL", "INGRES"})
-        registration += std::string("\tVlSetDefaultVendor(SGE") + vendor + ");\n";
-    return module + registration + "\n}/* Velmora End of Module */\n";
+        registrations += std::string("\tVlSetDefaultVendor(SGE") + vendor + ");\n";
+    return ModuleText("shapes.html", activators, "static void showRow(void) {}\n", registrations);
 }
 
 TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
@@ -121,19 +112,11 @@ TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
          {Language{VELMORA_C_COMPILER, "-std=c11"},
           Language{VELMORA_CXX_COMPILER, "-x c++ -std=c++20"}}) {
         SCOPED_TRACE(language.options);
-        for (const char *file : {"shapes", "shop", "catalog", "order"}) {
-            ProgramRun run = Shell(language.compiler + " " + language.options + " " +
-                                    VELMORA_C_FLAGS + " -Wall -Wextra -Werror -I" + kStage +
-                                    "/include -c " + file + ".c -o " + file + ".o",
-                                dir.path());
-            EXPECT_EQ(run.status, 0) << file << ".c:\n" << run.err;
-        }
         // Linked as the generated makefile links: the C compiler, -lvlrun alone.
-        ProgramRun link = Shell(std::string(VELMORA_C_COMPILER) + " " + VELMORA_LINK_FLAGS +
-                                 " -o shop.cgi shop.o catalog.o order.o shapes.o -L" + kStage +
-                                 "/lib -lvlrun",
-                             dir.path());
-        ASSERT_EQ(link.status, 0) << link.err;
+        ASSERT_EQ(BuildProgram(dir.path(), {"shapes.c", "shop.c", "catalog.c", "order.c"},
+                               "shop.cgi", language.options + " -Wall -Wextra -Werror",
+                               language.compiler),
+                  "");
         // It answers: the start page is not installed here.
         ProgramRun answer = runProgram(dir.file("shop.cgi"), {}, {"REQUEST_METHOD=GET"}, dir.path());
         EXPECT_EQ(answer.out.substr(0, 23), "Status: 404 Not Found\r\n");

@@ -1,5 +1,5 @@
 // Texts of the engine's output and files that several tests write out: a
-// script that logs its calls, the program's banner, the heads of a project
+// script that logs its calls (and the writing of scripts), the program's banner, the heads of a project
 // file and of a module file, an activator function of a module, the module of
 // a shop page, and the ten
 // region lines of a main module (MainRegions::IS ... FE: includes,
@@ -7,7 +7,10 @@
 #ifndef VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
 #define VELMORA_TESTS_SUPPORT_FILE_TEXTS_HPP
 
+#include "support/temp_dir.hpp"
+
 #include <string>
+#include <vector>
 
 // A script of a test distribution that logs its call as one line
 // "<script>: [arg] [arg] ..." to the file named by VL_SCRIPT_LOG. The line is
@@ -15,6 +18,15 @@
 inline const std::string kLoggingScript =
     "#!/bin/sh\nline=\"$(basename \"$0\"):\"\nfor a in \"$@\"; do line=\"$line [$a]\"; done\n"
     "printf '%s\\n' \"$line\" >> \"$VL_SCRIPT_LOG\"\n";
+// Writes the script text under each name into dir, executable by all (a run
+// without privileges runs them too).
+inline void writeScripts(const std::string &dir, const std::vector<std::string> &names,
+                         const std::string &text = kLoggingScript) {
+    for (const std::string &name : names) {
+        writeText(dir + "/" + name, text);
+        fs::permissions(dir + "/" + name, fs::perms(0755));
+    }
+}
 inline const std::string kBanner = "No GUI Velmora Version 3.0\n";
 inline const std::string kProjectHead =
     "Velmora Project File V1.0\nThis is a generated file. DO NOT MODIFY.\nSource files:\n";

@@ -7,6 +7,7 @@
 
 #include "support/c_values.hpp"
 #include "support/capture.hpp"
+#include "support/file_texts.hpp"
 #include "support/temp_dir.hpp"
 #include "velmora.h"
 
@@ -24,13 +25,11 @@ inline const std::string &testDistribution() {
         static TempDir dir; // removed at exit
         writeText(dir.file("config/Velmora.cfg"), "Makefile.$VL_SOURCE_SUFFIX : .c\n");
         fs::create_directories(dir.file("home"));
-        for (const char *script : {"vlreadprj.sh", "vlwriteprj.sh", "vlreadmodule.sh",
-                                   "vlwritemodule.sh", "vlreadhtml.sh", "vlwritehtml.sh"}) {
-            std::string path = dir.write(std::string("bin/") + script,
-                                         "#!/bin/sh\nprintf '%s %s|%s\\n' \"$(basename \"$0\")\" "
-                                         "\"$#\" \"$1\" >> \"$VL_SCRIPT_LOG\"\n");
-            fs::permissions(path, fs::perms::owner_all);
-        }
+        writeScripts(dir.file("bin"),
+                     {"vlreadprj.sh", "vlwriteprj.sh", "vlreadmodule.sh", "vlwritemodule.sh",
+                      "vlreadhtml.sh", "vlwritehtml.sh"},
+                     "#!/bin/sh\nprintf '%s %s|%s\\n' \"$(basename \"$0\")\" \"$#\" \"$1\" >> "
+                     "\"$VL_SCRIPT_LOG\"\n");
         setenv("VELMORA", dir.path().c_str(), 1);
         setenv("HOME", dir.file("home").c_str(), 1);
         setenv("PATH", (dir.file("bin") + ":" + std::getenv("PATH")).c_str(), 1);

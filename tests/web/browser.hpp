@@ -18,9 +18,7 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 inline const char *const kChromium = "/usr/bin/chromium";
@@ -86,13 +84,13 @@ class Browser {
     // Starts chromedriver on a free port of 127.0.0.1 and a Chromium session
     // with a new, empty profile in dir.
     explicit Browser(const std::string &dir) : dir_(dir) {
-        std::mt19937 random(std::random_device{}());
-        for (int attempt = 0; attempt < 20 && session_.empty(); attempt++) {
-            port_ = 30000 + static_cast<int>(random() % 20000);
+        port_ = onAFreePort([&](int port) {
+            port_ = port;
             StartDriver();
             if (WaitUntilReady()) StartSession();
             if (session_.empty()) Stop();
-        }
+            return !session_.empty();
+        });
     }
     ~Browser() { Stop(); }
     Browser(const Browser &) = delete;
@@ -141,13 +139,8 @@ class Browser {
         std::vector<std::string> args = {"-s", "-X", method, "--max-time", "60",
                                          "http://127.0.0.1:" + std::to_string(port_) + path};
         if (!body.empty())
-            args.insert(args.end(), {"-H", "Content-Type: application/json", "--data-binary",
-                                     "@" + WriteBody(body)});
+            args.insert(args.end(), {"-H", "Content-Type: application/json", "--data-raw", body});
         return runProgram(kCurl, args, {"PATH=/usr/bin:/bin"}, "/").out;
-    }
-    std::string WriteBody(const std::string &body) {
-        writeText(dir_ + "/request.json", body);
-        return dir_ + "/request.json";
     }
 
     // The watchdog: a child in a new process group, which starts
@@ -165,19 +158,9 @@ class Browser {
         if (watchdog_ == 0) {
             close(fds[1]);
             prctl(PR_SET_CHILD_SUBREAPER, 1); // Chromium's orphans come here
-            pid_t driver = fork();
-            if (driver == 0) {
-                setpgid(0, 0);
-                int log = open(logFile.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
-                int null = open("/dev/null", O_RDONLY);
-                dup2(null, 0);
-                dup2(log, 1);
-                dup2(log, 2);
-                char *env[] = {const_cast<char *>("PATH=/usr/bin:/bin"),
-                               const_cast<char *>(home.c_str()), nullptr};
-                execle(kChromedriver, kChromedriver, port.c_str(), static_cast<char *>(nullptr), env);
-                _exit(127);
-            }
+            const std::vector<std::string> env = {"PATH=/usr/bin:/bin", home};
+            pid_t driver =
+                spawnProgram({kChromedriver, port}, {.env = env, .out = logFile, .ownGroup = true});
             setpgid(driver, driver);
             char byte = 0;
             for (ssize_t n = 1; n > 0 || (n < 0 && errno == EINTR);)
@@ -197,10 +180,10 @@ class Browser {
     }
 
     bool WaitUntilReady() {
-        for (int i = 0; i < 100 && watchdog_ > 0; i++) {
-            if (Request("GET", "/status").find("\"ready\":true") != std::string::npos) return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        }
+        if (waitUntilReady(watchdog_, 100, std::chrono::milliseconds(100), [&] {
+                return Request("GET", "/status").find("\"ready\":true") != std::string::npos;
+            }))
+            return true;
         log_ += "chromedriver did not answer on port " + std::to_string(port_) + "\n";
         return false;
     }

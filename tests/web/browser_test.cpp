@@ -15,7 +15,7 @@ namespace {
 
 const std::string kName = "Zo\xC3\xAB \"Ann\" O'Brien <b>&amp;</b> \xE6\x97\xA5\xE6\x9C\xAC";
 
-class BrowserShop : public ::testing::Test {
+class BrowserShop : public ShopSuite {
   protected:
     static void SetUpTestSuite() {
         skipped_ = WebToolsMissing();
@@ -34,21 +34,17 @@ class BrowserShop : public ::testing::Test {
     static void TearDownTestSuite() {
         browser_.reset();
         profile_.reset();
-        if (site_) {
-            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
-        }
-        site_.reset();
+        StopSite();
     }
     void SetUp() override {
-        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
-        ASSERT_TRUE(site_->Ready()) << site_->Log();
-        ASSERT_TRUE(browser_->Running()) << browser_->Log();
+        ShopSuite::SetUp();
+        if (!IsSkipped() && !HasFatalFailure()) {
+            ASSERT_TRUE(browser_->Running()) << browser_->Log();
+        }
     }
 
-    static inline std::unique_ptr<ShopSite> site_;
     static inline std::unique_ptr<TempDir> profile_;
     static inline std::unique_ptr<Browser> browser_;
-    static inline std::string skipped_;
 };
 
 TEST_F(BrowserShop, AnOrderTypedIntoThePageArrivesExactly) {

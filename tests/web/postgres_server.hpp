@@ -7,14 +7,11 @@
 #ifndef VELMORA_TESTS_WEB_POSTGRES_SERVER_HPP
 #define VELMORA_TESTS_WEB_POSTGRES_SERVER_HPP
 
+#include "support/run_program.hpp"
 #include "support/temp_dir.hpp"
 
-#include <fcntl.h>
-#include <grp.h>
 #include <libpq-fe.h>
-#include <pwd.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,7 +19,6 @@
 #include <chrono>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 // The server's programs: the newest /usr/lib/postgresql/<version>/bin (the
@@ -60,17 +56,22 @@ class PostgresServer {
         fs::create_directories(data_);
         fs::create_directories(socket_);
         fs::permissions(socket_, fs::perms::owner_all);
-        if (geteuid() == 0 && !BecomeUnprivilegedOwner()) return;
-        int status = Run({bin + "/initdb", "-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
-                          "--locale=C", "--no-sync", "--no-instructions"},
-                         false);
-        if (status != 0) {
-            log_ = "initdb failed:\n" + readText(dir_ + "/server.log");
+        const bool root = geteuid() == 0;
+        if (root && !GiveToNobody()) return;
+        ProgramRun initdb = runProgram(bin + "/initdb",
+                                       {"-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
+                                        "--locale=C", "--no-sync", "--no-instructions"},
+                                       {"PATH=/usr/bin:/bin"}, dir_, true);
+        if (initdb.status != 0) {
+            log_ = "initdb failed:\n" + initdb.out + initdb.err;
             return;
         }
-        pid_ = Run({bin + "/postgres", "-D", data_, "-k", socket_, "-c", "listen_addresses=",
-                    "-c", "fsync=off", "-c", "synchronous_commit=off", "-c", "full_page_writes=off"},
-                   true);
+        SpawnOptions server{.dir = dir_, .out = dir_ + "/server.log", .deathSignal = SIGQUIT};
+        if (root) server.uid = server.gid = kNobody;
+        pid_ = spawnProgram({bin + "/postgres", "-D", data_, "-k", socket_, "-c",
+                             "listen_addresses=", "-c", "fsync=off", "-c", "synchronous_commit=off",
+                             "-c", "full_page_writes=off"},
+                            server);
         if (!WaitUntilReady()) Stop();
     }
     ~PostgresServer() { Stop(); }
@@ -115,85 +116,26 @@ class PostgresServer {
     }
 
     // A fast shutdown, then SIGKILL after 10 seconds.
-    void Stop() {
-        if (pid_ <= 0) return;
-        kill(pid_, SIGINT);
-        for (int i = 0; i < 200 && waitpid(pid_, nullptr, WNOHANG) == 0; i++)
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        if (kill(pid_, 0) == 0) {
-            kill(pid_, SIGKILL);
-            waitpid(pid_, nullptr, 0);
-        }
-        pid_ = -1;
-    }
+    void Stop() { stopProcess(pid_, SIGINT, 10000); }
 
   private:
     // As root: the cluster belongs to nobody, who may enter the scratch
     // directory but not read it.
-    bool BecomeUnprivilegedOwner() {
-        const passwd *user = getpwnam("nobody");
-        if (!user) {
-            log_ = "no user nobody to run the PostgreSQL server as";
-            return false;
-        }
-        uid_ = user->pw_uid;
-        gid_ = user->pw_gid;
+    bool GiveToNobody() {
         fs::permissions(dir_, fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
         for (const std::string &owned : {data_, socket_})
-            if (chown(owned.c_str(), uid_, gid_) != 0) {
+            if (chown(owned.c_str(), kNobody, kNobody) != 0) {
                 log_ = "cannot give " + owned + " to nobody";
                 return false;
             }
         return true;
     }
 
-    // Runs argv as the server's user with its output in server.log: waits
-    // and gives the exit status, or (background) gives the process id.
-    int Run(std::vector<std::string> argv, bool background) {
-        std::vector<char *> args;
-        for (std::string &a : argv)
-            args.push_back(a.data());
-        args.push_back(nullptr);
-        const std::string logFile = dir_ + "/server.log";
-        const pid_t parent = getpid();
-        std::fflush(stdout);
-        std::fflush(stderr);
-        pid_t pid = fork();
-        if (pid == 0) {
-            int log = open(logFile.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0666);
-            int null = open("/dev/null", O_RDONLY);
-            if (log < 0 || null < 0 || chdir(dir_.c_str()) != 0) _exit(126);
-            dup2(null, 0);
-            dup2(log, 1);
-            dup2(log, 2);
-            if (uid_ != 0 && (setgroups(0, nullptr) != 0 || setgid(gid_) != 0 || setuid(uid_) != 0))
-                _exit(126);
-            // Set after the change of user, which clears it.
-            if (background && (prctl(PR_SET_PDEATHSIG, SIGQUIT) != 0 || getppid() != parent))
-                _exit(126);
-            execv(args[0], args.data());
-            _exit(127);
-        }
-        if (background || pid < 0) return pid;
-        int status = 0;
-        waitpid(pid, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
     bool WaitUntilReady() {
-        const std::string host = socket_;
-        const char *names[] = {"host", "dbname", "user", nullptr};
-        const char *values[] = {host.c_str(), "postgres", kRole, nullptr};
-        for (int i = 0; i < 300; i++) {
-            if (pid_ <= 0 || waitpid(pid_, nullptr, WNOHANG) == pid_) {
-                pid_ = -1;
-                log_ = "the PostgreSQL server ended at start:\n";
-                return false;
-            }
-            if (PQpingParams(names, values, 0) == PQPING_OK) return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        }
-        log_ = "the PostgreSQL server did not accept connections within 30 seconds:\n";
+        auto accepts = [&] { return PQstatus(Connect("postgres").get()) == CONNECTION_OK; };
+        if (waitUntilReady(pid_, 300, std::chrono::milliseconds(100), accepts)) return true;
+        log_ = pid_ <= 0 ? "the PostgreSQL server ended at start:\n"
+                         : "the PostgreSQL server did not accept connections within 30 seconds:\n";
         return false;
     }
 
@@ -201,8 +143,6 @@ class PostgresServer {
     std::string dir_;
     std::string data_;
     std::string socket_;
-    uid_t uid_ = 0;
-    gid_t gid_ = 0;
     pid_t pid_ = -1;
     std::string log_;
 };

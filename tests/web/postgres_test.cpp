@@ -18,12 +18,7 @@
 
 namespace {
 
-const std::string kSearchMo = "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
-                              "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n";
-const std::string kNoBooks = "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
-                             "</table>\n";
-
-class PostgresShop : public ::testing::Test {
+class PostgresShop : public ShopSuite {
   protected:
     static void SetUpTestSuite() {
         skipped_ = WebToolsMissing();
@@ -41,72 +36,44 @@ class PostgresShop : public ::testing::Test {
         });
     }
     static void TearDownTestSuite() {
-        if (site_) {
-            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
-        }
-        site_.reset();
+        StopSite();
         server_.reset();
     }
     void SetUp() override {
-        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
-        ASSERT_TRUE(server_->Running()) << server_->Log();
-        ASSERT_EQ(setup_, "");
-        ASSERT_TRUE(site_->Ready()) << site_->Log();
+        if (skipped_.empty()) {
+            ASSERT_TRUE(server_->Running()) << server_->Log();
+            ASSERT_EQ(setup_, "");
+        }
+        ShopSuite::SetUp();
     }
 
     static std::string Sql(const std::string &query) {
         return PostgresServer::Query(server_->Connect("shop").get(), query);
-    }
-    // The part of a page the program filled: between "<h2>Books</h2>\n" and "<p>".
-    static std::string Books(const HttpAnswer &answer) {
-        std::size_t from = answer.body.find("<h2>Books</h2>\n");
-        std::size_t to = answer.body.find("\n<p>", from);
-        return from == std::string::npos || to == std::string::npos
-                   ? "(no books part) " + answer.body
-                   : answer.body.substr(from + 15, to - from - 15);
     }
     static HttpAnswer Order(const std::string &fields) {
         return site_->Ask("VlFormName=order__Forder_html&" + fields);
     }
 
     static inline std::unique_ptr<PostgresServer> server_;
-    static inline std::unique_ptr<ShopSite> site_;
-    static inline std::string skipped_;
     static inline std::string setup_;
 };
 
 TEST_F(PostgresShop, SearchesAndTheStoredFunctionAnswerAsOnSqlite) {
-    EXPECT_EQ(Books(site_->Ask("VlFormName=search__Fcatalog_html&title=Mo")), kSearchMo);
-    std::string all = Books(site_->Ask("VlFormName=search__Fcatalog_html&title=M"));
-    EXPECT_TRUE(all.starts_with("<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
-                                "<tr><td>Dune</td><td>9.50</td></tr>\n<tr><td>Emma</td><td>7.25"))
-        << all;
-    EXPECT_TRUE(all.ends_with("<tr><td>Ulysses</td><td>14.50</td></tr>\n</table>\n")) << all;
-    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 9);
-    // Request text is a parameter, never SQL.
-    EXPECT_EQ(Books(site_->Ask("VlFormName=search__Fcatalog_html&title=%27+OR+1%3D1--")), kNoBooks);
-    EXPECT_EQ(Books(site_->Ask("VlFormName=search__Fcatalog_html&title=%27%3B+drop+table+books--")),
-              kNoBooks);
+    ExpectSearchesOfTheCatalog();
     // A work call without SQL calls the function of its name: specials().
-    EXPECT_EQ(Books(site_->Ask("", "/cgi-bin/shop.cgi?FNC=specials__Acatalog_html")),
-              "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n"
-              "<tr><td>Dune</td><td>9.50</td></tr>\n"
-              "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n</table>\n");
+    EXPECT_EQ(Books(site_->Ask("", "/cgi-bin/shop.cgi?FNC=specials__Acatalog_html")), kSpecials);
     EXPECT_EQ(Sql("select count(*) from books"), "6\n");
 }
 
-TEST_F(PostgresShop, OrdersAreStoredAsSentAndShownEscaped) {
+TEST_F(PostgresShop, OrdersAreStoredAsSent) {
     HttpAnswer placed = Order("customer=Ann&title=Dune&quantity=2");
     EXPECT_EQ(placed.status, 200);
     EXPECT_NE(placed.body.find("</FORM>\nThank you, Ann. Ordered: 2 x Dune\n<p>"), std::string::npos)
         << placed.body;
 
-    placed = Order("customer=%3Cscript%3Ealert(1)%3C/script%3E+Z%C3%B6e&title=%27+OR+1%3D1--"
-                   "&quantity=3");
-    EXPECT_NE(placed.body.find("Thank you, &lt;script&gt;alert(1)&lt;/script&gt; Zöe. Ordered: 3 x "
-                               "&#39; OR 1=1--\n"),
-              std::string::npos)
-        << placed.body;
+    // Shown escaped as on SQLite (the page filler is the same for both).
+    EXPECT_EQ(Order("customer=%3Cscript%3Ealert(1)%3C/script%3E+Z%C3%B6e&title=%27+OR+1%3D1--"
+                    "&quantity=3").status, 200);
     EXPECT_EQ(Sql("select customer, title, quantity from orders order by id desc limit 2"),
               "<script>alert(1)</script> Zöe|' OR 1=1--|3\nAnn|Dune|2\n");
 }
@@ -116,7 +83,6 @@ TEST_F(PostgresShop, FailuresRollTheRequestBack) {
     HttpAnswer refused = Order("customer=Ann&title=Dune&quantity=0"); // the table's check
     EXPECT_EQ(refused.status, 500);
     EXPECT_NE(refused.body.find("<p>The request could not be completed.</p>"), std::string::npos);
-    EXPECT_EQ(Order("customer=Ann&title=Dune&quantity=abc").status, 400);
 
     // A lock held longer than 5 seconds answers 503.
     PgConnection holder = server_->Connect("shop");

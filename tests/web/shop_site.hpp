@@ -8,9 +8,11 @@
 
 #include "web/web_server.hpp"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,18 +45,20 @@ class ShopSite {
     using Options = std::vector<std::string> (*)(const WebServer &server);
 
     explicit ShopSite(Options options = nullptr) {
-        fs::create_directories(root_.file("home"));
-        fs::create_directories(root_.file("www"));
-        fs::create_directories(root_.file("cgi-bin"));
+        for (const char *dir : {"home", "www", "cgi-bin"})
+            fs::create_directories(root_.file(dir));
         fs::copy(kExample, root_.file("shop"), fs::copy_options::recursive);
         server_ = std::make_unique<WebServer>(root_.path(), root_.file("www"), root_.file("cgi-bin"));
         if (!server_->Running()) {
             log_ = "lighttpd did not start\n" + server_->ErrorLog();
             return;
         }
-        const std::string config =
-            root_.write("shop/site.cfg", ConfigText(options ? options(*server_)
-                                                            : std::vector<std::string>()));
+        // test.cfg, then the replacements: a run merges a configuration line
+        // by line, each into the place of the option of its name.
+        std::string config = readText(kExample + "/test.cfg");
+        for (const std::string &line : options ? options(*server_) : std::vector<std::string>())
+            config += line + "\n";
+        config = root_.write("shop/site.cfg", config);
         // The sanitizer build's library needs the same flags on the program.
         ProgramRun run = runProgram(
             VLNOGUI_PATH, {"-p", root_.file("shop/shop.pj"), "-c", config},
@@ -101,25 +105,60 @@ class ShopSite {
     }
 
   private:
-    // test.cfg with each option of the replacements in place of its line.
-    static std::string ConfigText(const std::vector<std::string> &replacements) {
-        std::istringstream lines(readText(kExample + "/test.cfg"));
-        std::string text, line;
-        auto nameOf = [](const std::string &l) { return l.substr(0, l.find(" : ")); };
-        while (std::getline(lines, line)) {
-            bool replaced = false;
-            for (const std::string &r : replacements)
-                replaced = replaced || nameOf(r) == nameOf(line);
-            if (!replaced) text += line + "\n";
-        }
-        for (const std::string &r : replacements)
-            text += r + "\n";
-        return text;
-    }
-
     TempDir root_;
     std::unique_ptr<WebServer> server_;
     std::string log_;
+};
+
+// What the fixtures of the tests that serve the shop share: the site of the
+// suite, which a test needs ready unless a tool is missing (skipped_), and
+// whose server's log must hold no sanitizer report at the end; the searches
+// every database answers alike.
+class ShopSuite : public ::testing::Test {
+  protected:
+    static inline const std::string kBooksHead =
+        "<table class=\"vl-site1\">\n<tr><th>title</th><th>price</th></tr>\n";
+    static inline const std::string kMobyDick = "<tr><td>Moby-Dick</td><td>11.90</td></tr>\n";
+    static inline const std::string kSpecials =
+        kBooksHead + "<tr><td>Dune</td><td>9.50</td></tr>\n" + kMobyDick + "</table>\n";
+
+    // The part of a page the program filled: between "<h2>Books</h2>\n" and "<p>".
+    static std::string Books(const HttpAnswer &answer) {
+        std::size_t from = answer.body.find("<h2>Books</h2>\n");
+        std::size_t to = answer.body.find("\n<p>", from);
+        return from == std::string::npos || to == std::string::npos
+                   ? "(no books part) " + answer.body
+                   : answer.body.substr(from + 15, to - from - 15);
+    }
+    static std::string Search(const std::string &title) {
+        return Books(site_->Ask("VlFormName=search__Fcatalog_html&title=" + title));
+    }
+    static void ExpectSearchesOfTheCatalog() {
+        EXPECT_EQ(Search("Mo"), kBooksHead + kMobyDick + "</table>\n");
+        // A title shorter than two characters lists the whole catalog.
+        std::string all = Search("M");
+        EXPECT_TRUE(all.starts_with(kBooksHead + "<tr><td>Dune</td><td>9.50</td></tr>\n"
+                                                 "<tr><td>Emma</td><td>7.25</td></tr>\n"))
+            << all;
+        EXPECT_TRUE(all.ends_with("<tr><td>Ulysses</td><td>14.50</td></tr>\n</table>\n")) << all;
+        EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 9);
+        // Request text is a parameter, never SQL.
+        EXPECT_EQ(Search("%27+OR+1%3D1--"), kBooksHead + "</table>\n");
+    }
+
+    static void StopSite() {
+        if (site_) {
+            EXPECT_EQ(site_->StopAndReportSanitizers(), "");
+        }
+        site_.reset();
+    }
+    void SetUp() override {
+        SKIP_OR_FAIL_UNLESS_EMPTY(skipped_);
+        ASSERT_TRUE(site_->Ready()) << site_->Log();
+    }
+
+    static inline std::unique_ptr<ShopSite> site_;
+    static inline std::string skipped_;
 };
 
 #endif

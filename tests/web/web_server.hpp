@@ -8,18 +8,11 @@
 #include "support/run_program.hpp"
 #include "support/temp_dir.hpp"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 inline const char *const kLighttpd = "/usr/sbin/lighttpd";
@@ -39,75 +32,6 @@ struct HttpAnswer {
     std::string body;
 };
 
-class WebServer {
-  public:
-    // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
-    WebServer(const std::string &dir, const std::string &www, const std::string &cgiBin)
-        : log_(dir + "/lighttpd-error.log"), cgiLog_(dir + "/cgi-stderr.log") {
-        std::mt19937 random(std::random_device{}());
-        for (int attempt = 0; attempt < 20 && pid_ <= 0; attempt++) {
-            port_ = 30000 + static_cast<int>(random() % 20000);
-            const std::string conf = dir + "/lighttpd.conf";
-            writeText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
-                                "server.port = " + std::to_string(port_) +
-                                "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
-                                "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
-                                cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
-                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n" + kPrivateCgiBin +
-                                kMimeTypes);
-            pid_ = fork();
-            if (pid_ == 0) {
-                prctl(PR_SET_PDEATHSIG, SIGTERM);
-                execl(kLighttpd, kLighttpd, "-D", "-f", conf.c_str(), static_cast<char *>(nullptr));
-                _exit(127);
-            }
-            if (!WaitUntilListening()) Stop();
-        }
-    }
-    ~WebServer() { Stop(); }
-    WebServer(const WebServer &) = delete;
-    WebServer &operator=(const WebServer &) = delete;
-
-    bool Running() const { return pid_ > 0; }
-    std::string Url(const std::string &path) const {
-        return "http://127.0.0.1:" + std::to_string(port_) + path;
-    }
-    // The server's log, then what the CGI programs wrote to standard error.
-    std::string ErrorLog() const { return readText(log_) + readText(cgiLog_); }
-
-    void Stop() {
-        if (pid_ <= 0) return;
-        kill(pid_, SIGTERM);
-        waitpid(pid_, nullptr, 0);
-        pid_ = -1;
-    }
-
-  private:
-    bool WaitUntilListening() {
-        for (int i = 0; i < 100; i++) {
-            if (waitpid(pid_, nullptr, WNOHANG) == pid_) {
-                pid_ = -1; // it ended: most likely the port is taken
-                return false;
-            }
-            int fd = socket(AF_INET, SOCK_STREAM, 0);
-            sockaddr_in address{};
-            address.sin_family = AF_INET;
-            address.sin_port = htons(static_cast<uint16_t>(port_));
-            address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-            bool up = connect(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
-            close(fd);
-            if (up) return true;
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        }
-        return false;
-    }
-
-    std::string log_;
-    std::string cgiLog_;
-    int port_ = 0;
-    pid_t pid_ = -1;
-};
-
 // Asks url with curl; extra are further curl arguments (-d, -H, ...).
 inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra = {}) {
     extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
@@ -123,5 +47,47 @@ inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra
     if (run.out.size() > 12) answer.status = std::atoi(run.out.c_str() + 9);
     return answer;
 }
+
+class WebServer {
+  public:
+    // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
+    WebServer(const std::string &dir, const std::string &www, const std::string &cgiBin)
+        : log_(dir + "/lighttpd-error.log"), cgiLog_(dir + "/cgi-stderr.log") {
+        port_ = onAFreePort([&](int port) {
+            port_ = port;
+            const std::string conf = dir + "/lighttpd.conf";
+            writeText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
+                                "server.port = " + std::to_string(port) +
+                                "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
+                                "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
+                                cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
+                                cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n" + kPrivateCgiBin +
+                                kMimeTypes);
+            pid_ = spawnProgram({kLighttpd, "-D", "-f", conf}, {.deathSignal = SIGTERM});
+            // It ends at once when the port is taken.
+            auto answers = [&] { return HttpGet(Url("/")).status != 0; };
+            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), answers)) Stop();
+            return pid_ > 0;
+        });
+    }
+    ~WebServer() { Stop(); }
+    WebServer(const WebServer &) = delete;
+    WebServer &operator=(const WebServer &) = delete;
+
+    bool Running() const { return pid_ > 0; }
+    std::string Url(const std::string &path) const {
+        return "http://127.0.0.1:" + std::to_string(port_) + path;
+    }
+    // The server's log, then what the CGI programs wrote to standard error.
+    std::string ErrorLog() const { return readText(log_) + readText(cgiLog_); }
+
+    void Stop() { stopProcess(pid_, SIGTERM, 10000); }
+
+  private:
+    std::string log_;
+    std::string cgiLog_;
+    int port_ = 0;
+    pid_t pid_ = -1;
+};
 
 #endif
