@@ -29,7 +29,7 @@ functions-one-activator | if (!module || (form != nullptr) == (anchor != nullptr
 module-reader-message | VlPrintError("The anchor "); ==> VlPrintError("The anchor");
 scanner-anchor-text | const char *start = cursor + 2; ==> const char *start = cursor + 3;
 markup-method-blank | o += " METHOD=\""; ==> o += "METHOD=\"";
-keywords-quote | return EndsInBlank(keyword) || HasUpper(keyword) ? '"' : '\''; ==> return EndsInBlank(keyword) || HasUpper(keyword) ? '\'' : '"';
+keywords-quote | return keyword.ends_with(' ') || HasUpper(keyword) ? '"' : '\''; ==> return keyword.ends_with(' ') || HasUpper(keyword) ? '\'' : '"';
 refresh-site-kind | SwdUpdateMapDeletedSwidget(site->name, pageName, "S", nullptr); ==> SwdUpdateMapDeletedSwidget(site->name, pageName, "E", nullptr);
 map-sort-stable | if (later->callOrder < earlier->callOrder) std::swap(items[j - 1], items[j]); ==> if (later->callOrder <= earlier->callOrder) std::swap(items[j - 1], items[j]);
 mapfile-bad-line | return VlCatGets(0, 30, "Error in the map file %s at line %d.\n"); ==> return VlCatGets(0, 30, "Error in the map file %s atline %d.\n");
