@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs the fuzz targets built by the fuzz preset, each for the given number of
 # seconds, on a scratch copy of its committed seed corpus (the committed
-# corpus never grows). Fails when any target reports a crash, a leak, a
+# corpus never grows; a differential target fuzz_X_diff also takes the seeds of
+# fuzz_X). Fails when any target reports a crash, a leak, a
 # timeout (an input running longer than 10 s) or an out-of-memory.
 #
 #   fuzz/run.sh SECONDS [fuzz_TARGET ...]     (default: every target)
@@ -33,6 +34,10 @@ for target in "$@"; do
     corpus=$work/$target/corpus
     mkdir -p "$corpus" "$work/$target/found"
     cp -n fuzz/corpus/"$target"/* "$corpus"/ 2>/dev/null || true
+    # A differential target also starts from the seeds of the reader it compares.
+    case $target in
+    *_diff) cp -n fuzz/corpus/"${target%_diff}"/* "$corpus"/ 2>/dev/null || true ;;
+    esac
     echo "=== $target: ${seconds}s"
     if "$bin/$target" -max_total_time="$seconds" -timeout=10 -print_final_stats=1 \
         -artifact_prefix="$work/$target/found/" "$corpus" >"$work/$target/log" 2>&1; then
