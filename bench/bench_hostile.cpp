@@ -50,7 +50,7 @@ struct Scratch {
         std::error_code ec;
         fs::remove_all(dir, ec);
     }
-    void write(const std::string &name, const std::string &text) const {
+    void Write(const std::string &name, const std::string &text) const {
         std::ofstream(dir + "/" + name, std::ios::binary) << text;
     }
 };
@@ -92,7 +92,7 @@ void BM_HugePage(benchmark::State &state) {
     const size_t size = static_cast<size_t>(state.range(0)) << 20;
     while (page.size() < size)
         page += block;
-    scratch.write("big.html", page);
+    scratch.Write("big.html", page);
     Timed(state, "page", [] {
         VlHtmlDoc *doc = VlHtmlNewFromFile("big.html");
         benchmark::DoNotOptimize(VlHtmlSave(doc));
@@ -110,7 +110,7 @@ void BM_UnclosedForms(benchmark::State &state) {
     const size_t size = static_cast<size_t>(state.range(0)) << 10;
     while (page.size() < size)
         page += "<FORM";
-    scratch.write("open.html", page);
+    scratch.Write("open.html", page);
     Timed(state, "unclosed", [] {
         VlHtmlDoc *doc = VlHtmlNewFromFile("open.html");
         benchmark::DoNotOptimize(VlHtmlSave(doc));
@@ -140,7 +140,7 @@ void BM_ManyFunctions(benchmark::State &state) {
     }
     text += "void R_big_html()\n{\n\n}/* Velmora End of Module */\n";
     SutAddList(theProj->htmlDocs, page);
-    scratch.write("big.c", text);
+    scratch.Write("big.c", text);
     Timed(state, "functions", [] {
         VlModule *module = VlModuleNewFromFile("big.c");
         benchmark::DoNotOptimize(module);
@@ -162,13 +162,13 @@ void BM_ManyPages(benchmark::State &state) {
     for (int i = 0; i < n; i++)
         project += "p" + std::to_string(i) + ".html\n";
     project += "Project Options :\nProject.Call Read/Write Scripts : False\n";
-    scratch.write("many.pj", project);
+    scratch.Write("many.pj", project);
     for (int i = 0; i < n; i++) {
         const std::string p = "p" + std::to_string(i);
-        scratch.write(p + ".html", "<html>\n<FORM ACTION=\"/x\" METHOD=\"post\">\n<INPUT "
+        scratch.Write(p + ".html", "<html>\n<FORM ACTION=\"/x\" METHOD=\"post\">\n<INPUT "
                                    "TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"f__F" +
                                        p + "_html\">\n</FORM>\n");
-        scratch.write(p + ".c",
+        scratch.Write(p + ".c",
                       "/* Velmora Module File V1.0B */\nstatic char _Vl_HTML_Filename[] = \"" + p +
                           ".html\";\n/*Velmora Start of Function */\nstatic void Ff ()\n"
                           "/* start of initial code */\n{\n/* start of func Code */\n"

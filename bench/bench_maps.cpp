@@ -17,19 +17,19 @@
 
 namespace {
 
-void set(char **field, const std::string &value) {
+void Set(char **field, const std::string &value) {
     free(*field);
     *field = strdup(value.c_str());
 }
 
 // A typical request: three columns, one callback, two arguments, fragments
 // and options, user code around it.
-SpmSPBind *sampleBind(int n) {
+SpmSPBind *SampleBind(int n) {
     SpmSPBind *b = SpmCreateListsForSpmBind(3, 1, 2);
-    set(&b->servername, "server");
-    set(&b->dbname, "sales");
-    set(&b->name, "orders_" + std::to_string(n));
-    set(&b->altName, "bind" + std::to_string(n));
+    Set(&b->servername, "server");
+    Set(&b->dbname, "sales");
+    Set(&b->name, "orders_" + std::to_string(n));
+    Set(&b->altName, "bind" + std::to_string(n));
     b->beenApplied = 1;
     b->id = 1;
     b->sqlFrags = SutNewList();
@@ -39,34 +39,34 @@ SpmSPBind *sampleBind(int n) {
     SutAddList(b->options, strdup("Project.Timeout : 30"));
     for (int i = 0; i < 3; i++) {
         auto *col = static_cast<SpmColBind *>(SutGetNList(b->colBinds, i));
-        set(&col->swidget, "Entry" + std::to_string(i));
-        set(&col->interface, "Page1");
-        set(&col->columnName, "column" + std::to_string(i));
-        set(&col->dataType, "varchar");
+        Set(&col->swidget, "Entry" + std::to_string(i));
+        Set(&col->interface, "Page1");
+        Set(&col->columnName, "column" + std::to_string(i));
+        Set(&col->dataType, "varchar");
         col->columnId = i;
         col->dataSize = 40;
         col->dataTypeId = 12;
     }
     auto *call = static_cast<SpmCallbackBind *>(SutGetNList(b->callBinds, 0));
-    set(&call->callbackName, "F");
-    set(&call->swidget, "Form1");
-    set(&call->interface, "Page1");
-    set(&call->initCode, "\tint count = 0;\n\tcheckSession();");
-    set(&call->finalCode, "\tshowResult(count);");
+    Set(&call->callbackName, "F");
+    Set(&call->swidget, "Form1");
+    Set(&call->interface, "Page1");
+    Set(&call->initCode, "\tint count = 0;\n\tcheckSession();");
+    Set(&call->finalCode, "\tshowResult(count);");
     for (int i = 0; i < 2; i++) {
         auto *arg = static_cast<SpmArgBind *>(SutGetNList(b->argBinds, i));
         arg->argId = i + 1;
-        set(&arg->argName, "p" + std::to_string(i));
-        set(&arg->dataType, "int");
-        set(&arg->initCode, "VlGetInputValue(\"p" + std::to_string(i) + "\")");
+        Set(&arg->argName, "p" + std::to_string(i));
+        Set(&arg->dataType, "int");
+        Set(&arg->initCode, "VlGetInputValue(\"p" + std::to_string(i) + "\")");
     }
     return b;
 }
 
-std::string bodyOf(int requests) {
+std::string BodyOf(int requests) {
     std::string body = "{\n\t/**  velmora versn 1.00  **/\n\tXtPointer VlClient=NULL;\n";
     for (int i = 0; i < requests; i++) {
-        SpmSPBind *b = sampleBind(i);
+        SpmSPBind *b = SampleBind(i);
         char *code =
             getCallbackCode(b, static_cast<SpmCallbackBind *>(SutGetNList(b->callBinds, 0)), 1);
         body += (i ? "\n" : "") + std::string(code);
@@ -77,7 +77,7 @@ std::string bodyOf(int requests) {
 }
 
 void BM_ParseBody(benchmark::State &state) {
-    std::string body = bodyOf(static_cast<int>(state.range(0)));
+    std::string body = BodyOf(static_cast<int>(state.range(0)));
     SwdCallbackCode item = {const_cast<char *>("F"), const_cast<char *>(body.c_str())};
     SutList *items = SutNewList();
     SutAddList(items, &item);
@@ -96,22 +96,22 @@ void BM_ParseBody(benchmark::State &state) {
 }
 BENCHMARK(BM_ParseBody)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
 
-SpmMap *mapOf(int binds) {
+SpmMap *MapOf(int binds) {
     SpmMap *map = SpmNewMap();
     map->spBinds = SutNewList();
     SpmAddIface(map, "Page1");
     for (int i = 0; i < binds; i++)
-        SutAddList(map->spBinds, sampleBind(i));
+        SutAddList(map->spBinds, SampleBind(i));
     return map;
 }
 
-std::string tempMapPath() {
+std::string TempMapPath() {
     return "/tmp/bench_maps_" + std::to_string(getpid()) + ".map";
 }
 
 void BM_WriteMapFile(benchmark::State &state) {
-    SpmMap *map = mapOf(static_cast<int>(state.range(0)));
-    std::string path = tempMapPath();
+    SpmMap *map = MapOf(static_cast<int>(state.range(0)));
+    std::string path = TempMapPath();
     for (auto _ : state)
         benchmark::DoNotOptimize(SpmWriteMapFile(map, path.c_str()));
     state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -121,8 +121,8 @@ void BM_WriteMapFile(benchmark::State &state) {
 BENCHMARK(BM_WriteMapFile)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 void BM_ReadMapFile(benchmark::State &state) {
-    SpmMap *map = mapOf(static_cast<int>(state.range(0)));
-    std::string path = tempMapPath();
+    SpmMap *map = MapOf(static_cast<int>(state.range(0)));
+    std::string path = TempMapPath();
     SpmWriteMapFile(map, path.c_str());
     SpmDestroyMap(&map);
     for (auto _ : state) {
@@ -139,7 +139,7 @@ BENCHMARK(BM_ReadMapFile)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 void BM_UniqueName(benchmark::State &state) {
     SwdResetTheMap();
     for (int i = 1; i <= state.range(0); i++)
-        set(&SpmAddSPBind()->altName, "bind" + std::to_string(i));
+        Set(&SpmAddSPBind()->altName, "bind" + std::to_string(i));
     for (auto _ : state) {
         char *name = WbeGetUniqueSPName("bind1");
         benchmark::DoNotOptimize(name);

@@ -15,7 +15,7 @@
 namespace {
 
 // About 10 MB of lines with quoted fields, doubled quotes and empty fields.
-std::string csvText() {
+std::string CsvText() {
     std::string line = "alpha,\"beta, with comma\",,\"say \"\"hi\"\"\",12345,last field\n";
     std::string text;
     text.reserve(10 * 1024 * 1024 + line.size());
@@ -25,7 +25,7 @@ std::string csvText() {
 }
 
 void BM_ParseFileStringLines(benchmark::State &state) {
-    std::string text = csvText();
+    std::string text = CsvText();
     for (auto _ : state) {
         SutList *lines = VlParseFileString(text.c_str(), "\n", nullptr);
         benchmark::DoNotOptimize(lines);
@@ -36,7 +36,7 @@ void BM_ParseFileStringLines(benchmark::State &state) {
 BENCHMARK(BM_ParseFileStringLines)->Unit(benchmark::kMillisecond);
 
 void BM_ParseFileStringQuotedFields(benchmark::State &state) {
-    std::string text = csvText();
+    std::string text = CsvText();
     for (auto _ : state) {
         SutList *fields = VlParseFileString(text.c_str(), ",", "\"");
         benchmark::DoNotOptimize(fields);
@@ -73,7 +73,7 @@ BENCHMARK(BM_StrSubsList)->Unit(benchmark::kMillisecond);
 
 // A 10 MB text in Unix line ends, made DOS.
 void BM_UnixToDos(benchmark::State &state) {
-    std::string text = csvText();
+    std::string text = CsvText();
     for (auto _ : state) {
         char *out = VlUnixToDos(text.c_str());
         benchmark::DoNotOptimize(out);

@@ -15,7 +15,7 @@
 
 namespace {
 
-bool readWhole(const std::string &path, std::string &text) {
+bool ReadWhole(const std::string &path, std::string &text) {
     const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) return false;
     struct stat st;
@@ -34,7 +34,7 @@ bool readWhole(const std::string &path, std::string &text) {
     return done == text.size();
 }
 
-bool writeWhole(const std::string &path, const std::string &text) {
+bool WriteWhole(const std::string &path, const std::string &text) {
     const size_t slash = path.rfind('/');
     std::string temp = (slash == std::string::npos ? "." : path.substr(0, slash)) + "/.floorXXXXXX";
     const int fd = mkostemp(temp.data(), O_CLOEXEC);
@@ -53,7 +53,7 @@ int main(int argc, char **argv) {
         return 2;
     }
     std::string project;
-    if (!readWhole(argv[1], project)) return 1;
+    if (!ReadWhole(argv[1], project)) return 1;
     // The listed files: the lines after "Source files:" and "HTML Files :",
     // up to the options.
     std::vector<std::string> modules, pages;
@@ -73,11 +73,11 @@ int main(int argc, char **argv) {
     }
     mkdir("in_use", 0777);
     std::string text;
-    bool ok = writeWhole(argv[1], project);
+    bool ok = WriteWhole(argv[1], project);
     for (const std::string &module : modules)
-        ok = readWhole(module, text) && writeWhole(module, text) && ok;
+        ok = ReadWhole(module, text) && WriteWhole(module, text) && ok;
     for (const std::string &page : pages)
-        ok = readWhole(page, text) && writeWhole("in_use/" + page + ".vlm", text) &&
-             writeWhole(page, text) && ok;
+        ok = ReadWhole(page, text) && WriteWhole("in_use/" + page + ".vlm", text) &&
+             WriteWhole(page, text) && ok;
     return ok ? 0 : 1;
 }

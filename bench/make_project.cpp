@@ -15,7 +15,7 @@
 
 namespace {
 
-bool writeFile(const std::string &path, const std::string &text) {
+bool WriteFile(const std::string &path, const std::string &text) {
     std::ofstream out(path, std::ios::binary);
     out << text;
     return static_cast<bool>(out);
@@ -47,7 +47,7 @@ int main(int argc, char **argv) {
         project += "p" + std::to_string(p) + ".html\n";
     project += "Project Options :\nProject.Call Read/Write Scripts : False\n"
                "Test.CGI URL : http://localhost/cgi-bin\nTest.HTML URL : http://localhost/big\n";
-    if (!writeFile(dir + "/big.pj", project)) return 1;
+    if (!WriteFile(dir + "/big.pj", project)) return 1;
 
     for (int p = 0; p < pages; p++) {
         const std::string file = "p" + std::to_string(p) + ".html";
@@ -93,8 +93,8 @@ int main(int argc, char **argv) {
         }
         html += "</body>\n</html>\n";
         module += registration + "\n}/* Velmora End of Module */\n";
-        if (!writeFile(dir + "/" + file, html) ||
-            !writeFile(dir + "/p" + std::to_string(p) + ".c", module))
+        if (!WriteFile(dir + "/" + file, html) ||
+            !WriteFile(dir + "/p" + std::to_string(p) + ".c", module))
             return 1;
     }
     return 0;

@@ -14,7 +14,7 @@ TEST(ParserDifferential, CommittedCorporaParseAsTheReferenceDoes) {
     int compared = 0;
     for (const auto &entry : fs::recursive_directory_iterator(VELMORA_SOURCE_DIR "/fuzz/corpus")) {
         if (!entry.is_regular_file()) continue;
-        EXPECT_EQ(vlref::DiffBody("shop.html", "order", readText(entry.path().string())), "")
+        EXPECT_EQ(vlref::DiffBody("shop.html", "order", ReadText(entry.path().string())), "")
             << entry.path();
         compared++;
     }

@@ -11,33 +11,33 @@ namespace {
 
 struct Sample {
     SpmSPBind *bind = SpmCreateListsForSpmBind(2, 1, 1);
-    SpmCallbackBind *call = nth<SpmCallbackBind>(bind->callBinds, 0);
-    SpmColBind *col = nth<SpmColBind>(bind->colBinds, 0);
-    SpmColBind *col2 = nth<SpmColBind>(bind->colBinds, 1);
-    SpmArgBind *arg = nth<SpmArgBind>(bind->argBinds, 0);
+    SpmCallbackBind *call = Nth<SpmCallbackBind>(bind->callBinds, 0);
+    SpmColBind *col = Nth<SpmColBind>(bind->colBinds, 0);
+    SpmColBind *col2 = Nth<SpmColBind>(bind->colBinds, 1);
+    SpmArgBind *arg = Nth<SpmArgBind>(bind->argBinds, 0);
 
     Sample() {
-        set(&bind->servername, "srv");
-        set(&bind->dbname, "db");
-        set(&bind->name, "orders");
-        set(&bind->altName, "bind3");
-        set(&bind->indexKey, "ik");
+        Set(&bind->servername, "srv");
+        Set(&bind->dbname, "db");
+        Set(&bind->name, "orders");
+        Set(&bind->altName, "bind3");
+        Set(&bind->indexKey, "ik");
         bind->dbVendor = 2;
-        bind->sqlFrags = makeList({"select \"x\"\nfrom t\r"});
+        bind->sqlFrags = MakeList({"select \"x\"\nfrom t\r"});
         call->maxRows = 25;
-        set(&call->useDialog, "USE_IT");
-        set(&call->initCode, "a = 1;");
-        set(&call->finalCode, "b = 2;");
-        call->options = makeList({"o : 1"});
-        set(&col->swidget, "Entry");
-        set(&col->interface, "Page1");
+        Set(&call->useDialog, "USE_IT");
+        Set(&call->initCode, "a = 1;");
+        Set(&call->finalCode, "b = 2;");
+        call->options = MakeList({"o : 1"});
+        Set(&col->swidget, "Entry");
+        Set(&col->interface, "Page1");
         col->dataSize = 10;
         col->dataTypeId = 12;
         col->columnId = 3;
-        set(&col->dataType, "char");
-        set(&col->columnName, "name");
-        set(&col2->popCallbackName, "popIt");
-        set(&col2->clientData, "(XtPointer)\"a;b\"");
+        Set(&col->dataType, "char");
+        Set(&col->columnName, "name");
+        Set(&col2->popCallbackName, "popIt");
+        Set(&col2->clientData, "(XtPointer)\"a;b\"");
         col2->group = 2;
         col2->order = 1;
         col2->dataSize = 4;
@@ -45,20 +45,20 @@ struct Sample {
         col2->computeId = 1;
         col2->computeColumn = 2;
         col2->columnId = 5;
-        set(&col2->dataType, "int");
-        set(&col2->columnName, "qty");
-        col2->options = makeList({"w : 3"});
+        Set(&col2->dataType, "int");
+        Set(&col2->columnName, "qty");
+        col2->options = MakeList({"w : 3"});
         arg->dataTypeId = 56;
         arg->dataSize = 4;
-        set(&arg->argName, "p_id");
-        set(&arg->dataType, "int");
-        set(&arg->initCode, "VlGetInputValue(\"id\")");
+        Set(&arg->argName, "p_id");
+        Set(&arg->dataType, "int");
+        Set(&arg->initCode, "VlGetInputValue(\"id\")");
     }
     ~Sample() { SpmDestroySPBind(&bind); }
 };
 
 // The calls of the sample's request.
-std::string calls() {
+std::string Calls() {
     return "\n\t/* Brennix Bind Name : bind3 */\n"
            "\tSgeSetCallDetail(pSgeWCD, NO_CACHE,\n\t\t(XtPointer)0x0,\n\t\tROW_INDEX, "
            "(XtPointer)0x0,\n\t\t(XtPointer)ik,\n\t\tNO_QUEUE_FILE);\n"
@@ -76,14 +76,14 @@ std::string calls() {
 
 TEST(Generator, WritesTheRequestWithTheUsersCodeWhenAsked) {
     Sample s;
-    const std::string call = workCall("25", "orders", "USE_IT");
-    EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 1)),
-              request("a = 1;\n", call, calls(), "ISQL", "b = 2;\n"));
-    EXPECT_EQ(take(getCallbackCode(s.bind, s.call, 0)), request("", call, calls(), "ISQL", ""));
+    const std::string call = WorkCall("25", "orders", "USE_IT");
+    EXPECT_EQ(Take(getCallbackCode(s.bind, s.call, 1)),
+              Request("a = 1;\n", call, Calls(), "ISQL", "b = 2;\n"));
+    EXPECT_EQ(Take(getCallbackCode(s.bind, s.call, 0)), Request("", call, Calls(), "ISQL", ""));
 }
 
-std::string generate(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
-    return take(getCallbackCode(bind, call, flag)).value_or("");
+std::string Generate(SpmSPBind *bind, SpmCallbackBind *call, int flag) {
+    return Take(getCallbackCode(bind, call, flag)).value_or("");
 }
 
 TEST(Generator, KindWordsAndDynamicSqlAndEmptyLists) {
@@ -94,12 +94,12 @@ TEST(Generator, KindWordsAndDynamicSqlAndEmptyLists) {
     s.call->options = SutNewList(); // empty: no list written
     s.bind->id = 1003;
     s.bind->dbVendor = 0;
-    std::string code = generate(s.bind, s.call, 0);
+    std::string code = Generate(s.bind, s.call, 0);
     EXPECT_NE(code.find("\t\t\"orders\", READ_EXEC);\n\n"), std::string::npos);
     EXPECT_NE(code.find("\n\tDoWorkProc(pSgeWCD, PROCESSBRSREQUEST_DSQL);\n\n"), std::string::npos);
     // A dynamic SQL request without fragments still says so.
     s.bind->id = 1;
-    EXPECT_NE(generate(s.bind, s.call, 0)
+    EXPECT_NE(Generate(s.bind, s.call, 0)
                   .find("(XtPointer)ik,\n\t\tNO_QUEUE_FILE);\n"
                         "\tSgeVaSetFrags(pSgeWCD,\n\t\tVULL);\n\tSgeSetColBind("),
               std::string::npos);

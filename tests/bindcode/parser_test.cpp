@@ -27,31 +27,31 @@ struct Found {
         binds = SwdExtractMapsFromCallbacks("Page1", "Form1", items);
         SutDeleteList(items);
     }
-    ~Found() { destroyBinds(binds); }
-    int size() const { return SutSizList(binds); }
-    SpmSPBind *bind(int i) const { return nth<SpmSPBind>(binds, i); }
-    SpmCallbackBind *call(int i) const { return nth<SpmCallbackBind>(bind(i)->callBinds, 0); }
+    ~Found() { DestroyBinds(binds); }
+    int Size() const { return SutSizList(binds); }
+    SpmSPBind *Bind(int i) const { return Nth<SpmSPBind>(binds, i); }
+    SpmCallbackBind *Call(int i) const { return Nth<SpmCallbackBind>(Bind(i)->callBinds, 0); }
 };
 
 TEST_F(Parser, TwoRequestsInOneBodyKeepTheirOrderAndCode) {
     std::string body =
         kCodeHead +
-        request("  x = 1;\n  y = 2;\n", workCall("25", "orders", "USE_IT"),
+        Request("  x = 1;\n  y = 2;\n", WorkCall("25", "orders", "USE_IT"),
                 "\n\t/* Brennix Bind Name : ordersBind */\n"
                 "\tSgeSetCallDetail(pSgeWCD, TO_CACHE,\n\t\t(XtPointer)ckey,\n\t\tNEXT_INDEX, "
                 "(XtPointer)0x0,\n\t\t(XtPointer)ikey,\n\t\tQUEUE_TO_FILE);\n",
                 "OSQL", "  done();\n") +
-        "\n" + request("", workCall("-1", "items", "NO_USE"), "", "DSQL", "") + "\n}";
+        "\n" + Request("", WorkCall("-1", "items", "NO_USE"), "", "DSQL", "") + "\n}";
     Found f(body);
-    ASSERT_EQ(f.size(), 2);
+    ASSERT_EQ(f.Size(), 2);
     EXPECT_EQ(
-        stored(f.bind(0)),
+        Stored(f.Bind(0)),
         "\"srv\" 0 \"db\" 0 \"orders\" 0 \"ordersBind\" 1 \"TO_CACHE\" \"ckey\" \"ikey\" none 1 "
         "none\ncall \"Form1\" \"Page1\" \"F\" 1 \"  x = 1;\n  y = 2;\" \"  done();\" "
         "\"USE_IT\" 25 0 \"NEXT_INDEX\" null \"QUEUE_TO_FILE\" none");
-    EXPECT_EQ(f.call(0)->isChanged, 1);
+    EXPECT_EQ(f.Call(0)->isChanged, 1);
     // The second has no bind-name comment: it keeps the first free bindN.
-    EXPECT_EQ(stored(f.bind(1)),
+    EXPECT_EQ(Stored(f.Bind(1)),
               "\"srv\" 0 \"db\" 0 \"items\" 0 \"bind1\" 1 \"NO_CACHE\" null null "
               "none 0 none\ncall \"Form1\" \"Page1\" \"F\" 1 null null \"NO_USE\" -1 "
               "1 \"ROW_INDEX\" null \"NO_QUEUE_FILE\" none");
@@ -59,11 +59,11 @@ TEST_F(Parser, TwoRequestsInOneBodyKeepTheirOrderAndCode) {
 
 TEST_F(Parser, BindsOfOneBodyMayShareANameUntilTheirCommentIsRead) {
     SpmAddSPBind()->altName = strdup("bind1");
-    std::string one = request("", workCall("1", "a", "NO_WP"), "", "DSQL", "");
+    std::string one = Request("", WorkCall("1", "a", "NO_WP"), "", "DSQL", "");
     Found f(kCodeHead + one + "\n" + one + "\n}");
-    ASSERT_EQ(f.size(), 2);
-    EXPECT_STREQ(f.bind(0)->altName, "bind2");
-    EXPECT_STREQ(f.bind(1)->altName, "bind2");
+    ASSERT_EQ(f.Size(), 2);
+    EXPECT_STREQ(f.Bind(0)->altName, "bind2");
+    EXPECT_STREQ(f.Bind(1)->altName, "bind2");
 }
 
 TEST_F(Parser, KindWordsAndVendorsFollowTheirTables) {
@@ -75,11 +75,11 @@ TEST_F(Parser, KindWordsAndVendorsFollowTheirTables) {
                  {"NULL_EXEC", "XSQL", 1005, 4, "NO_WP"},
                  {"NO_USE", "DSQL", 0, 0, "NO_USE"}};
     for (const Case &c : cases) {
-        Found f(kCodeHead + request("", workCall("3", "r", c.word), "", c.run, "") + "\n}");
-        ASSERT_EQ(f.size(), 1) << c.word;
-        EXPECT_EQ(f.bind(0)->id, c.id) << c.word;
-        EXPECT_EQ(f.bind(0)->dbVendor, c.vendor) << c.word;
-        EXPECT_STREQ(f.call(0)->useDialog, c.dialog) << c.word;
+        Found f(kCodeHead + Request("", WorkCall("3", "r", c.word), "", c.run, "") + "\n}");
+        ASSERT_EQ(f.Size(), 1) << c.word;
+        EXPECT_EQ(f.Bind(0)->id, c.id) << c.word;
+        EXPECT_EQ(f.Bind(0)->dbVendor, c.vendor) << c.word;
+        EXPECT_STREQ(f.Call(0)->useDialog, c.dialog) << c.word;
     }
 }
 
@@ -96,11 +96,11 @@ TEST_F(Parser, ColumnBindsWidgetsPopupsClientDataAndDetails) {
         "(XtPointer)0x0);\n"
         "\tSgeSetColDetail(pSgeWCD, 7, 8, 9,\n\t\t\"int\",\n\t\t\"qty\");\n"
         "\tSgeSetColBind(pSgeWCD, \"Page2|Entry3\", 3, 6, 8,\n\t\tplain,\n\t\tmyData);\n";
-    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
-    ASSERT_EQ(f.size(), 1);
+    Found f(kCodeHead + Request("", WorkCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    ASSERT_EQ(f.Size(), 1);
     // The second detail has only three numbers: the fixed default type 39 and
     // no computation; the third column has no detail line.
-    EXPECT_EQ(stored(f.bind(0)).substr(stored(f.bind(0)).find("\ncol")),
+    EXPECT_EQ(Stored(f.Bind(0)).substr(Stored(f.Bind(0)).find("\ncol")),
               "\ncol \"Entry1\" \"Page2\" 0 null 0 \"name\" 0 \"char\" 12 10 \"popUp\" "
               "\"(XtPointer)\"a;\\\"b\"\" 1 3 4 [\"width : 20\",\"a \"q\"\nb\",]"
               "\ncol null \"Page2\" 5 null 0 \"qty\" 0 \"int\" 39 4 null null 2 0 0 none"
@@ -114,8 +114,8 @@ TEST_F(Parser, ArgumentBindsOfBothFormsAndTheirOptions) {
         "\tSgeSetArgBnd2(pSgeWCD, 56, 4, \"p_id\", \"int\",\n\t\tVlGetInputValue(\"i;d\"));\n"
         "\tVlVaSetArgOptions(pSgeWCD, 1,\n\t\t\"null : ok\",\n\t\tVULL);\n"
         "\tSgeSetArgBind(pSgeWCD, 12, \"p_name\",\n\t\t\"\");\n";
-    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
-    EXPECT_EQ(stored(f.bind(0)).substr(stored(f.bind(0)).find("\narg")),
+    Found f(kCodeHead + Request("", WorkCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    EXPECT_EQ(Stored(f.Bind(0)).substr(Stored(f.Bind(0)).find("\narg")),
               "\narg \"p_id\" 1 \"int\" 56 4 \"VlGetInputValue(\"i;d\")\" [\"null : ok\",]"
               "\narg \"p_name\" 2 null 12 -1 \"\"\"\" none");
 }
@@ -125,24 +125,24 @@ TEST_F(Parser, FragmentsAndOptionListsAreUnescaped) {
                         "\"where x = 1\",\n\t\tVULL);\n"
                         "\tVlVaSetReqOptions(pSgeWCD,\n\t\t\"r : 1\",\n\t\tVULL);\n"
                         "\tVlVaSetCallOptions(pSgeWCD,\n\t\t\"c : \\\\2\",\n\t\tVULL);\n";
-    Found f(kCodeHead + request("", workCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
-    SpmSPBind *b = f.bind(0);
+    Found f(kCodeHead + Request("", WorkCall("0", "r", "NO_WP"), calls, "DSQL", "") + "\n}");
+    SpmSPBind *b = f.Bind(0);
     EXPECT_EQ(b->id, 1); // fragments make it a dynamic SQL request
-    EXPECT_EQ(items(b->sqlFrags), (Strings{"select \"a\"\nfrom t", "where x = 1"}));
-    EXPECT_EQ(items(b->options), Strings{"r : 1"});
-    EXPECT_EQ(items(f.call(0)->options), Strings{"c : \\\\2"});
+    EXPECT_EQ(Items(b->sqlFrags), (Strings{"select \"a\"\nfrom t", "where x = 1"}));
+    EXPECT_EQ(Items(b->options), Strings{"r : 1"});
+    EXPECT_EQ(Items(f.Call(0)->options), Strings{"c : \\\\2"});
 
     // A kind from the work call stays; an item without its closing quote is
     // dropped and ends the list.
     std::string open = "\tSgeVaSetFrags(pSgeWCD,\n\t\t\"one\",\n\t\t\"two";
-    Found g(kCodeHead + request("", workCall("0", "r", "READ_FILE"), open, "DSQL", "") + "\n}");
-    ASSERT_EQ(g.size(), 1);
-    EXPECT_EQ(g.bind(0)->id, 1002);
-    EXPECT_EQ(items(g.bind(0)->sqlFrags), Strings{"one"});
+    Found g(kCodeHead + Request("", WorkCall("0", "r", "READ_FILE"), open, "DSQL", "") + "\n}");
+    ASSERT_EQ(g.Size(), 1);
+    EXPECT_EQ(g.Bind(0)->id, 1002);
+    EXPECT_EQ(Items(g.Bind(0)->sqlFrags), Strings{"one"});
 }
 
 TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
-    std::string body = kCodeHead + request("", workCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
+    std::string body = kCodeHead + Request("", WorkCall("0", "r", "NO_WP"), "", "DSQL", "") + "\n}";
     EXPECT_EQ(SwdParseFormCode("P", "", body.c_str()), 0);
     EXPECT_EQ(SpmGetMapContext(), nullptr);
 
@@ -152,7 +152,7 @@ TEST_F(Parser, EntryPointsPutAppliedBindsIntoTheMap) {
     SpmMap *map = SpmGetMapContext();
     ASSERT_NE(map, nullptr);
     // The first landed in the map before the second was named.
-    EXPECT_EQ(bindsOf(map->spBinds), (Strings{"r/bind1 1 P|Form1|F", "r/bind2 1 P|Anch1|A"}));
+    EXPECT_EQ(BindsOf(map->spBinds), (Strings{"r/bind1 1 P|Form1|F", "r/bind2 1 P|Anch1|A"}));
 }
 
 } // namespace

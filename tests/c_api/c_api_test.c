@@ -18,7 +18,7 @@ static int failures = 0;
     } while (0)
 
 /* Compares an owned result with the expected text and releases it. */
-static int takeEq(char *s, const char *expected) {
+static int TakeEq(char *s, const char *expected) {
     int same = s && strcmp(s, expected) == 0;
     free(s);
     return same;
@@ -34,13 +34,13 @@ int main(void) {
 
     /* Foundation */
     CHECK(SutSizList(NULL) == -1);
-    CHECK(takeEq(VlStrMCat("a", "b", (char *)NULL), "ab"));
-    CHECK(takeEq(VlMakeOptionString("A", "1"), "A : 1"));
-    CHECK(takeEq(VlDosToUnix("a\r\n"), "a\n"));
-    CHECK(takeEq(VlShellQuote("a b"), "'a b'"));
-    CHECK(takeEq(WbMakeFormIdString("p.html", "f1", 0), "p.html<FORM>f1"));
+    CHECK(TakeEq(VlStrMCat("a", "b", (char *)NULL), "ab"));
+    CHECK(TakeEq(VlMakeOptionString("A", "1"), "A : 1"));
+    CHECK(TakeEq(VlDosToUnix("a\r\n"), "a\n"));
+    CHECK(TakeEq(VlShellQuote("a b"), "'a b'"));
+    CHECK(TakeEq(WbMakeFormIdString("p.html", "f1", 0), "p.html<FORM>f1"));
     CHECK(VlCatGets(10, 1, text) == text);
-    CHECK(takeEq(VlGetEnv(NULL), ""));
+    CHECK(TakeEq(VlGetEnv(NULL), ""));
     /* Project (no project is current) */
     CHECK(VlProjGetDefault() == NULL);
     CHECK(VlGetOptionsFromBuffer(NULL, &cursor) == NULL);
@@ -49,20 +49,20 @@ int main(void) {
     CHECK(VlCmdLineGetOption("Test.X") == NULL);
     CHECK(VlProjNeedToSaveAs() == 1);
     CHECK(VlProjMainGetDeclarations() == NULL);
-    CHECK(takeEq(VlProjGetExeSuffix(), ".exe"));
+    CHECK(TakeEq(VlProjGetExeSuffix(), ".exe"));
     CHECK(VlProjSetName(NULL) == 0);
     CHECK(VlProjWriteConfigFile() == 0);
     CHECK(VlProjBuild() == 0);
     CHECK(VlHtmlRefresh(NULL, NULL) == 1);
     /* Modules */
     CHECK(VlModuleChanged(NULL) == 0);
-    CHECK(takeEq(VlParseSection("a<b", "<", NULL, &cursor), "b"));
+    CHECK(TakeEq(VlParseSection("a<b", "<", NULL, &cursor), "b"));
     CHECK(VlModuleWrite(NULL, "x.c", 1) == 0);
     CHECK(VlModuleGetFuncByForm(NULL, NULL) == NULL);
     /* HTML documents */
     CHECK(VlHtmlSetName(doc, "a b.html") == 1 && strcmp(VlHtmlGetModName(doc), "a_b_html") == 0);
     CHECK(VlIsKeyWord("code|") == 1);
-    CHECK(takeEq(VlProcessNameValue("\"v\""), "v"));
+    CHECK(TakeEq(VlProcessNameValue("\"v\""), "v"));
     CHECK(VlMarkupHtmlDesignTimeForms(NULL, "x", stdout, 0) == 1);
     CHECK(VlGetFileModTime(NULL) == -1);
     /* Binding maps and binding code */

@@ -18,7 +18,7 @@ const std::string kProject =
 // What a complete run over the project of the fixture prints after its
 // "Applying Changes" line: the project has no main module yet, no page and
 // no module, so nothing can be installed.
-std::string completed(const std::string &missingConfig) {
+std::string Completed(const std::string &missingConfig) {
     return "Could not read file in VlMainModuleRead:shop.c\n" +
            (missingConfig == "-"
                 ? ""
@@ -30,21 +30,21 @@ std::string completed(const std::string &missingConfig) {
 class Driver : public testing::Test {
   protected:
     void SetUp() override {
-        w_.write("dist/config/Velmora.cfg", "Project.Call Read/Write Scripts : False\n"
+        w_.Write("dist/config/Velmora.cfg", "Project.Call Read/Write Scripts : False\n"
                                             "Makefile.$VL_SOURCE_SUFFIX : .c\n");
-        w_.write("dist/config/main.tem", "");
-        w_.write("dist/config/Makefile.tem", "");
-        w_.write("proj/shop.pj", kProject);
+        w_.Write("dist/config/main.tem", "");
+        w_.Write("dist/config/Makefile.tem", "");
+        w_.Write("proj/shop.pj", kProject);
     }
 
     // Runs vlnogui in the project directory, with VELMORA as E2eWorld::run
     // takes it. Every run starts from a project that was never written.
-    ProgramRun run(const std::vector<std::string> &args, const char *velmora = "dist") {
-        fs::remove(w_.path("proj/shop.c"));
-        return w_.run(args, "proj", false, {}, velmora);
+    ProgramRun Run(const std::vector<std::string> &args, const char *velmora = "dist") {
+        fs::remove(w_.Path("proj/shop.c"));
+        return w_.Run(args, "proj", false, {}, velmora);
     }
-    void expectRun(const std::vector<std::string> &args, const std::string &out, int status) {
-        ProgramRun r = run(args);
+    void ExpectRun(const std::vector<std::string> &args, const std::string &out, int status) {
+        ProgramRun r = Run(args);
         EXPECT_EQ(r.out, kBanner + out) << args.size();
         EXPECT_EQ(r.err, "");
         EXPECT_EQ(r.status, status);
@@ -55,67 +55,67 @@ class Driver : public testing::Test {
 
 TEST_F(Driver, FewerThanTwoArgumentsPrintTheUsageLine) {
     for (std::vector<std::string> args : {std::vector<std::string>{}, {"-pc"}})
-        expectRun(args, "Usage :vlnogui -p <full path to project> -c < full path to config file>\n",
+        ExpectRun(args, "Usage :vlnogui -p <full path to project> -c < full path to config file>\n",
                   1);
 }
 
 TEST_F(Driver, OptionLettersAndTheirValues) {
     // Grouped letters take their values in order; unknown letters are
     // reported without a newline and parsing goes on.
-    expectRun({"-x", "-cp", "cfg", "shop.pj"},
+    ExpectRun({"-x", "-cp", "cfg", "shop.pj"},
               "unknown command line option: xApplying Changes to shop.pj from cfg\n" +
-                  completed("cfg"),
+                  Completed("cfg"),
               0);
     // No path after "-c" (also past the end of a group): the empty path,
     // which is only a warning.
-    expectRun({"-p", "shop.pj", "-c"},
-              "-c requires another argumentApplying Changes to shop.pj from \n" + completed(""), 0);
+    ExpectRun({"-p", "shop.pj", "-c"},
+              "-c requires another argumentApplying Changes to shop.pj from \n" + Completed(""), 0);
     // The first argument is not an option: nothing is parsed at all.
-    expectRun({"shop.pj", "-p", "x"}, "No Project specified\n", 1);
-    expectRun({"-ppc", "shop.pj"},
+    ExpectRun({"shop.pj", "-p", "x"}, "No Project specified\n", 1);
+    ExpectRun({"-ppc", "shop.pj"},
               "-p requires another argument-c requires another argumentNo Project specified\n", 1);
 
     // A later value wins; arguments after the options are ignored.
-    w_.write("proj/b.cfg", "Test.HTML URL : /b\n");
-    expectRun({"-p", "first.pj", "-c", "a.cfg", "-p", "shop.pj", "-c", "b.cfg", "extra", "-p",
+    w_.Write("proj/b.cfg", "Test.HTML URL : /b\n");
+    ExpectRun({"-p", "first.pj", "-c", "a.cfg", "-p", "shop.pj", "-c", "b.cfg", "extra", "-p",
                "other.pj"},
-              "Applying Changes to shop.pj from b.cfg\n" + completed("-"), 0);
-    EXPECT_EQ(w_.read("proj/shop.pj"), kProject + "Test.HTML URL : /b\n");
+              "Applying Changes to shop.pj from b.cfg\n" + Completed("-"), 0);
+    EXPECT_EQ(w_.Read("proj/shop.pj"), kProject + "Test.HTML URL : /b\n");
 }
 
 TEST_F(Driver, ProjectFileAndEnvironmentChecksInTheirOrder) {
     // A missing project file (a directory is none) is reported before the
     // environment is consulted.
-    const std::string dir = w_.path("proj");
-    ProgramRun r = run({"-p", dir, "-c", "cfg"}, nullptr);
+    const std::string dir = w_.Path("proj");
+    ProgramRun r = Run({"-p", dir, "-c", "cfg"}, nullptr);
     EXPECT_EQ(r.out, kBanner + "Applying Changes to " + dir +
                          " from cfg\nCould not open project file " + dir + "\n");
     EXPECT_EQ(r.status, 1);
-    r = run({"-p", "shop.pj", "-c", "site.cfg"}, nullptr);
+    r = Run({"-p", "shop.pj", "-c", "site.cfg"}, nullptr);
     EXPECT_EQ(r.out, kBanner + "Applying Changes to shop.pj from site.cfg\n"
                                "VELMORA environment variable must be set to run Velmora\n");
     EXPECT_EQ(r.status, 1);
     // An empty value passes the check, but names no distribution: without
     // its keyword file the run would drop the functions of keyword anchors,
     // so it stops before it reads the project.
-    r = run({"-p", "shop.pj", "-c", "site.cfg"}, "");
+    r = Run({"-p", "shop.pj", "-c", "site.cfg"}, "");
     EXPECT_EQ(r.out, kBanner + "Applying Changes to shop.pj from site.cfg\n"
                                "Could not read the keyword file /config/VlKeyWds.ini: "
                                "No such file or directory\n");
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(w_.read("proj/shop.pj"), kProject);
+    EXPECT_EQ(w_.Read("proj/shop.pj"), kProject);
 }
 
 TEST_F(Driver, AProjectWithoutOptionsEndsTheRun) {
     // A file that is not a project file starts an empty project "noname",
     // which has no options; the file is left as it is.
-    w_.write("proj/shop.pj", "just text\n");
-    expectRun({"-p", "shop.pj", "-c", "x"},
+    w_.Write("proj/shop.pj", "just text\n");
+    ExpectRun({"-p", "shop.pj", "-c", "x"},
               "Applying Changes to shop.pj from x\n"
               "shop.pj is not a valid project file.\n"
               "Internal Error. could not read project options\n",
               1);
-    EXPECT_EQ(w_.read("proj/shop.pj"), "just text\n");
+    EXPECT_EQ(w_.Read("proj/shop.pj"), "just text\n");
 }
 
 } // namespace

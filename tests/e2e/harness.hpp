@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 // Every file and directory under dir: relative path to contents, "<dir>" for
 // a directory. Paths that begin with one of the skipped prefixes are left out.
-inline std::map<std::string, std::string> snapshot(const std::string &dir,
+inline std::map<std::string, std::string> Snapshot(const std::string &dir,
                                                    const std::vector<std::string> &skipped = {}) {
     std::map<std::string, std::string> files;
     for (const auto &entry : fs::recursive_directory_iterator(dir)) {
@@ -29,7 +29,7 @@ inline std::map<std::string, std::string> snapshot(const std::string &dir,
         for (const std::string &prefix : skipped)
             skip = skip || rel.compare(0, prefix.size(), prefix) == 0;
         if (skip) continue;
-        files[rel] = entry.is_directory() ? "<dir>" : readText(entry.path().string());
+        files[rel] = entry.is_directory() ? "<dir>" : ReadText(entry.path().string());
     }
     return files;
 }
@@ -42,48 +42,48 @@ class E2eWorld {
         "vlmake.sh",      "vledithtml.sh", "vlbrowser.sh"};
 
     E2eWorld() {
-        fs::create_directories(root_.file("dist/config"));
-        fs::create_directories(root_.file("home"));
-        fs::create_directories(root_.file("proj"));
-        root_.write("dist/config/VlKeyWds.ini", "");
+        fs::create_directories(root_.File("dist/config"));
+        fs::create_directories(root_.File("home"));
+        fs::create_directories(root_.File("proj"));
+        root_.Write("dist/config/VlKeyWds.ini", "");
         // Readable by all, so that a run without privileges sees the world.
-        fs::permissions(root_.path(), fs::perms::owner_all | fs::perms::group_read |
+        fs::permissions(root_.Path(), fs::perms::owner_all | fs::perms::group_read |
                                           fs::perms::group_exec | fs::perms::others_read |
                                           fs::perms::others_exec);
-        writeScripts(path("dist/bin"), kScripts);
+        WriteScripts(Path("dist/bin"), kScripts);
     }
 
-    std::string path(const std::string &name = "") const {
-        return name.empty() ? root_.path() : root_.file(name);
+    std::string Path(const std::string &name = "") const {
+        return name.empty() ? root_.Path() : root_.File(name);
     }
     // Writes a file of the distribution, the home or the project (the name
     // begins with "dist/", "home/" or "proj/").
-    void write(const std::string &name, const std::string &text) const { root_.write(name, text); }
-    std::string read(const std::string &name) const { return root_.read(name); }
+    void Write(const std::string &name, const std::string &text) const { root_.Write(name, text); }
+    std::string Read(const std::string &name) const { return root_.Read(name); }
 
     // Runs vlnogui with the test distribution, in the project directory
     // unless another directory of the world is named; unprivileged, as the
     // user nobody when the tests run as root; watched while it runs. VELMORA
     // names the world's directory velmora ("dist"), is empty for "" and
     // unset for null.
-    ProgramRun run(const std::vector<std::string> &args, const std::string &where = "proj",
+    ProgramRun Run(const std::vector<std::string> &args, const std::string &where = "proj",
                    bool unprivileged = false, const std::function<void(pid_t)> &whileRunning = {},
                    const char *velmora = "dist") const {
-        std::vector<std::string> env = {"PATH=" + path("dist/bin") + ":/usr/bin:/bin",
-                                        "HOME=" + path("home"),
-                                        "VL_SCRIPT_LOG=" + path("scripts.log")};
-        if (velmora) env.push_back("VELMORA=" + (*velmora ? path(velmora) : std::string()));
-        return runProgram(VLNOGUI_PATH, args, env, path(where), unprivileged, whileRunning);
+        std::vector<std::string> env = {"PATH=" + Path("dist/bin") + ":/usr/bin:/bin",
+                                        "HOME=" + Path("home"),
+                                        "VL_SCRIPT_LOG=" + Path("scripts.log")};
+        if (velmora) env.push_back("VELMORA=" + (*velmora ? Path(velmora) : std::string()));
+        return RunProgram(VLNOGUI_PATH, args, env, Path(where), unprivileged, whileRunning);
     }
 
     // The script calls logged so far; the log starts again empty.
-    std::string scripts() const {
-        std::string log = read("scripts.log");
-        fs::remove(path("scripts.log"));
+    std::string Scripts() const {
+        std::string log = Read("scripts.log");
+        fs::remove(Path("scripts.log"));
         return log;
     }
-    std::map<std::string, std::string> project(const std::vector<std::string> &skipped = {}) const {
-        return snapshot(path("proj"), skipped);
+    std::map<std::string, std::string> Project(const std::vector<std::string> &skipped = {}) const {
+        return Snapshot(Path("proj"), skipped);
     }
 
   private:
@@ -92,21 +92,21 @@ class E2eWorld {
 
 // The test distribution of the runs (the scripts are the world's own): its
 // global options give the test deployment.
-inline void distribution(const E2eWorld &w) {
-    w.write("dist/config/Velmora.cfg", "Makefile.$VL_SOURCE_SUFFIX : .c\n"
+inline void Distribution(const E2eWorld &w) {
+    w.Write("dist/config/Velmora.cfg", "Makefile.$VL_SOURCE_SUFFIX : .c\n"
                                        "Makefile.exeSuffix : .cgi\n"
                                        "Test.CGI URL : http://h/cgi-bin\n"
                                        "Test.CGI Path : /cgi\n"
                                        "Test.HTML URL : http://h/#proj\n"
                                        "Test.HTML Path : /www/#proj\n");
     using namespace MainRegions;
-    w.write("dist/config/main.tem", "/* main */\n" + IS + "junk\n" + IE + DS + DE +
+    w.Write("dist/config/main.tem", "/* main */\n" + IS + "junk\n" + IE + DS + DE +
                                         "int main()\n{\n" + InS + InE + RS + RE + FS + FE + "}\n");
-    w.write("dist/config/Makefile.tem",
+    w.Write("dist/config/Makefile.tem",
             "PROGRAM = $VL_EXECUTABLE\nOBJS = $VL_MAIN \\\n$VL_MODULES");
 }
 
-inline std::string progress(const std::string &project, const std::string &config,
+inline std::string Progress(const std::string &project, const std::string &config,
                             const std::string &beforeDone, const std::string &install) {
     return kBanner + "Applying Changes to " + project + " from " + config + "\n" + beforeDone +
            "Done Reading Project.\nDone Writing Project\n" + install + "Finished\n";
@@ -125,17 +125,17 @@ inline const char kPage[] =
 
 inline const std::string kShopModuleHead =
     kModuleHead + "#include <stdio.h>\nstatic char _Vl_HTML_Filename[] = \"shop.html\";\n";
-inline const std::string kOrder = moduleFunction("Forder", "\tint n = 0;\n", "", "\tn++;\n");
-inline const std::string kHome = moduleFunction("Ahome", "", "", "");
+inline const std::string kOrder = ModuleFunction("Forder", "\tint n = 0;\n", "", "\tn++;\n");
+inline const std::string kHome = ModuleFunction("Ahome", "", "", "");
 
-inline void pageProject(const E2eWorld &w, const std::string &options) {
-    w.write("proj/store.pj", kProjectHead +
+inline void PageProject(const E2eWorld &w, const std::string &options) {
+    w.Write("proj/store.pj", kProjectHead +
                                  "shop.c\nHTML Files :\nshop.html\n"
                                  "Project Options :\n" +
                                  options);
-    w.write("proj/shop.html", kPage);
+    w.Write("proj/shop.html", kPage);
     // Text between functions and extra lines in R_ are regenerated away.
-    w.write("proj/shop.c", kShopModuleHead + kOrder + "/* stray text */\n" + kHome +
+    w.Write("proj/shop.c", kShopModuleHead + kOrder + "/* stray text */\n" + kHome +
                                "void R_shop_html()\n{\n\tVlRegisterHtmlActivator(\"x\",Fx);\n"
                                "\n}/* Velmora End of Module */\n");
 }

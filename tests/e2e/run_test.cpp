@@ -21,7 +21,7 @@ const std::string &kHead = kProjectHead;
 // The main module of project name with one page module, shop.html's: the
 // template's text, the module's declaration and registration, and the setup
 // calls that the distribution's options give.
-std::string mainFile(const std::string &name) {
+std::string MainFile(const std::string &name) {
     return "/* main */\n" + IS + IE + DS + "extern void R_shop_html ();\n" + DE +
            "int main()\n{\n" + InS + InE + RS +
            "\tR_shop_html ();\n\tVlInitHeaders();\n\tVlRelocatableProject(0);\n"
@@ -35,14 +35,14 @@ std::string mainFile(const std::string &name) {
 
 TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
     E2eWorld w;
-    distribution(w);
-    pageProject(w, "Project.Name : store\n");
-    const std::string project = w.path("proj/store.pj");
-    ProgramRun r = w.run({"-p", project, "-c", w.path("none.cfg")});
-    EXPECT_EQ(r.out, progress(project, w.path("none.cfg"),
+    Distribution(w);
+    PageProject(w, "Project.Name : store\n");
+    const std::string project = w.Path("proj/store.pj");
+    ProgramRun r = w.Run({"-p", project, "-c", w.Path("none.cfg")});
+    EXPECT_EQ(r.out, Progress(project, w.Path("none.cfg"),
                               "Could not read file in VlMainModuleRead:store.c\n"
                               "Warning : Could not open configuration file " +
-                                  w.path("none.cfg") + "\n",
+                                  w.Path("none.cfg") + "\n",
                               ""));
     EXPECT_EQ(r.err, "");
     EXPECT_EQ(r.status, 0);
@@ -56,10 +56,10 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
         "</FORM>\n"
         "<A HREF=\"http://h/cgi-bin/store.cgi?FNC=home__Ashop_html\" >Home</A>\n"
         "</body></html>\n";
-    const std::string module = shopModule("#include <stdio.h>\n", kOrder + kHome);
+    const std::string module = ShopModule("#include <stdio.h>\n", kOrder + kHome);
     const std::string projectFile = kHead + "shop.c\nHTML Files :\nshop.html\n"
                                             "Project Options :\nProject.Name : store\n";
-    const std::string main = mainFile("store");
+    const std::string main = MainFile("store");
     const Files written = {{"store.pj", projectFile},
                            {"shop.c", module},
                            {"shop.html", page},
@@ -69,10 +69,10 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
                            {"store.mak", "PROGRAM = store.cgi\nOBJS = store.c \\\n\tshop.c\n"},
                            {"store.pj.lock", ""},
                            {"velmoraBackstore", "<dir>"}};
-    EXPECT_EQ(w.project(), written);
+    EXPECT_EQ(w.Project(), written);
     const std::string install = "vlinst.sh: [store.cgi] [shop.html] [/cgi] [http://h/store] "
                                 "[/www/store] [store.mak] [CGI] [ shop.html]\n";
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project +
+    EXPECT_EQ(w.Scripts(), "vlreadprj.sh: [" + project +
                                "]\n"
                                "vlreadhtml.sh: [shop.html]\n"
                                "vlreadmodule.sh: [shop.c]\n"
@@ -82,38 +82,38 @@ TEST(EndToEnd, PagesAndModulesWithScriptsAndASecondRunThatChangesNothing) {
                                install);
 
     // The engine's own output is a fixed point: only the backup changes.
-    r = w.run({"-p", project, "-c", w.path("none.cfg")});
+    r = w.Run({"-p", project, "-c", w.Path("none.cfg")});
     EXPECT_EQ(r.out,
-              progress(project, w.path("none.cfg"),
-                       "Warning : Could not open configuration file " + w.path("none.cfg") + "\n",
+              Progress(project, w.Path("none.cfg"),
+                       "Warning : Could not open configuration file " + w.Path("none.cfg") + "\n",
                        ""));
     EXPECT_EQ(r.status, 0);
     Files outsideBackup = written;
     outsideBackup.erase("velmoraBackstore");
-    EXPECT_EQ(w.project({"velmoraBack"}), outsideBackup);
-    EXPECT_EQ(w.read("proj/velmoraBackstore/store.c"), main);
+    EXPECT_EQ(w.Project({"velmoraBack"}), outsideBackup);
+    EXPECT_EQ(w.Read("proj/velmoraBackstore/store.c"), main);
 }
 
 TEST(EndToEnd, RelativePathsAreTakenFromWhereTheRunStarted) {
     E2eWorld w;
-    distribution(w);
-    w.write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
+    Distribution(w);
+    w.Write("proj/store.pj", kHead + "HTML Files :\nProject Options :\n"
                                      "Project.Call Read/Write Scripts : False\n");
-    w.write("site.cfg", "Test.CGI Path : /x\n");
-    ProgramRun r = w.run({"-p", "proj/store.pj", "-c", "site.cfg"}, "");
-    EXPECT_EQ(r.out, progress("proj/store.pj", "site.cfg",
+    w.Write("site.cfg", "Test.CGI Path : /x\n");
+    ProgramRun r = w.Run({"-p", "proj/store.pj", "-c", "site.cfg"}, "");
+    EXPECT_EQ(r.out, Progress("proj/store.pj", "site.cfg",
                               "Could not read file in VlMainModuleRead:store.c\n", kNoBinding));
     EXPECT_EQ(r.status, 0);
     // Written where it was read, not in a directory nested inside it.
-    EXPECT_FALSE(fs::exists(w.path("proj/proj")));
-    EXPECT_EQ(w.read("proj/store.pj"), kHead + "HTML Files :\nProject Options :\n"
+    EXPECT_FALSE(fs::exists(w.Path("proj/proj")));
+    EXPECT_EQ(w.Read("proj/store.pj"), kHead + "HTML Files :\nProject Options :\n"
                                                "Project.Call Read/Write Scripts : "
                                                "False\nTest.CGI Path : /x\n");
-    EXPECT_TRUE(fs::exists(w.path("proj/store.mak")));
+    EXPECT_TRUE(fs::exists(w.Path("proj/store.mak")));
 }
 
 // Every file found under dir whose own name is name.
-std::vector<std::string> filesNamed(const std::string &dir, const std::string &name) {
+std::vector<std::string> FilesNamed(const std::string &dir, const std::string &name) {
     std::vector<std::string> found;
     for (const auto &entry : fs::recursive_directory_iterator(dir))
         if (entry.path().filename() == name) found.push_back(entry.path().string());
@@ -127,31 +127,31 @@ std::vector<std::string> filesNamed(const std::string &dir, const std::string &n
 // and every script gets each name as one argument.
 TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
     E2eWorld w;
-    distribution(w);
+    Distribution(w);
     const std::string dir = "it's \"a\" dir $(touch canary)";
     const std::string name = "shop;touch canary;&touch canary&|touch canary|";
     const std::string page = "pg $(touch canary) `touch canary`.html";
     const std::string pageModule = "pg___touch_canary___touch_canary__html";
     const std::string module = "pg $(touch canary) `touch canary`.c"; // the page's module
-    w.write("proj/" + dir + "/" + name + ".pj",
+    w.Write("proj/" + dir + "/" + name + ".pj",
             kHead + module + "\nHTML Files :\n" + page +
                 "\nProject Options :\nProject.Call Read/Write Scripts : True\n");
-    w.write(
+    w.Write(
         "proj/" + dir + "/" + page,
         "<p>\n<FORM ACTION=\"x.cgi\" METHOD=\"post\">\n<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
         "VALUE=\"order__F" +
             pageModule + "\">\n</FORM>\n");
-    w.write("proj/" + dir + "/" + module,
+    w.Write("proj/" + dir + "/" + module,
             "/* Velmora Module File V1.0B */\n/* Velmora Start Of user Includes */\n"
             "static char _Vl_HTML_Filename[] = \"" +
                 page + "\";\n" + kOrder + "void R_" + pageModule +
                 "()\n{\n\n}/* Velmora End of Module */\n");
-    const std::string project = w.path("proj/" + dir + "/" + name + ".pj");
-    const std::string none = w.path("none.cfg");
-    ProgramRun r = w.run({"-p", project, "-c", none});
+    const std::string project = w.Path("proj/" + dir + "/" + name + ".pj");
+    const std::string none = w.Path("none.cfg");
+    ProgramRun r = w.Run({"-p", project, "-c", none});
     const std::string noConfig = "Warning : Could not open configuration file " + none + "\n";
     EXPECT_EQ(r.out,
-              progress(project, none,
+              Progress(project, none,
                        "Could not read file in VlMainModuleRead:" + name + ".c\n" + noConfig, ""));
     EXPECT_EQ(r.status, 0);
     const std::string calls = "vlreadhtml.sh: [" + page + "]\nvlreadmodule.sh: [" + module +
@@ -159,19 +159,19 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
                               "]\nvlwriteprj.sh: [" + name + ".pj]\nvlinst.sh: [" + name +
                               ".cgi] [" + page + "] [/cgi] [http://h/" + name + "] [/www/" + name +
                               "] [" + name + ".mak] [CGI] [ " + page + "]\n";
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
-    EXPECT_EQ(w.read("proj/" + dir + "/" + name + ".mak"),
+    EXPECT_EQ(w.Scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
+    EXPECT_EQ(w.Read("proj/" + dir + "/" + name + ".mak"),
               "PROGRAM = " + name + ".cgi\nOBJS = " + name + ".c \\\n\t" + module + "\n");
 
-    r = w.run({"-p", project, "-c", none});
-    EXPECT_EQ(r.out, progress(project, none, noConfig, ""));
+    r = w.Run({"-p", project, "-c", none});
+    EXPECT_EQ(r.out, Progress(project, none, noConfig, ""));
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
+    EXPECT_EQ(w.Scripts(), "vlreadprj.sh: [" + project + "]\n" + calls);
     for (const std::string &file : {name + ".pj", name + ".c", page, module})
-        EXPECT_EQ(w.read("proj/" + dir + "/velmoraBack" + name + "/" + file),
-                  w.read("proj/" + dir + "/" + file))
+        EXPECT_EQ(w.Read("proj/" + dir + "/velmoraBack" + name + "/" + file),
+                  w.Read("proj/" + dir + "/" + file))
             << file;
-    EXPECT_EQ(filesNamed(w.path(), "canary"), std::vector<std::string>{});
+    EXPECT_EQ(FilesNamed(w.Path(), "canary"), std::vector<std::string>{});
 }
 
 // Each section is read from its first marker on, wherever the others stand:
@@ -179,25 +179,25 @@ TEST(EndToEnd, HostileNamesRunNoCommandAndArriveWhole) {
 // were.
 TEST(EndToEnd, ProjectFileSectionsRepeated) {
     E2eWorld w;
-    distribution(w);
+    Distribution(w);
     const std::string repeated = kHead + "HTML Files :\na.html\nProject Options :\n"
                                          "Project.Call Read/Write Scripts : False\n"
                                          "HTML Files :\nb.html\nProject Options :\nTest.Y : 2\n";
-    w.write("proj/r.pj", repeated);
-    w.write("proj/a.html", "<p>a</p>\n");
-    w.write("proj/b.html", "<p>b</p>\n");
-    ProgramRun r = w.run({"-p", "r.pj"});
-    EXPECT_EQ(r.out, progress("r.pj", "",
+    w.Write("proj/r.pj", repeated);
+    w.Write("proj/a.html", "<p>a</p>\n");
+    w.Write("proj/b.html", "<p>b</p>\n");
+    ProgramRun r = w.Run({"-p", "r.pj"});
+    EXPECT_EQ(r.out, Progress("r.pj", "",
                               "Could not read file in VlMainModuleRead:r.c\n"
                               "Warning : Could not open configuration file \n",
                               kNoBinding));
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(w.read("proj/r.pj"), repeated);
-    EXPECT_EQ(w.project({"r.", "velmoraBack"}), (Files{{"a.html", "<p>a</p>\n"},
+    EXPECT_EQ(w.Read("proj/r.pj"), repeated);
+    EXPECT_EQ(w.Project({"r.", "velmoraBack"}), (Files{{"a.html", "<p>a</p>\n"},
                                                        {"b.html", "<p>b</p>\n"},
                                                        {"in_use", "<dir>"},
                                                        {"in_use/a.html.vlm", "<p>a</p>\n"}}));
-    EXPECT_EQ(w.scripts(), "vlreadprj.sh: [r.pj]\n");
+    EXPECT_EQ(w.Scripts(), "vlreadprj.sh: [r.pj]\n");
 }
 
 // Control characters, bytes above 127 and invalid UTF-8 pass through a run
@@ -206,25 +206,25 @@ TEST(EndToEnd, ProjectFileSectionsRepeated) {
 // is refused by name and offset, and nothing is written.
 TEST(EndToEnd, BinaryBytesAreKeptAndNulBytesRefused) {
     E2eWorld w;
-    distribution(w);
+    Distribution(w);
     const std::string page = "<p>\xff\xfe\x01\x80\x7f caf\xc3\xa9\n"
                              "<A HREF=\"\xe9\x1b.html\">\x02</A>\n";
-    w.write("proj/b.pj", kHead + "HTML Files :\nb.html\nProject Options :\n"
+    w.Write("proj/b.pj", kHead + "HTML Files :\nb.html\nProject Options :\n"
                                  "Project.Call Read/Write Scripts : False\n");
-    w.write("proj/b.html", page);
-    w.write("bin.cfg", std::string("Test.Z : \x01\xff\xc0\n", 13));
-    ProgramRun r = w.run({"-p", "b.pj", "-c", w.path("bin.cfg")});
+    w.Write("proj/b.html", page);
+    w.Write("bin.cfg", std::string("Test.Z : \x01\xff\xc0\n", 13));
+    ProgramRun r = w.Run({"-p", "b.pj", "-c", w.Path("bin.cfg")});
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.out, progress("b.pj", w.path("bin.cfg"),
+    EXPECT_EQ(r.out, Progress("b.pj", w.Path("bin.cfg"),
                               "Could not read file in VlMainModuleRead:b.c\n", kNoBinding));
-    EXPECT_EQ(w.read("proj/b.html"), page);
-    EXPECT_EQ(w.read("proj/in_use/b.html.vlm"), page);
-    EXPECT_EQ(w.read("proj/b.pj"), kHead + "HTML Files :\nb.html\nProject Options :\n"
+    EXPECT_EQ(w.Read("proj/b.html"), page);
+    EXPECT_EQ(w.Read("proj/in_use/b.html.vlm"), page);
+    EXPECT_EQ(w.Read("proj/b.pj"), kHead + "HTML Files :\nb.html\nProject Options :\n"
                                            "Project.Call Read/Write Scripts : False\n"
                                            "Test.Z : \x01\xff\xc0\n");
 
-    pageProject(w, "Project.Call Read/Write Scripts : False\n");
-    ASSERT_EQ(w.run({"-p", "store.pj"}).status, 0);
+    PageProject(w, "Project.Call Read/Write Scripts : False\n");
+    ASSERT_EQ(w.Run({"-p", "store.pj"}).status, 0);
     const std::string nothing = "Nothing was written: the project could not be read whole.\n";
     const std::string nul(1, '\0');
     const std::pair<std::string, std::string> cases[] = {
@@ -233,19 +233,19 @@ TEST(EndToEnd, BinaryBytesAreKeptAndNulBytesRefused) {
         {"store.c", "Could not read file in VlMainModuleRead:store.c\n" + nothing},
         {"store.pj", nothing},
         {"nul.cfg", "Could not open configuration file nul.cfg\n"}};
-    w.write("proj/nul.cfg", "Test.X : a\nTest.Y : b\n");
+    w.Write("proj/nul.cfg", "Test.X : a\nTest.Y : b\n");
     for (const auto &[file, after] : cases) {
         SCOPED_TRACE(file);
-        const std::string text = w.read("proj/" + file);
-        w.write("proj/" + file, text.substr(0, 12) + nul + text.substr(12));
-        const Files before = w.project();
-        r = w.run({"-p", "store.pj", "-c", "nul.cfg"});
-        const std::string named = file == "nul.cfg" ? w.path("proj/nul.cfg") : file;
+        const std::string text = w.Read("proj/" + file);
+        w.Write("proj/" + file, text.substr(0, 12) + nul + text.substr(12));
+        const Files before = w.Project();
+        r = w.Run({"-p", "store.pj", "-c", "nul.cfg"});
+        const std::string named = file == "nul.cfg" ? w.Path("proj/nul.cfg") : file;
         EXPECT_EQ(r.out, kBanner + "Applying Changes to store.pj from nul.cfg\n" + named +
                              " holds a NUL byte at offset 12: it is not read\n" + after);
         EXPECT_EQ(r.status, 1);
-        EXPECT_EQ(w.project(), before);
-        w.write("proj/" + file, text);
+        EXPECT_EQ(w.Project(), before);
+        w.Write("proj/" + file, text);
     }
 }
 

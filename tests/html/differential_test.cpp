@@ -16,7 +16,7 @@ TEST(ScannerDifferential, CommittedCorporaScanAndMarkAsTheReferenceDoes) {
         for (const auto &entry :
              fs::recursive_directory_iterator(VELMORA_SOURCE_DIR "/fuzz/corpus")) {
             if (!entry.is_regular_file()) continue;
-            EXPECT_EQ(vlref::DiffPage(readText(entry.path().string())), "") << entry.path();
+            EXPECT_EQ(vlref::DiffPage(ReadText(entry.path().string())), "") << entry.path();
             compared++;
         }
     }

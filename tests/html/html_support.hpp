@@ -20,41 +20,41 @@ struct DocDeleter {
 };
 using DocPtr = std::unique_ptr<VlHtmlDoc, DocDeleter>;
 
-inline DocPtr scan(const std::string &text) {
+inline DocPtr Scan(const std::string &text) {
     return DocPtr(VlReadHtmlDesignTime(text.c_str()));
 }
 
-inline VlHtmlForm *formAt(VlHtmlDoc *doc, int i) {
-    return nth<VlHtmlForm>(doc->forms, i);
+inline VlHtmlForm *FormAt(VlHtmlDoc *doc, int i) {
+    return Nth<VlHtmlForm>(doc->forms, i);
 }
-inline VlHtmlAnch *anchAt(VlHtmlDoc *doc, int i) {
-    return nth<VlHtmlAnch>(doc->anchors, i);
+inline VlHtmlAnch *AnchAt(VlHtmlDoc *doc, int i) {
+    return Nth<VlHtmlAnch>(doc->anchors, i);
 }
-inline VlHtmlSite *siteAt(VlHtmlDoc *doc, int i) {
-    return nth<VlHtmlSite>(doc->sites, i);
+inline VlHtmlSite *SiteAt(VlHtmlDoc *doc, int i) {
+    return Nth<VlHtmlSite>(doc->sites, i);
 }
 
 // The forms as "fullName|action|method", the anchors as "fullName|url", the
 // sites by name and a form's elements as "name/type".
-inline Strings formsOf(VlHtmlDoc *doc) {
-    return each<VlHtmlForm>(doc->forms, [](VlHtmlForm *f) {
-        return str(f->fullName) + "|" + str(f->action) + "|" + str(f->method);
+inline Strings FormsOf(VlHtmlDoc *doc) {
+    return Each<VlHtmlForm>(doc->forms, [](VlHtmlForm *f) {
+        return Str(f->fullName) + "|" + Str(f->action) + "|" + Str(f->method);
     });
 }
-inline Strings anchorsOf(VlHtmlDoc *doc) {
-    return each<VlHtmlAnch>(doc->anchors,
-                            [](VlHtmlAnch *a) { return str(a->fullName) + "|" + str(a->url); });
+inline Strings AnchorsOf(VlHtmlDoc *doc) {
+    return Each<VlHtmlAnch>(doc->anchors,
+                            [](VlHtmlAnch *a) { return Str(a->fullName) + "|" + Str(a->url); });
 }
-inline Strings sitesOf(VlHtmlDoc *doc) {
-    return each<VlHtmlSite>(doc->sites, [](VlHtmlSite *s) { return str(s->name); });
+inline Strings SitesOf(VlHtmlDoc *doc) {
+    return Each<VlHtmlSite>(doc->sites, [](VlHtmlSite *s) { return Str(s->name); });
 }
-inline Strings elementsOf(VlHtmlForm *form) {
-    return each<VlHtmlFormElement>(
-        form->elements, [](VlHtmlFormElement *e) { return str(e->name) + "/" + str(e->type); });
+inline Strings ElementsOf(VlHtmlForm *form) {
+    return Each<VlHtmlFormElement>(
+        form->elements, [](VlHtmlFormElement *e) { return Str(e->name) + "/" + Str(e->type); });
 }
 
 // The change flags of a page: changed, forms, anchors and sites, as "1100".
-inline std::string flagsOf(const VlHtmlDoc *doc) {
+inline std::string FlagsOf(const VlHtmlDoc *doc) {
     return std::to_string(doc->changed) + std::to_string(doc->formsChanged) +
            std::to_string(doc->anchorsChanged) + std::to_string(doc->sitesChanged);
 }
@@ -64,7 +64,7 @@ struct Marked {
     int result;
     std::string text;
 };
-inline Marked mark(VlHtmlDoc *doc, const std::string &text, int pass) {
+inline Marked Mark(VlHtmlDoc *doc, const std::string &text, int pass) {
     char *buffer = nullptr;
     size_t size = 0;
     FILE *out = open_memstream(&buffer, &size);
@@ -80,24 +80,24 @@ inline Marked mark(VlHtmlDoc *doc, const std::string &text, int pass) {
 // (without VELMORA the keyword list is emptied).
 class KeywordsLoaded {
   public:
-    explicit KeywordsLoaded(const std::string &lines) { read(lines); }
+    explicit KeywordsLoaded(const std::string &lines) { Read(lines); }
     // Reads the keyword file again, with these lines or (nullopt) without
     // the file, and returns what the reader answers.
-    int read(const std::optional<std::string> &lines) {
+    int Read(const std::optional<std::string> &lines) {
         if (lines)
-            dist_.write("config/VlKeyWds.ini", *lines);
+            dist_.Write("config/VlKeyWds.ini", *lines);
         else
-            fs::remove(dist_.file("config/VlKeyWds.ini"));
+            fs::remove(dist_.File("config/VlKeyWds.ini"));
         return VlReadKeyWords();
     }
     ~KeywordsLoaded() {
-        velmora_.set(nullptr);
+        velmora_.Set(nullptr);
         VlReadKeyWords();
     }
 
   private:
     TempDir dist_;
-    ScopedEnv velmora_{"VELMORA", dist_.path().c_str()};
+    ScopedEnv velmora_{"VELMORA", dist_.Path().c_str()};
 };
 
 #endif

@@ -11,43 +11,43 @@ struct AnchDeleter {
 using AnchPtr = std::unique_ptr<VlHtmlAnch, AnchDeleter>;
 
 // The anchor recognised at the first blank of text, as "fullName|url|attr".
-std::string keywordAt(const std::string &text, size_t position) {
+std::string KeywordAt(const std::string &text, size_t position) {
     AnchPtr a(VlProcessKeyWords(text.c_str(), text.c_str() + position));
     if (!a) return "none";
     EXPECT_EQ(a->isKeyword, 1);
-    return str(a->fullName) + "|" + str(a->url) + "|" + str(a->urlAttr);
+    return Str(a->fullName) + "|" + Str(a->url) + "|" + Str(a->urlAttr);
 }
 
 TEST(KeywordAttributes, RecognisedByKind) {
     KeywordsLoaded keys("src2\nSRC\ncode|\nsr\n");
-    EXPECT_EQ(keywordAt("x SRC = \"prog?FNC=pic__Ashop_html\"", 1), "pic__Ashop_html|prog|SRC");
-    EXPECT_EQ(keywordAt("x src=\"a\"", 1), "<null>|a|SRC");
+    EXPECT_EQ(KeywordAt("x SRC = \"prog?FNC=pic__Ashop_html\"", 1), "pic__Ashop_html|prog|SRC");
+    EXPECT_EQ(KeywordAt("x src=\"a\"", 1), "<null>|a|SRC");
     // An all-lower-case keyword takes single quotes only.
-    EXPECT_EQ(keywordAt("x src2=\"a\"", 1), "none");
-    EXPECT_EQ(keywordAt("x src2='a'", 1), "<null>|a|src2");
+    EXPECT_EQ(KeywordAt("x src2=\"a\"", 1), "none");
+    EXPECT_EQ(KeywordAt("x src2='a'", 1), "<null>|a|src2");
     // A bar keyword: blank, no "=", double quotes.
-    EXPECT_EQ(keywordAt("x code  \"u?FNC=c__Ap\"", 1), "c__Ap|u|code ");
-    EXPECT_EQ(keywordAt("x code=\"u\"", 1), "none");
-    EXPECT_EQ(keywordAt("x SRC=\"a b\"", 1), "none");
-    EXPECT_EQ(keywordAt("x SRC \"a\"", 1), "none");
+    EXPECT_EQ(KeywordAt("x code  \"u?FNC=c__Ap\"", 1), "c__Ap|u|code ");
+    EXPECT_EQ(KeywordAt("x code=\"u\"", 1), "none");
+    EXPECT_EQ(KeywordAt("x SRC=\"a b\"", 1), "none");
+    EXPECT_EQ(KeywordAt("x SRC \"a\"", 1), "none");
     // The first keyword in file order wins: SRC before sr, which then needs
     // double quotes.
-    EXPECT_EQ(keywordAt("x src='a'", 1), "none");
-    EXPECT_EQ(keywordAt("x sr='a'", 1), "<null>|a|sr");
+    EXPECT_EQ(KeywordAt("x src='a'", 1), "none");
+    EXPECT_EQ(KeywordAt("x sr='a'", 1), "<null>|a|sr");
 }
 
 TEST(KeywordAttributes, HrefAndActionBelongToAnchorsAndForms) {
     KeywordsLoaded keys("HREF\nACTION\n");
-    EXPECT_EQ(keywordAt("<A HREF=\"x\">t</A>", 2), "none");
-    EXPECT_EQ(keywordAt("<P HREF=\"x\">t</P>", 2), "<null>|x|HREF");
-    EXPECT_EQ(keywordAt("<FORM ACTION=\"x\">t</FORM>", 5), "none");
-    EXPECT_EQ(keywordAt("</FORM> <P ACTION=\"x\">", 10), "<null>|x|ACTION");
+    EXPECT_EQ(KeywordAt("<A HREF=\"x\">t</A>", 2), "none");
+    EXPECT_EQ(KeywordAt("<P HREF=\"x\">t</P>", 2), "<null>|x|HREF");
+    EXPECT_EQ(KeywordAt("<FORM ACTION=\"x\">t</FORM>", 5), "none");
+    EXPECT_EQ(KeywordAt("</FORM> <P ACTION=\"x\">", 10), "<null>|x|ACTION");
 }
 
 TEST(KeywordAttributes, NothingWithoutKeywords) {
     EXPECT_EQ(VlAnyKeys(), 0);
-    EXPECT_EQ(keywordAt("x SRC=\"a\"", 1), "none");
-    DocPtr doc = scan(" <IMG SRC=\"a\">");
+    EXPECT_EQ(KeywordAt("x SRC=\"a\"", 1), "none");
+    DocPtr doc = Scan(" <IMG SRC=\"a\">");
     EXPECT_EQ(doc->anchors, nullptr);
 }
 

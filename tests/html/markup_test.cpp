@@ -17,8 +17,8 @@ class Markup : public testing::Test {
     void TearDown() override { VlHtmlResetProjName(); }
 
     // Scans text as the page shop.html.
-    DocPtr page(const std::string &text) {
-        DocPtr doc = scan(text);
+    DocPtr Page(const std::string &text) {
+        DocPtr doc = Scan(text);
         VlHtmlSetName(doc.get(), "shop.html");
         return doc;
     }
@@ -27,19 +27,19 @@ class Markup : public testing::Test {
 TEST_F(Markup, NamedFormGetsActionMethodAndHiddenInput) {
     const std::string text =
         "x <FORM ACTION=\"old\" METHOD=\"get\">\n<INPUT NAME=\"q\">\n</FORM> y";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(VlHtmlNameFormByPos(doc.get(), 0, "order"), 0);
     const std::string once =
         "x <FORM ACTION=\"http://h/cgi-bin/app\" METHOD=\"post\" >\n"
         "<INPUT NAME=\"q\">\n"
         "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"order__Fshop_html\"> "
         "</FORM> y";
-    Marked m = mark(doc.get(), text, 0);
+    Marked m = Mark(doc.get(), text, 0);
     EXPECT_EQ(m.result, 0);
     EXPECT_EQ(m.text, once);
 
-    EXPECT_EQ(mark(doc.get(), once, 0).text, once); // a fixed point from the second marking
-    EXPECT_EQ(mark(doc.get(), text, 7).text, text); // an unknown pass copies the text
+    EXPECT_EQ(Mark(doc.get(), once, 0).text, once); // a fixed point from the second marking
+    EXPECT_EQ(Mark(doc.get(), text, 7).text, text); // an unknown pass copies the text
 }
 
 TEST_F(Markup, MethodInsertedWhenTheTagHasNone) {
@@ -57,29 +57,29 @@ TEST_F(Markup, MethodInsertedWhenTheTagHasNone) {
          " <FORM NAME=\"n\"  METHOD=\"post\" >c"},
     };
     for (const auto &[text, firstTag, laterTag] : tags) {
-        DocPtr doc = page(text);
+        DocPtr doc = Page(text);
         VlHtmlNameFormByPos(doc.get(), 0, "f");
         const std::string end = hidden + (text[2] == 'f' ? "</form>" : "</FORM>");
-        const std::string once = mark(doc.get(), text, 0).text;
+        const std::string once = Mark(doc.get(), text, 0).text;
         EXPECT_EQ(once, firstTag + end);
-        EXPECT_EQ(mark(doc.get(), once, 0).text, laterTag + end);
-        EXPECT_EQ(mark(doc.get(), laterTag + end, 0).text, laterTag + end);
+        EXPECT_EQ(Mark(doc.get(), once, 0).text, laterTag + end);
+        EXPECT_EQ(Mark(doc.get(), laterTag + end, 0).text, laterTag + end);
     }
     // A record without a method gets no METHOD at all.
-    DocPtr noMethod = page(" <FORM>a</FORM>");
-    formAt(noMethod.get(), 0)->fullName = strdup("f__Fshop_html");
-    EXPECT_EQ(mark(noMethod.get(), " <FORM>a</FORM>", 0).text, " <FORM>a" + hidden + "</FORM>");
+    DocPtr noMethod = Page(" <FORM>a</FORM>");
+    FormAt(noMethod.get(), 0)->fullName = strdup("f__Fshop_html");
+    EXPECT_EQ(Mark(noMethod.get(), " <FORM>a</FORM>", 0).text, " <FORM>a" + hidden + "</FORM>");
 }
 
 TEST_F(Markup, FormsWithoutNameOrEndStayAsTheyAre) {
     const std::string text = " <FORM ACTION=\"a\">1</FORM> <FORM ACTION=\"b\">2</FORM> <FORM x>";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->forms), 2);
-    EXPECT_EQ(mark(doc.get(), text, 0).text, text);
+    EXPECT_EQ(Mark(doc.get(), text, 0).text, text);
 
     // The second record is named: the first FORM tag keeps its bytes.
     VlHtmlNameFormByPos(doc.get(), 1, "two");
-    EXPECT_EQ(mark(doc.get(), text, 0).text,
+    EXPECT_EQ(Mark(doc.get(), text, 0).text,
               " <FORM ACTION=\"a\">1</FORM> <FORM ACTION=\"http://h/cgi-bin/app\"  "
               "METHOD=\"post\" >2<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" "
               "VALUE=\"two__Fshop_html\"> </FORM> <FORM x>");
@@ -89,10 +89,10 @@ TEST_F(Markup, ExistingHiddenInputGetsOnlyItsValue) {
     const std::string text = " <FORM METHOD=\"post\">"
                              "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"old__Fshop_html\">"
                              "ACTION  =  \"x\"   z</FORM>";
-    DocPtr doc = page(text);
-    EXPECT_EQ(str(formAt(doc.get(), 0)->fullName), "old__Fshop_html");
+    DocPtr doc = Page(text);
+    EXPECT_EQ(Str(FormAt(doc.get(), 0)->fullName), "old__Fshop_html");
     VlHtmlNameFormByPos(doc.get(), 0, "new");
-    EXPECT_EQ(mark(doc.get(), text, 0).text,
+    EXPECT_EQ(Mark(doc.get(), text, 0).text,
               " <FORM METHOD=\"post\" >"
               "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"new__Fshop_html\">"
               "ACTION=\"http://h/cgi-bin/app\" z</FORM>");
@@ -101,26 +101,26 @@ TEST_F(Markup, ExistingHiddenInputGetsOnlyItsValue) {
 TEST_F(Markup, AnchorHrefRewritten) {
     const std::string text = " <A NAME=\"top\">t</A> <A HREF=\"x\"  TARGET=\"t\">go</A>"
                              " <a href='single'>s</a> <A HREF=\"y\">u</A>";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->anchors), 2);
     VlHtmlNameAnchByPos(doc.get(), 0, "go");
     const std::string once =
         " <A NAME=\"top\">t</A> "
         "<A HREF=\"http://h/cgi-bin/app?FNC=go__Ashop_html\" TARGET=\"t\">go</A>"
         " <a href='single'>s</a> <A HREF=\"y\">u</A>";
-    EXPECT_EQ(mark(doc.get(), text, 1).text, once);
-    EXPECT_EQ(mark(doc.get(), once, 1).text, once);
+    EXPECT_EQ(Mark(doc.get(), text, 1).text, once);
+    EXPECT_EQ(Mark(doc.get(), once, 1).text, once);
 }
 
 TEST_F(Markup, AnchorWithoutEndIsReadAsNothingAndCopied) {
     // The temporary anchor of a tag without "/A>" gets neither name nor URL, so
     // the tag is passed over before its end is looked for again.
     const std::string text = " <A HREF=\"a\">1</A> <A HREF=\"b\">no end";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->anchors), 1);
     SutAddList(doc->anchors, VlHtmlAnchNew());
     VlHtmlGenAnchNames(doc.get());
-    Marked m = mark(doc.get(), text, 1);
+    Marked m = Mark(doc.get(), text, 1);
     EXPECT_EQ(m.result, 0);
     EXPECT_EQ(m.text, " <A HREF=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" >1</A>"
                       " <A HREF=\"b\">no end");
@@ -129,11 +129,11 @@ TEST_F(Markup, AnchorWithoutEndIsReadAsNothingAndCopied) {
 TEST_F(Markup, AnchorPassSkipsKeywordRecordsAndStopsWhenRecordsRunOut) {
     KeywordsLoaded keys("SRC\n");
     const std::string text = " <IMG SRC=\"i\"> <A HREF=\"a\">1</A> <A HREF=\"b\">2</A>";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->anchors), 3);
     VlHtmlNameAnchByPos(doc.get(), 1, "one");
     // The keyword record is skipped: the first A tag goes with the second record.
-    EXPECT_EQ(mark(doc.get(), text, 1).text,
+    EXPECT_EQ(Mark(doc.get(), text, 1).text,
               " <IMG SRC=\"i\"> <A HREF=\"http://h/cgi-bin/app?FNC=one__Ashop_html\" >1</A>"
               " <A HREF=\"b\">2</A>");
 }
@@ -141,27 +141,27 @@ TEST_F(Markup, AnchorPassSkipsKeywordRecordsAndStopsWhenRecordsRunOut) {
 TEST_F(Markup, KeywordAttributesRewrittenByTheirKind) {
     KeywordsLoaded keys("SRC\nlow\ncode|\n");
     const std::string text = " <IMG SRC = \"a.gif\" ALT=\"x\"> <P low='b'> <X code  \"c\">";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->anchors), 3);
-    EXPECT_EQ(mark(doc.get(), text, 2).text, text);
+    EXPECT_EQ(Mark(doc.get(), text, 2).text, text);
     VlHtmlGenAnchNames(doc.get());
     const std::string once = " <IMG SRC=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" ALT=\"x\">"
                              " <P low='http://h/cgi-bin/app?FNC=anch1__Ashop_html'>"
                              " <X code \"http://h/cgi-bin/app?FNC=anch2__Ashop_html\">";
-    EXPECT_EQ(mark(doc.get(), text, 2).text, once);
-    EXPECT_EQ(mark(doc.get(), once, 2).text, once);
+    EXPECT_EQ(Mark(doc.get(), text, 2).text, once);
+    EXPECT_EQ(Mark(doc.get(), once, 2).text, once);
 }
 
 TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
     const std::string text = "x##Vl_a## ##Vl_b c## ##Vl_b## ##Vl_c## end";
-    DocPtr doc = page(text);
+    DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->sites), 3);
     VlHtmlSiteDelete(static_cast<VlHtmlSite *>(SutRemoveNList(doc->sites, 2)));
-    set(&siteAt(doc.get(), 0)->name, "s1");
-    set(&siteAt(doc.get(), 1)->name, "s2");
+    Set(&SiteAt(doc.get(), 0)->name, "s1");
+    Set(&SiteAt(doc.get(), 1)->name, "s2");
     // A third mark without a record loses its name and one "#".
-    EXPECT_EQ(mark(doc.get(), text, -1).text, "x##Vl_s1## ##Vl_b c## ##Vl_s2## ##Vl_# end");
-    EXPECT_EQ(mark(doc.get(), " <FORM>##Vl_q##</FORM>", -1).text, " <FORM>##Vl_s1##</FORM>");
+    EXPECT_EQ(Mark(doc.get(), text, -1).text, "x##Vl_s1## ##Vl_b c## ##Vl_s2## ##Vl_# end");
+    EXPECT_EQ(Mark(doc.get(), " <FORM>##Vl_q##</FORM>", -1).text, " <FORM>##Vl_s1##</FORM>");
 }
 
 } // namespace

@@ -17,7 +17,7 @@ class Page : public testing::Test {
         VlCmdLineClearOptions();
         VlHtmlResetProjName();
     }
-    static void setModTime(const std::string &file, time_t when) {
+    static void SetModTime(const std::string &file, time_t when) {
         struct utimbuf times = {when, when};
         utime(file.c_str(), &times);
     }
@@ -28,29 +28,29 @@ const std::string kPage = "<HTML>\n <FORM ACTION=\"order.cgi\">\n<INPUT NAME=\"q
                           " <A HREF=\"next.html\">next</A> <IMG SRC=\"pic.gif\">\n</HTML>\n";
 
 TEST_F(Page, ReadingLeavesAnExactWorkingCopyAndSavingCopiesItBack) {
-    work_.write("shop.html", kPage);
-    setModTime("shop.html", 1000000000);
+    work_.Write("shop.html", kPage);
+    SetModTime("shop.html", 1000000000);
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
-    EXPECT_EQ(work_.read("in_use/shop.html.vlm"), kPage);
+    EXPECT_EQ(work_.Read("in_use/shop.html.vlm"), kPage);
     EXPECT_EQ(doc->modTime, 1000000000);
-    EXPECT_EQ(str(formAt(doc.get(), 0)->origAction), "order.cgi");
+    EXPECT_EQ(Str(FormAt(doc.get(), 0)->origAction), "order.cgi");
     // Saved without changes the page is not rewritten: its bytes and its
     // time stay, and the time is taken anew from the page as it stands.
     doc->changed = 1;
     doc->modTime = 0;
     EXPECT_EQ(VlHtmlSave(doc.get()), 0);
-    EXPECT_EQ(work_.read("shop.html"), kPage);
+    EXPECT_EQ(work_.Read("shop.html"), kPage);
     EXPECT_EQ(doc->modTime, 1000000000);
     EXPECT_EQ(doc->changed, 0);
-    setModTime("shop.html", 1000000001);
+    SetModTime("shop.html", 1000000001);
     EXPECT_EQ(VlHtmlIsChanged(doc.get()), 1);
-    EXPECT_EQ(work_.scripts(), "vlreadhtml.sh 1|shop.html\nvlwritehtml.sh 1|shop.html\n");
+    EXPECT_EQ(work_.Scripts(), "vlreadhtml.sh 1|shop.html\nvlwritehtml.sh 1|shop.html\n");
 }
 
 TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     KeywordsLoaded keys("SRC\n");
-    work_.write("shop.html", kPage);
+    work_.Write("shop.html", kPage);
     DocPtr doc(VlHtmlNewFromFile("shop.html"));
     ASSERT_NE(doc, nullptr);
     ASSERT_EQ(SutSizList(doc->anchors), 2);
@@ -63,8 +63,8 @@ TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
         "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"form0__Fshop_html\"> </FORM>\n"
         " <A HREF=\"http://h/cgi-bin/app?FNC=anch0__Ashop_html\" >next</A>"
         " <IMG SRC=\"http://h/cgi-bin/app?FNC=anch1__Ashop_html\">\n</HTML>\n";
-    EXPECT_EQ(work_.read("shop.html"), marked);
-    EXPECT_EQ(work_.read("in_use/shop.html.vlm"), marked);
+    EXPECT_EQ(work_.Read("shop.html"), marked);
+    EXPECT_EQ(work_.Read("in_use/shop.html.vlm"), marked);
     EXPECT_EQ(VlHtmlNeedsSave(doc.get()), 0);
 
     // Named the same way and saved again: the METHOD is found and one blank
@@ -74,14 +74,14 @@ TEST_F(Page, SaveWritesAnchorsKeywordsAndFormsInThatOrder) {
     for (int save = 0; save < 2; save++) {
         VlHtmlNameFormByPos(doc.get(), 0, "form0");
         EXPECT_EQ(VlHtmlSave(doc.get()), 0);
-        EXPECT_EQ(work_.read("shop.html"), again);
+        EXPECT_EQ(work_.Read("shop.html"), again);
     }
 }
 
 TEST_F(Page, FailuresLeaveThePageAlone) {
-    work_.write("in_use", "a file where the directory should be");
-    work_.write("shop.html", kPage);
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlHtmlNewFromFile("shop.html"), nullptr); }),
+    work_.Write("in_use", "a file where the directory should be");
+    work_.Write("shop.html", kPage);
+    EXPECT_EQ(Printed([] { EXPECT_EQ(VlHtmlNewFromFile("shop.html"), nullptr); }),
               "Error making backup. Probably directory write permissions: "
               "in_use/shop.html.vlm: Not a directory\n");
     DocPtr doc(VlReadHtmlDesignTime(kPage.c_str()));
@@ -89,7 +89,7 @@ TEST_F(Page, FailuresLeaveThePageAlone) {
     VlHtmlSetName(doc.get(), "shop.html");
     VlHtmlGenFormNames(doc.get());
     EXPECT_EQ(VlHtmlSave(doc.get()), 1); // no working copy
-    EXPECT_EQ(work_.read("shop.html"), kPage);
+    EXPECT_EQ(work_.Read("shop.html"), kPage);
     EXPECT_EQ(doc->formsChanged, 1);
 }
 

@@ -6,13 +6,13 @@
 namespace {
 
 TEST(Scanner, NothingAtTheVeryFirstCharacterIsSeen) {
-    EXPECT_EQ(scan("<FORM ACTION=\"a\">x</FORM>")->forms, nullptr);
-    EXPECT_EQ(scan("<A HREF=\"u\">l</A>")->anchors, nullptr);
-    EXPECT_EQ(scan("##Vl_s1##")->sites, nullptr);
+    EXPECT_EQ(Scan("<FORM ACTION=\"a\">x</FORM>")->forms, nullptr);
+    EXPECT_EQ(Scan("<A HREF=\"u\">l</A>")->anchors, nullptr);
+    EXPECT_EQ(Scan("##Vl_s1##")->sites, nullptr);
 
-    DocPtr shifted = scan(" <FORM ACTION=\"a\">x</FORM><A HREF=\"u\">l</A>");
-    EXPECT_EQ(formsOf(shifted.get()), Strings{"<null>|a|<null>"});
-    EXPECT_EQ(anchorsOf(shifted.get()), Strings{"<null>|u"});
+    DocPtr shifted = Scan(" <FORM ACTION=\"a\">x</FORM><A HREF=\"u\">l</A>");
+    EXPECT_EQ(FormsOf(shifted.get()), Strings{"<null>|a|<null>"});
+    EXPECT_EQ(AnchorsOf(shifted.get()), Strings{"<null>|u"});
 }
 
 TEST(Scanner, SiteMarksAndRejectedSiteNames) {
@@ -25,34 +25,34 @@ TEST(Scanner, SiteMarksAndRejectedSiteNames) {
         {"a##vl_s1##", {}},
     };
     for (const auto &[text, sites] : rows)
-        EXPECT_EQ(sitesOf(scan(text).get()), sites) << text;
+        EXPECT_EQ(SitesOf(Scan(text).get()), sites) << text;
 }
 
 TEST(Scanner, FormsActionMethodAndNesting) {
     // ACTION and METHOD anywhere in the form; the last ACTION wins.
-    DocPtr doc = scan(" <form method=\"get\" action = \"first\">\n<INPUT NAME=\"q\" TYPE=text>"
+    DocPtr doc = Scan(" <form method=\"get\" action = \"first\">\n<INPUT NAME=\"q\" TYPE=text>"
                       "plain ACTION=\"second\" and ACTION='third' METHOD=post\n</Form>");
-    EXPECT_EQ(formsOf(doc.get()), Strings{"<null>|second|get"});
-    EXPECT_EQ(elementsOf(formAt(doc.get(), 0)), Strings{"q/text"});
+    EXPECT_EQ(FormsOf(doc.get()), Strings{"<null>|second|get"});
+    EXPECT_EQ(ElementsOf(FormAt(doc.get(), 0)), Strings{"q/text"});
 
     // The outer form's end search stops at the nested form: only the inner one counts.
-    EXPECT_EQ(formsOf(scan(" <FORM ACTION=\"a\"><FORM ACTION=\"b\">x</FORM></FORM>").get()),
+    EXPECT_EQ(FormsOf(Scan(" <FORM ACTION=\"a\"><FORM ACTION=\"b\">x</FORM></FORM>").get()),
               Strings{"<null>|b|<null>"});
-    EXPECT_EQ(scan(" <FORM ACTION=\"a\"><INPUT NAME=\"x\">")->forms, nullptr);
+    EXPECT_EQ(Scan(" <FORM ACTION=\"a\"><INPUT NAME=\"x\">")->forms, nullptr);
 }
 
 TEST(Scanner, FormElements) {
-    DocPtr doc = scan(" <FORM><SELECT NAME=\"s\"><OPTION>1</SELECT>"
+    DocPtr doc = Scan(" <FORM><SELECT NAME=\"s\"><OPTION>1</SELECT>"
                       "<TEXTAREA NAME=\"t\">x</TEXTAREA><INPUT TYPE=submit NAME=\"go\">"
                       "<INPUT TYPE='radio' NAME=\"r\"><INPUT NAME=r2 TYPE=\"check\">"
                       "<INPUT NAME=\"last\"</FORM>");
     // The last INPUT has no ">" before the end of the form text: no element.
-    EXPECT_EQ(elementsOf(formAt(doc.get(), 0)),
+    EXPECT_EQ(ElementsOf(FormAt(doc.get(), 0)),
               (Strings{"s/SELECT", "t/TEXTAREA", "go/submit", "r/radio", "<null>/check"}));
 }
 
 TEST(Scanner, HiddenFormNameInputNamesTheForm) {
-    DocPtr doc = scan(" <FORM><input type=hidden name=\"VlFormName\" value=\"f__Fpage_html\">"
+    DocPtr doc = Scan(" <FORM><input type=hidden name=\"VlFormName\" value=\"f__Fpage_html\">"
                       "</FORM> <FORM><input type=hidden name=VlFormName value=\"g__Fpage_html\">"
                       "</FORM> <FORM><INPUT VALUE=\"h__Fp\" TYPE=\"hidden\" NAME=\"VlFormName\">"
                       "</FORM> <FORM><INPUT NAME=\"vlformname\" VALUE=\"x\" TYPE=\"HIDDEN\" "
@@ -60,31 +60,31 @@ TEST(Scanner, HiddenFormNameInputNamesTheForm) {
     // NAME needs double quotes (TYPE does not); a VALUE before both TYPE and
     // NAME were seen does not count; names and types compare without case and
     // a later VALUE wins. The form name moves from the element to the form.
-    EXPECT_EQ(formsOf(doc.get()), (Strings{"f__Fpage_html|<null>|<null>", "<null>|<null>|<null>",
+    EXPECT_EQ(FormsOf(doc.get()), (Strings{"f__Fpage_html|<null>|<null>", "<null>|<null>|<null>",
                                            "<null>|<null>|<null>", "i__Fp|<null>|<null>"}));
-    EXPECT_EQ(nth<VlHtmlFormElement>(formAt(doc.get(), 0)->elements, 0)->formName, nullptr);
+    EXPECT_EQ(Nth<VlHtmlFormElement>(FormAt(doc.get(), 0)->elements, 0)->formName, nullptr);
 }
 
 TEST(Scanner, AnchorsAndTheirUrls) {
-    DocPtr doc = scan(" <A HREF=\"x\">1</A><a\thref=\"p?FNC=a__Ashop_html\">2</a>"
+    DocPtr doc = Scan(" <A HREF=\"x\">1</A><a\thref=\"p?FNC=a__Ashop_html\">2</a>"
                       "<A\nHREF='single'>3</A><A HREF=\"x?a=b\">4</A><A NAME=\"top\">5</A>"
                       "<A HREF=\"p?FNC=n\" HREF=\"q\">6</A><A HREF x=\"1\" HREF = \"y\">7</A>"
                       "<A HREF=\"p?x=1?FNC=n\">8</A><AB HREF=\"no\">9</A><A HREF=\"open\">");
-    EXPECT_EQ(anchorsOf(doc.get()), (Strings{"<null>|x", "a__Ashop_html|p", "<null>|x?a=b", "n|q",
+    EXPECT_EQ(AnchorsOf(doc.get()), (Strings{"<null>|x", "a__Ashop_html|p", "<null>|x?a=b", "n|q",
                                              "<null>|y", "<null>|p?x=1?FNC=n"}));
 
-    DocPtr inForm = scan(" <FORM ACTION=\"f\"><A HREF=\"x?FNC=a__Fp\">l</A></FORM>");
+    DocPtr inForm = Scan(" <FORM ACTION=\"f\"><A HREF=\"x?FNC=a__Fp\">l</A></FORM>");
     EXPECT_EQ(SutSizList(inForm->forms), 1);
-    EXPECT_EQ(anchorsOf(inForm.get()), Strings{"a__Fp|x"});
+    EXPECT_EQ(AnchorsOf(inForm.get()), Strings{"a__Fp|x"});
 }
 
 TEST(Scanner, KeywordAnchorsInPageOrder) {
     KeywordsLoaded keys("SRC\n");
-    DocPtr doc = scan(" <IMG SRC=\"img?FNC=pic__Ashop_html\"> <A HREF=\"b\">x</A> <IMG SRC=\"c\">");
-    EXPECT_EQ(anchorsOf(doc.get()), (Strings{"pic__Ashop_html|img", "<null>|b", "<null>|c"}));
-    EXPECT_EQ(each<VlHtmlAnch>(
+    DocPtr doc = Scan(" <IMG SRC=\"img?FNC=pic__Ashop_html\"> <A HREF=\"b\">x</A> <IMG SRC=\"c\">");
+    EXPECT_EQ(AnchorsOf(doc.get()), (Strings{"pic__Ashop_html|img", "<null>|b", "<null>|c"}));
+    EXPECT_EQ(Each<VlHtmlAnch>(
                   doc->anchors,
-                  [](VlHtmlAnch *a) { return std::to_string(a->isKeyword) + str(a->urlAttr); }),
+                  [](VlHtmlAnch *a) { return std::to_string(a->isKeyword) + Str(a->urlAttr); }),
               (Strings{"1SRC", "0<null>", "1SRC"}));
 }
 

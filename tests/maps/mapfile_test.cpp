@@ -17,22 +17,22 @@ class MapFile : public ::testing::Test {
     TempDir dir;
     void SetUp() override { SwdResetTheMap(); }
     void TearDown() override { SwdResetTheMap(); }
-    std::string path(const char *name) const { return dir.file(name); }
+    std::string Path(const char *name) const { return dir.File(name); }
 
     // Reads text as a map file: the result, the map and what went to stderr.
-    int readMap(const std::string &text, SpmMap **map, std::string *err) {
-        dir.write("in.map", text);
+    int ReadMap(const std::string &text, SpmMap **map, std::string *err) {
+        dir.Write("in.map", text);
         int rc = 0;
-        *err = printedToStderr([&] { rc = SpmReadMapFile(map, path("in.map").c_str()); });
+        *err = PrintedToStderr([&] { rc = SpmReadMapFile(map, Path("in.map").c_str()); });
         return rc;
     }
     // A read that must fail at this line.
-    void expectBadLine(const std::string &text, int line) {
+    void ExpectBadLine(const std::string &text, int line) {
         SpmMap *map = reinterpret_cast<SpmMap *>(1);
         std::string err;
-        EXPECT_EQ(readMap(text, &map, &err), -1) << text;
+        EXPECT_EQ(ReadMap(text, &map, &err), -1) << text;
         EXPECT_EQ(map, nullptr);
-        EXPECT_EQ(err, "Error in the map file " + path("in.map") + " at line " +
+        EXPECT_EQ(err, "Error in the map file " + Path("in.map") + " at line " +
                            std::to_string(line) + ".\n")
             << text;
     }
@@ -40,21 +40,21 @@ class MapFile : public ::testing::Test {
 
 TEST_F(MapFile, WriterPutsOutEveryStoredFieldInItsFixedForm) {
     // Read and written back, the sample comes out byte for byte.
-    SpmMap *map = sampleMap(dir);
-    EXPECT_EQ(SpmWriteMapFile(map, path("out.map").c_str()), 0);
-    EXPECT_EQ(dir.read("out.map"), sampleText);
+    SpmMap *map = SampleMap(dir);
+    EXPECT_EQ(SpmWriteMapFile(map, Path("out.map").c_str()), 0);
+    EXPECT_EQ(dir.Read("out.map"), sampleText);
 
     // A bind without a name stops the writing after its empty line; the
     // file function still reports success.
-    auto *first = nth<SpmSPBind>(map->spBinds, 0);
-    set(&first->name, nullptr);
-    EXPECT_EQ(SpmWriteMapFile(map, path("cut.map").c_str()), 0);
-    EXPECT_EQ(dir.read("cut.map"), "*spmap.numberMaps : 2\n*spiface.numInterfaces : 2\n"
+    auto *first = Nth<SpmSPBind>(map->spBinds, 0);
+    Set(&first->name, nullptr);
+    EXPECT_EQ(SpmWriteMapFile(map, Path("cut.map").c_str()), 0);
+    EXPECT_EQ(dir.Read("cut.map"), "*spmap.numberMaps : 2\n*spiface.numInterfaces : 2\n"
                                    "*spiface.interfaceName : Page1\n"
                                    "*spiface.interfaceName : Page2\n\n");
-    EXPECT_EQ(printedToStderr([&] {
+    EXPECT_EQ(PrintedToStderr([&] {
                   EXPECT_EQ(SpmWriteMapFile(map, ""), -1);
-                  EXPECT_EQ(SpmWriteMapFile(map, path("no/such/dir.map").c_str()), -1);
+                  EXPECT_EQ(SpmWriteMapFile(map, Path("no/such/dir.map").c_str()), -1);
               }),
               "No map file name was given to write.\nGCatb(32,0)");
     SpmDestroyMap(&map);
@@ -63,14 +63,14 @@ TEST_F(MapFile, WriterPutsOutEveryStoredFieldInItsFixedForm) {
 TEST_F(MapFile, ValuesOfSimpleBindKeysStopAtADotOrAColon) {
     SpmMap *map = nullptr;
     std::string err;
-    ASSERT_EQ(readMap("*spmap.numberMaps : 1\n\n*spid.name : n\n*n.altName : a:b\n"
+    ASSERT_EQ(ReadMap("*spmap.numberMaps : 1\n\n*spid.name : n\n*n.altName : a:b\n"
                       "*n.servername : s.x\n*n.cacheKey :k\n*n.indexKey : \ti\n"
                       "*n.dbname : d.e:f\n*n.options : o.p : q\n",
                       &map, &err),
               0);
     // Only one blank or tab is skipped before a value.
     EXPECT_EQ(
-        stored(nth<SpmSPBind>(map->spBinds, 0)),
+        Stored(Nth<SpmSPBind>(map->spBinds, 0)),
         "\"s\" 0 \"d.e:f\" 0 \"n\" 0 \"a\" 0 \"NO_CACHE\" \"k\" \"\ti\" none 0 [\"o.p : q\",]");
     SpmDestroyMap(&map);
 }
@@ -79,26 +79,26 @@ TEST_F(MapFile, EveryBadLineFailsTheReadWithFileAndLine) {
     const std::string top = "*spmap.numberMaps : 1\n*spiface.numInterfaces : 1\n";
     const std::string bind =
         top + "\n*spid.name : n\n*n.numCol : 1\n*n.numCall : 1\n*n.numArg : 1\n";
-    expectBadLine(top + "*spid.name : a\n*spid.name : b\n", 4); // beyond numberMaps
-    expectBadLine(top + "*spmap.numberMaps : 1\n", 3);          // a second map line
-    expectBadLine("*spmap.numberOf : 1\n", 1);
-    expectBadLine(top + "*spiface.interfaceName : A\n*spiface.interfaceName : B\n", 4);
-    expectBadLine(top + "*spiface.other : A\n", 3);
-    expectBadLine(top + "*spid.name :\n", 3);
-    expectBadLine(top + "*spid.nam : x\n", 3);
-    expectBadLine(top + "*unknown.key : 1\n", 3);
-    expectBadLine(top + "*nodot\n", 3);
-    expectBadLine(bind + "*n.id : one\n", 8);
-    expectBadLine(bind + "*n.id : 99999999999\n", 8);
-    expectBadLine(bind + "*n.cacheFlag : SOME_CACHE\n", 8);
-    expectBadLine(bind + "*n.beenApplied : true\n", 8);
-    expectBadLine(bind + "*n.color : red\n", 8);
-    expectBadLine(bind + "*n.colBind.order : 1\n", 8); // no column started
-    expectBadLine(bind + "*n.colBind.columnId : 1\n*n.colBind.columnId : 2\n", 9);
-    expectBadLine(bind + "*n.colBind.columnId : 1\n*n.colBind.shade : 2\n", 9);
-    expectBadLine(bind + "*n.callBind.callbackName : F\n*n.callBind.maxRows : many\n", 9);
+    ExpectBadLine(top + "*spid.name : a\n*spid.name : b\n", 4); // beyond numberMaps
+    ExpectBadLine(top + "*spmap.numberMaps : 1\n", 3);          // a second map line
+    ExpectBadLine("*spmap.numberOf : 1\n", 1);
+    ExpectBadLine(top + "*spiface.interfaceName : A\n*spiface.interfaceName : B\n", 4);
+    ExpectBadLine(top + "*spiface.other : A\n", 3);
+    ExpectBadLine(top + "*spid.name :\n", 3);
+    ExpectBadLine(top + "*spid.nam : x\n", 3);
+    ExpectBadLine(top + "*unknown.key : 1\n", 3);
+    ExpectBadLine(top + "*nodot\n", 3);
+    ExpectBadLine(bind + "*n.id : one\n", 8);
+    ExpectBadLine(bind + "*n.id : 99999999999\n", 8);
+    ExpectBadLine(bind + "*n.cacheFlag : SOME_CACHE\n", 8);
+    ExpectBadLine(bind + "*n.beenApplied : true\n", 8);
+    ExpectBadLine(bind + "*n.color : red\n", 8);
+    ExpectBadLine(bind + "*n.colBind.order : 1\n", 8); // no column started
+    ExpectBadLine(bind + "*n.colBind.columnId : 1\n*n.colBind.columnId : 2\n", 9);
+    ExpectBadLine(bind + "*n.colBind.columnId : 1\n*n.colBind.shade : 2\n", 9);
+    ExpectBadLine(bind + "*n.callBind.callbackName : F\n*n.callBind.maxRows : many\n", 9);
     // Only the first dot of a name is protected.
-    expectBadLine(top + "\n*spid.name : x.y.z\n*x.y.z.id : 0\n", 5);
+    ExpectBadLine(top + "\n*spid.name : x.y.z\n*x.y.z.id : 0\n", 5);
 }
 
 TEST_F(MapFile, ReaderEdgeCases) {
@@ -109,19 +109,19 @@ TEST_F(MapFile, ReaderEdgeCases) {
     // the verified flag; the last character of a name goes even at the end
     // of the file.
     SpmMapVerified();
-    ASSERT_EQ(readMap("# comment\n*spmap.numberMaps : 5\n*spiface.numInterfaces : 1\nnoise\n"
+    ASSERT_EQ(ReadMap("# comment\n*spmap.numberMaps : 5\n*spiface.numInterfaces : 1\nnoise\n"
                       "*spid.name : n\n*n.numArg : 1\n*n.argBind.argId : 7\n"
                       "*n.argBind.initCode : x\n\n*n.argBind.initCode : y\n\n"
                       "*n.argBind.dataSize : 3\n*spiface.interfaceName : Pagex",
                       &map, &err),
               0);
     EXPECT_EQ(SpmIsMapVerified(), 0);
-    auto *arg = nth<SpmArgBind>(nth<SpmSPBind>(map->spBinds, 0)->argBinds, 0);
+    auto *arg = Nth<SpmArgBind>(Nth<SpmSPBind>(map->spBinds, 0)->argBinds, 0);
     EXPECT_EQ(arg->argId, 7);
     EXPECT_STREQ(arg->initCode, "y");
-    EXPECT_EQ(items(map->interfaces), Strings{"Page"});
+    EXPECT_EQ(Items(map->interfaces), Strings{"Page"});
     SpmDestroyMap(&map);
-    EXPECT_EQ(printedToStderr([&] { EXPECT_EQ(SpmReadMapFile(&map, ""), -1); }),
+    EXPECT_EQ(PrintedToStderr([&] { EXPECT_EQ(SpmReadMapFile(&map, ""), -1); }),
               "No map file name was given to read.\n");
 }
 
@@ -134,13 +134,13 @@ TEST_F(MapFile, LongLinesAreReadInPieces) {
     longFrag[4500] = '\n';
     SpmMap *map = nullptr;
     std::string err;
-    ASSERT_EQ(readMap("*spmap.numberMaps : 1\n\n*spid.name : n\n*n.options : " + longOption +
+    ASSERT_EQ(ReadMap("*spmap.numberMaps : 1\n\n*spid.name : n\n*n.options : " + longOption +
                           "\n*n.sqlFrags : " + longFrag + "\n\n*n.id : 1\n",
                       &map, &err),
               0);
-    auto *b = nth<SpmSPBind>(map->spBinds, 0);
-    EXPECT_EQ(std::string(item(b->options, 0)), std::string(4095 - 13, 'o'));
-    EXPECT_EQ(std::string(item(b->sqlFrags, 0)), longFrag);
+    auto *b = Nth<SpmSPBind>(map->spBinds, 0);
+    EXPECT_EQ(std::string(Item(b->options, 0)), std::string(4095 - 13, 'o'));
+    EXPECT_EQ(std::string(Item(b->sqlFrags, 0)), longFrag);
     EXPECT_EQ(b->id, 1);
     SpmDestroyMap(&map);
 }
@@ -149,44 +149,44 @@ TEST_F(MapFile, OnlyUnappliedBindsGiveHeaderAndEmptyLines) {
     SpmMap *map = SpmNewMap();
     map->spBinds = SutNewList();
     SpmSPBind *b = SpmCreateListsForSpmBind(0, 1, 0);
-    set(&b->name, "x");
+    Set(&b->name, "x");
     SutAddList(map->spBinds, b);
     SutAddList(map->spBinds, SpmCreateListsForSpmBind(0, 0, 0)); // applied, no callback
-    nth<SpmSPBind>(map->spBinds, 1)->beenApplied = 1;
-    ASSERT_EQ(SpmWriteMapFile(map, path("u.map").c_str()), 0);
-    EXPECT_EQ(dir.read("u.map"), "*spmap.numberMaps : 2\n*spiface.numInterfaces : 0\n\n\n");
+    Nth<SpmSPBind>(map->spBinds, 1)->beenApplied = 1;
+    ASSERT_EQ(SpmWriteMapFile(map, Path("u.map").c_str()), 0);
+    EXPECT_EQ(dir.Read("u.map"), "*spmap.numberMaps : 2\n*spiface.numInterfaces : 0\n\n\n");
     SpmDestroyMap(&map);
 }
 
 TEST_F(MapFile, ProjectReadRenamesTheMapAndSetsTheContext) {
-    writeText(path("my shop's.map"), sampleText);
+    WriteText(Path("my shop's.map"), sampleText);
     SpmAddSPBind(); // the old context goes
-    EXPECT_EQ(SpmMapFileExist(path("my shop's.pj").c_str()), 0);
-    EXPECT_EQ(SpmProjectReadMap(path("my shop's.pj").c_str()), 0);
+    EXPECT_EQ(SpmMapFileExist(Path("my shop's.pj").c_str()), 0);
+    EXPECT_EQ(SpmProjectReadMap(Path("my shop's.pj").c_str()), 0);
     SpmMap *map = SpmGetMapContext();
     ASSERT_NE(map, nullptr);
     EXPECT_EQ(SutSizList(map->spBinds), 2);
-    EXPECT_FALSE(fs::exists(path("my shop's.map")));
-    EXPECT_EQ(dir.read("my shop's.map.BAK"), sampleText);
+    EXPECT_FALSE(fs::exists(Path("my shop's.map")));
+    EXPECT_EQ(dir.Read("my shop's.map.BAK"), sampleText);
 
     // A failed read leaves no map at all.
-    writeText(path("bad.map"), "*spmap.numberMaps : 0\n*spid.name : x\n");
-    printedToStderr([&] { EXPECT_EQ(SpmProjectReadMap(path("bad.pj").c_str()), -1); });
+    WriteText(Path("bad.map"), "*spmap.numberMaps : 0\n*spid.name : x\n");
+    PrintedToStderr([&] { EXPECT_EQ(SpmProjectReadMap(Path("bad.pj").c_str()), -1); });
     EXPECT_EQ(SpmGetMapContext(), nullptr);
-    EXPECT_TRUE(fs::exists(path("bad.map")));
+    EXPECT_TRUE(fs::exists(Path("bad.map")));
 }
 
 TEST_F(MapFile, ProjectWriteAnswersOneAndNamesTheFileAfterTheProject) {
-    EXPECT_EQ(SpmProjectWriteMap(path("shop.pj").c_str()), -1); // no context
-    SpmSetMapContext(sampleMap(dir));
+    EXPECT_EQ(SpmProjectWriteMap(Path("shop.pj").c_str()), -1); // no context
+    SpmSetMapContext(SampleMap(dir));
     // No extension in the name: the last dot (of the directory) is replaced.
-    fs::create_directory(path("v1.0"));
-    EXPECT_EQ(SpmProjectWriteMap(path("v1.0/proj").c_str()), 1);
-    EXPECT_EQ(dir.read("v1.map"), sampleText);
+    fs::create_directory(Path("v1.0"));
+    EXPECT_EQ(SpmProjectWriteMap(Path("v1.0/proj").c_str()), 1);
+    EXPECT_EQ(dir.Read("v1.map"), sampleText);
     // Short project paths write Untitled.map in the working directory.
-    ScopedCwd cwd(dir.path());
+    ScopedCwd cwd(dir.Path());
     EXPECT_EQ(SpmProjectWriteMap("a.pj"), 1);
-    EXPECT_EQ(dir.read("Untitled.map"), sampleText);
+    EXPECT_EQ(dir.Read("Untitled.map"), sampleText);
 }
 
 } // namespace

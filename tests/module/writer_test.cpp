@@ -5,13 +5,13 @@
 
 TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
     Workspace ws;
-    VlHtmlDoc *shop = addPage("shop.html", {"order"}, {"home"});
-    VlHtmlDoc *cart = addPage("cart.html", {"pay"}, {"back"});
-    VlModule *module = addModule(shop);
-    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "\tcall();\r\n");
-    VlModuleAddFunc(module, nullptr, anchorOf(shop, "home"), nullptr);
-    functionAt(module, 0)->initCode = strdup("\tint a;\r\n");
-    functionAt(module, 1)->finalCode = strdup("\tdone();\n");
+    VlHtmlDoc *shop = AddPage("shop.html", {"order"}, {"home"});
+    VlHtmlDoc *cart = AddPage("cart.html", {"pay"}, {"back"});
+    VlModule *module = AddModule(shop);
+    VlModuleAddFunc(module, FormOf(shop, "order"), nullptr, "\tcall();\r\n");
+    VlModuleAddFunc(module, nullptr, AnchorOf(shop, "home"), nullptr);
+    FunctionAt(module, 0)->initCode = strdup("\tint a;\r\n");
+    FunctionAt(module, 1)->finalCode = strdup("\tdone();\n");
     module->userIncludes = strdup("#include \"x.h\"\r\n");
     ASSERT_EQ(VlModuleAddAlias(shop, "order", "F", cart, "pay"), 1);
     ASSERT_EQ(VlModuleAddAlias(shop, "home", "A", cart, "back"), 1);
@@ -19,10 +19,10 @@ TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
     VlHtmlNameForm(cart, "pay", "checkout");
 
     EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
-    EXPECT_EQ(ws.read("shop.c"),
-              shopModule("#include \"x.h\"\n",
-                         moduleFunction("Forder", "\tint a;\n", "\tcall();\n", "") +
-                             moduleFunction("Ahome", "", "", "\tdone();\n"),
+    EXPECT_EQ(ws.Read("shop.c"),
+              ShopModule("#include \"x.h\"\n",
+                         ModuleFunction("Forder", "\tint a;\n", "\tcall();\n", "") +
+                             ModuleFunction("Ahome", "", "", "\tdone();\n"),
                          "\tVlRegisterHtmlAlias(\"checkout__Fcart_html\",\"order__Fshop_html\");\n"
                          "\tVlRegisterHtmlAlias(\"back__Acart_html\",\"home__Ashop_html\");\n"));
     EXPECT_EQ(module->saved, 1);
@@ -30,56 +30,56 @@ TEST(ModuleWrite, FunctionsRegistrationAndAliasesFromCurrentNames) {
 
 TEST(ModuleWrite, SavedModuleIsLeftAloneWithoutForce) {
     Workspace ws;
-    VlModule *module = VlModuleNew(addPage("my-page.html", {}));
+    VlModule *module = VlModuleNew(AddPage("my-page.html", {}));
     module->saved = 1;
-    ws.write("my-page.c", "untouched");
+    ws.Write("my-page.c", "untouched");
     EXPECT_EQ(VlModuleWrite(module, "my-page.c", 0), 1);
-    EXPECT_EQ(ws.read("my-page.c"), "untouched");
-    EXPECT_EQ(ws.scripts(), "");
+    EXPECT_EQ(ws.Read("my-page.c"), "untouched");
+    EXPECT_EQ(ws.Scripts(), "");
     // Forced, an empty module gets the bare layout.
     EXPECT_EQ(VlModuleWrite(module, "my-page.c", 1), 1);
-    EXPECT_EQ(ws.read("my-page.c"), kModuleHead +
+    EXPECT_EQ(ws.Read("my-page.c"), kModuleHead +
                                         "static char _Vl_HTML_Filename[] = \"my-page.html\";\n"
                                         "void R_my_page_html()\n{\n\n}"
                                         "/* Velmora End of Module */\n");
-    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|my-page.c\n");
+    EXPECT_EQ(ws.Scripts(), "vlwritemodule.sh 1|my-page.c\n");
     VlModuleDelete(module);
 }
 
 TEST(ModuleWrite, FailuresAndUnresolvedAliases) {
     Workspace ws;
-    VlHtmlDoc *page = addPage("shop.html", {"order"});
+    VlHtmlDoc *page = AddPage("shop.html", {"order"});
     VlModule *module = VlModuleNew(page);
-    VlModuleAddFunc(module, formOf(page, "order"), nullptr, "x");
-    EXPECT_EQ(printed([&] { EXPECT_EQ(VlModuleWrite(module, "no/dir/shop.c", 1), 0); }),
+    VlModuleAddFunc(module, FormOf(page, "order"), nullptr, "x");
+    EXPECT_EQ(Printed([&] { EXPECT_EQ(VlModuleWrite(module, "no/dir/shop.c", 1), 0); }),
               "Could not write file in VlModuleWrite no/dir/shop.c\n");
     EXPECT_EQ(module->saved, 0);
-    EXPECT_EQ(ws.scripts(), "");
+    EXPECT_EQ(ws.Scripts(), "");
 
     // An alias that was never resolved has no form or anchor to take a name from.
     auto *alias = static_cast<VlAlias *>(calloc(1, sizeof(VlAlias)));
     alias->name = strdup("pay__Fcart_html");
-    SutAddList(functionAt(module, 0)->aliases, alias);
-    EXPECT_EQ(printed([&] { EXPECT_EQ(VlModuleWrite(module, "my shop.c", 1), 1); }),
+    SutAddList(FunctionAt(module, 0)->aliases, alias);
+    EXPECT_EQ(Printed([&] { EXPECT_EQ(VlModuleWrite(module, "my shop.c", 1), 1); }),
               "Warning alias name is null while writingmy shop.c\n");
-    EXPECT_EQ(ws.read("my shop.c").find("VlRegisterHtmlAlias"), std::string::npos);
-    EXPECT_EQ(ws.scripts(), "vlwritemodule.sh 1|my shop.c\n");
+    EXPECT_EQ(ws.Read("my shop.c").find("VlRegisterHtmlAlias"), std::string::npos);
+    EXPECT_EQ(ws.Scripts(), "vlwritemodule.sh 1|my shop.c\n");
     VlModuleDelete(module);
 }
 
 TEST(ModuleModel, FileNameUrlAndChangeState) {
     Workspace ws;
-    VlHtmlDoc *shop = addPage("shop.html", {"order"});
-    VlHtmlDoc *cart = addPage("dir.v2/README", {"pay"});
-    VlModule *module = addModule(cart);
-    EXPECT_EQ(take(VlModuleGetCFileName(module)), "dir.c"); // the last "." of the whole name
+    VlHtmlDoc *shop = AddPage("shop.html", {"order"});
+    VlHtmlDoc *cart = AddPage("dir.v2/README", {"pay"});
+    VlModule *module = AddModule(cart);
+    EXPECT_EQ(Take(VlModuleGetCFileName(module)), "dir.c"); // the last "." of the whole name
     VlModuleSetHtml(module, shop);
     // Every form and anchor served gets the URL, aliases' ones included.
-    VlModuleAddFunc(module, formOf(shop, "order"), nullptr, "x");
+    VlModuleAddFunc(module, FormOf(shop, "order"), nullptr, "x");
     VlModuleAddAlias(shop, "order", "F", cart, "pay");
     EXPECT_EQ(VlModuleSetURL(module, "/cgi-bin/new.exe"), 1);
-    EXPECT_STREQ(formOf(shop, "order")->action, "/cgi-bin/new.exe");
-    EXPECT_STREQ(formOf(cart, "pay")->action, "/cgi-bin/new.exe");
+    EXPECT_STREQ(FormOf(shop, "order")->action, "/cgi-bin/new.exe");
+    EXPECT_STREQ(FormOf(cart, "pay")->action, "/cgi-bin/new.exe");
     EXPECT_EQ(VlModuleChanged(module), 1);
     EXPECT_EQ(VlModuleWrite(module, "shop.c", 0), 1);
     EXPECT_EQ(VlModuleChanged(module), 0);

@@ -13,11 +13,11 @@ TEST(ConfigFile, WrittenOnlyWhenAllowedWithTheValuesOfTheMode) {
     Workspace ws;
     EnvVar login("LOGNAME", "ann");
     VlProjSetName("shop");
-    setOptions({"Project.Allow Config File : yes", "Project.Config File Name : conf/#proj.cfg"});
+    SetOptions({"Project.Allow Config File : yes", "Project.Config File Name : conf/#proj.cfg"});
     EXPECT_EQ(VlProjWriteConfigFile(), 1);
     EXPECT_FALSE(fs::exists("shop.cfg"));
 
-    setOptions({"Project.Allow Config File : True", "Project.Config File Name : conf/#proj.cfg",
+    SetOptions({"Project.Allow Config File : True", "Project.Config File Name : conf/#proj.cfg",
                 "Project.HTML Startup Document : start.html", "Project.Secure Login : True",
                 "Project.Print Form Args : ", "Test.CGI URL : /cgi-bin",
                 "Test.Database User Name : #user", "Test.Database User Password : secret",
@@ -25,7 +25,7 @@ TEST(ConfigFile, WrittenOnlyWhenAllowedWithTheValuesOfTheMode) {
                 "App Server.Timeout : 5"});
     EXPECT_EQ(VlProjWriteConfigFile(), 1);
     // Options without a value and the password are not written.
-    EXPECT_EQ(ws.read("shop.cfg"), "Project.HTML Startup Document : start.html\n"
+    EXPECT_EQ(ws.Read("shop.cfg"), "Project.HTML Startup Document : start.html\n"
                                    "Project.Secure Login : True\n"
                                    "CGI URL : /cgi-bin\n"
                                    "Database User Name : ann\n"
@@ -33,7 +33,7 @@ TEST(ConfigFile, WrittenOnlyWhenAllowedWithTheValuesOfTheMode) {
 
     theProj->releaseMode = 1;
     EXPECT_EQ(VlProjWriteConfigFile(), 1);
-    EXPECT_EQ(ws.read("shop.cfg"), "Project.HTML Startup Document : start.html\n"
+    EXPECT_EQ(ws.Read("shop.cfg"), "Project.HTML Startup Document : start.html\n"
                                    "Project.Secure Login : True\n"
                                    "CGI URL : /rel\n"
                                    "STATE_HOST : state\n");
@@ -44,14 +44,14 @@ TEST(ConfigFile, MissingNameAndUnwritableFile) {
     Workspace ws;
     EXPECT_EQ(VlProjWriteConfigFile(), 1); // not allowed by default
     VlProjSetName("shop");
-    setOptions({"Project.Allow Config File : True"});
-    std::string out = printed([] { EXPECT_EQ(VlProjWriteConfigFile(), 0); });
+    SetOptions({"Project.Allow Config File : True"});
+    std::string out = Printed([] { EXPECT_EQ(VlProjWriteConfigFile(), 0); });
     EXPECT_EQ(out, "Could not determine config file name.\n"
                    "Make sure the option Config File Name is defined.\n");
 
-    setOptions({"Project.Allow Config File : True", "Project.Config File Name : site.cfg"});
+    SetOptions({"Project.Allow Config File : True", "Project.Config File Name : site.cfg"});
     fs::create_directory("site.cfg");
-    out = printed([] { EXPECT_EQ(VlProjWriteConfigFile(), 0); });
+    out = Printed([] { EXPECT_EQ(VlProjWriteConfigFile(), 0); });
     EXPECT_EQ(out, "Could open file for write site.cfg\n");
 }
 

@@ -3,13 +3,13 @@
 
 TEST(ProjectLookup, NamesAndFinders) {
     Workspace ws;
-    VlHtmlDoc *a = addPage("a.html", {"f"}, {"l"});
-    VlHtmlDoc *b = addPage("sub/b.v2.html", {});
-    VlModule *ma = addModule(a);
-    VlModule *mb = addModule(b);
-    EXPECT_EQ(owned(VlProjGetHtmlNamesString(0)), " a.html sub/b.v2.html");
-    ws.write("sub/b.v2.c", "");
-    EXPECT_EQ(owned(VlProjGetModuleNames(1)), " sub/b.v2.c"); // only files that exist
+    VlHtmlDoc *a = AddPage("a.html", {"f"}, {"l"});
+    VlHtmlDoc *b = AddPage("sub/b.v2.html", {});
+    VlModule *ma = AddModule(a);
+    VlModule *mb = AddModule(b);
+    EXPECT_EQ(Owned(VlProjGetHtmlNamesString(0)), " a.html sub/b.v2.html");
+    ws.Write("sub/b.v2.c", "");
+    EXPECT_EQ(Owned(VlProjGetModuleNames(1)), " sub/b.v2.c"); // only files that exist
     EXPECT_EQ(VlProjGetModuleByFileName("sub/b.v2.c"), mb);
     EXPECT_EQ(VlProjGetModule(a), ma);
     EXPECT_EQ(VlProjGetHtml("b.v2.html"), nullptr);
@@ -17,25 +17,25 @@ TEST(ProjectLookup, NamesAndFinders) {
     EXPECT_EQ(VlProjGetHtmlByShortName("a.pjx.pj"), a);
     EXPECT_EQ(VlProjGetHtmlByShortName("sub/b.v2"), b);
     theProj->name = strdup("shop");
-    EXPECT_EQ(owned(VlProjGetMainCFileName()), "shop.c");
+    EXPECT_EQ(Owned(VlProjGetMainCFileName()), "shop.c");
 
     VlHtmlDoc *page = nullptr;
     VlHtmlForm *form = nullptr;
     VlHtmlAnch *anchor = nullptr;
     EXPECT_EQ(VlProjGetActivator("a_html", 'A', "l", &page, &form, &anchor), 1);
     EXPECT_EQ(std::vector<void *>({page, form, anchor}),
-              std::vector<void *>({a, nullptr, anchorOf(a, "l")}));
+              std::vector<void *>({a, nullptr, AnchorOf(a, "l")}));
     EXPECT_EQ(VlProjGetActivator("a_html", 'A', "f", &page, &form, &anchor), 0);
     EXPECT_EQ(page, nullptr);
 }
 
 TEST(ProjectLookup, ChangeState) {
     Workspace ws;
-    VlModule *module = addModule(addPage("a.html", {}));
+    VlModule *module = AddModule(AddPage("a.html", {}));
     module->saved = 0;
     EXPECT_EQ(VlProjChanged(), 1); // a changed module changes the project
     // A page whose file changed since it was read asks for a refresh.
-    ws.write("a.html", "<html>\n");
+    ws.Write("a.html", "<html>\n");
     module->html->modTime = VlGetFileModTime("a.html");
     EXPECT_EQ(VlProjNeedToRefresh(), 0);
     module->html->modTime -= 5;

@@ -5,7 +5,7 @@
 TEST(MainModule, ReadsTheThreeUserRegions) {
     Workspace ws;
     using namespace MainRegions;
-    ws.write("main.c", "#include <stdio.h>\n" + IS + "#include \"a.h\"\r\nint g;\n" + IE + DS +
+    ws.Write("main.c", "#include <stdio.h>\n" + IS + "#include \"a.h\"\r\nint g;\n" + IE + DS +
                            "extern void R_x ();\n" + DE + "int main() {\n" + InS + "\tstart();\n" +
                            InE + RS + "\tR_x ();\n" + RE + FS + FE + "}\n");
     EXPECT_EQ(VlMainModuleRead("main.c"), 1);
@@ -16,13 +16,13 @@ TEST(MainModule, ReadsTheThreeUserRegions) {
     EXPECT_EQ(main->modTime, VlGetFileModTime("main.c"));
     // A region whose start line is missing (the tab matters) gives null, and
     // the search goes on from where it was.
-    ws.write("odd.c",
+    ws.Write("odd.c",
              "/* Velmora Start Of Initial Code */\nx\n/* Velmora End Of Initial Code */\n" + FS +
                  "last\n");
     EXPECT_EQ(VlMainModuleRead("odd.c"), 1);
     EXPECT_EQ(main->initialCode, nullptr);
     EXPECT_STREQ(main->finalCode, "last\n");
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlMainModuleRead(nullptr), 0); }),
+    EXPECT_EQ(Printed([] { EXPECT_EQ(VlMainModuleRead(nullptr), 0); }),
               "Could not read file in VlMainModuleRead:\n");
 }
 
@@ -33,5 +33,5 @@ TEST(MainModule, SettersMarkTheProjectChanged) {
     // The previous text stays valid for a caller that still holds it.
     char *held = VlProjMainGetFinalCode();
     EXPECT_EQ(VlProjMainSetFinalCode("again"), 1);
-    EXPECT_EQ(take(held), "fini");
+    EXPECT_EQ(Take(held), "fini");
 }

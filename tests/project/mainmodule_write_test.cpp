@@ -13,12 +13,12 @@ namespace {
 using namespace MainRegions;
 
 // The ten delimiter lines with nothing around or between them.
-std::string bare() {
+std::string Bare() {
     return IS + IE + DS + DE + InS + InE + RS + RE + FS + FE;
 }
 
 // The generated file for the bare template.
-std::string generated(const std::string &decls, const std::string &regs,
+std::string Generated(const std::string &decls, const std::string &regs,
                       const std::string &includes = "", const std::string &initial = "",
                       const std::string &final = "") {
     return IS + includes + IE + DS + decls + DE + InS + initial + InE + RS + regs + RE + FS +
@@ -33,12 +33,12 @@ const char kDefaults[] = "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n\tVlSe
 TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
     Workspace ws;
     EnvVar login("LOGNAME", "ann");
-    writeTemplate("main.tem", bare());
+    WriteTemplate("main.tem", Bare());
     VlProjSetName("shop");
-    addModule(addPage("a.html", {"order"}));
-    addModule(nullptr); // a module without a page is left out
-    addModule(addPage("b-c.html", {}));
-    setOptions({"Project.Relocatable Project : True",
+    AddModule(AddPage("a.html", {"order"}));
+    AddModule(nullptr); // a module without a page is left out
+    AddModule(AddPage("b-c.html", {}));
+    SetOptions({"Project.Relocatable Project : True",
                 "Test.Database Server : tsrv",
                 "Test.Database Name : tdb",
                 "Release.Database Server : rsrv",
@@ -69,7 +69,7 @@ TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
     const std::string decls = "extern void R_a_html ();\nextern void R_b_c_html ();\n";
     const std::string calls = "\tR_a_html ();\n\tR_b_c_html ();\n";
     EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    EXPECT_EQ(ws.read("shop.c"), generated(decls, calls + "\tVlInitHeaders();\n"
+    EXPECT_EQ(ws.Read("shop.c"), Generated(decls, calls + "\tVlInitHeaders();\n"
                                                           "\tVlRelocatableProject(1);\n"
                                                           "\tVlSetDefaults(\"tsrv\",\"tdb\");\n"
                                                           "\tVlSetStartupHtml(\"start.html\");\n"
@@ -100,7 +100,7 @@ TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
     theProj->releaseMode = 1;
     free(SutRemoveNList(theProj->options, 4)); // Release.Database Name
     EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    const std::string release = ws.read("shop.c");
+    const std::string release = ws.Read("shop.c");
     EXPECT_NE(release.find("\tVlSetStartupHtml(\"start.html\");\n\tVlSetHtmlURL(\"/r\");\n"),
               std::string::npos);
     for (const char *call : {"VlSetDefaults", "VlSetGifURL", "VlSetHtmlDir", "VlSetStateHost"})
@@ -108,10 +108,10 @@ TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
 
     // An empty seed is not written; a path without a colon is written whole.
     theProj->releaseMode = 0;
-    setOptions({"Test.ORB_SEED : ", "Test.HTML Path : /www/x"});
+    SetOptions({"Test.ORB_SEED : ", "Test.HTML Path : /www/x"});
     EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    EXPECT_EQ(ws.read("shop.c"),
-              generated(decls, calls + "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n"
+    EXPECT_EQ(ws.Read("shop.c"),
+              Generated(decls, calls + "\tVlInitHeaders();\n\tVlRelocatableProject(0);\n"
                                        "\tVlSetApiMaxNum(2);\n\tVlAllowShutDown(1);\n"
                                        "\tVlSetCacheNumConn(2);\n\tVlSetSessTimeOut(1200);\n"
                                        "\tVlSetHtmlDir(\"/www/x\");\n"
@@ -121,15 +121,15 @@ TEST(MainModuleWrite, ModulesAndEverySetupCallFromTheOptions) {
 
 TEST(MainModuleWrite, UserTextsSurviveWritingReadingAndWritingAgain) {
     Workspace ws;
-    writeTemplate("main.tem", "/* top */\n" + bare() + "/* end */\n");
+    WriteTemplate("main.tem", "/* top */\n" + Bare() + "/* end */\n");
     VlProjSetName("shop");
     VlProjMainSetDeclarations("#include <x.h>\r\nint g;\r\n");
     VlProjMainSetInitialCode("\tinit();\n");
     VlProjMainSetFinalCode("\tdone();\r\n\r\n");
     EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    const std::string first = ws.read("shop.c");
+    const std::string first = ws.Read("shop.c");
     EXPECT_EQ(first, "/* top */\n" +
-                         generated("", kDefaults, "#include <x.h>\nint g;\n", "\tinit();\n",
+                         Generated("", kDefaults, "#include <x.h>\nint g;\n", "\tinit();\n",
                                    "\tdone();\n\n") +
                          "/* end */\n");
 
@@ -138,19 +138,19 @@ TEST(MainModuleWrite, UserTextsSurviveWritingReadingAndWritingAgain) {
     EXPECT_STREQ(VlProjMainGetInitialCode(), "\tinit();\n");
     EXPECT_STREQ(VlProjMainGetFinalCode(), "\tdone();\n\n");
     EXPECT_EQ(VlMainModuleWrite("shop.c"), 1);
-    EXPECT_EQ(ws.read("shop.c"), first);
+    EXPECT_EQ(ws.Read("shop.c"), first);
 }
 
 TEST(MainModuleWrite, FailuresPrintTheirPiecesAndWriteNothing) {
     Workspace ws;
-    writeTemplate("main.tem", bare());
+    WriteTemplate("main.tem", Bare());
     VlProjSetName("shop");
-    std::string out = printed([] { EXPECT_EQ(VlMainModuleWrite("nodir/shop.c"), 0); });
+    std::string out = Printed([] { EXPECT_EQ(VlMainModuleWrite("nodir/shop.c"), 0); });
     EXPECT_EQ(out, "Could not write file in VlMainModuleWrite :nodir/shop.c\n");
     {
         EnvVar velmora("VELMORA", nullptr);
         VlResetDistDir();
-        out = printed([] { EXPECT_EQ(VlMainModuleWrite("shop.c"), 0); });
+        out = Printed([] { EXPECT_EQ(VlMainModuleWrite("shop.c"), 0); });
         EXPECT_EQ(out, "VELMORAenvironment variable is not set \n");
     }
     VlResetDistDir();

@@ -16,18 +16,18 @@ const char kAllTokens[] = "S=$VL_SOURCE_SUFFIX L=$VL_LANGUAGE D=$VL_DEPLOYMENT_T
 
 TEST(Makefile, EveryTokenIsFilledAndModulesAreContinuedLines) {
     Workspace ws;
-    writeTemplate("Makefile.tem", kAllTokens);
+    WriteTemplate("Makefile.tem", kAllTokens);
     VlProjSetName("shop");
-    addModule(addPage("a.html", {}));
-    addModule(addPage("b.htm", {}));
-    addModule(addPage("c", {}));
-    setOptions({"Makefile.$VL_SOURCE_SUFFIX : .cc", "Makefile.$VL_LANGUAGE : C",
+    AddModule(AddPage("a.html", {}));
+    AddModule(AddPage("b.htm", {}));
+    AddModule(AddPage("c", {}));
+    SetOptions({"Makefile.$VL_SOURCE_SUFFIX : .cc", "Makefile.$VL_LANGUAGE : C",
                 "Makefile.$VL_DEPLOYMENT_TARGET : CGI", "Makefile.exeSuffix : .cgi",
                 "Makefile.$VL_USER_CFLAGS : -O2 -g", "Makefile.$VL_USER_LD_FLAGS : -s",
                 "Makefile.$VL_APPL_OBJS : x.o", "Makefile.$VL_APPL_LIBS : -lx",
                 "Makefile.$VL_SYSTEM_LIBS : -lm", "Makefile.$VL_CGI_TARGET : #proj.cgi"});
     EXPECT_EQ(VlProjWriteMakefile(), 1);
-    EXPECT_EQ(ws.read("shop.mak"), "S=.cc L=C D=CGI\n"
+    EXPECT_EQ(ws.Read("shop.mak"), "S=.cc L=C D=CGI\n"
                                    "E=shop.cgi C=-O2 -g LD=-s\n"
                                    "O=x.o A=-lx Y=-lm T=shop.cgi\n"
                                    "M=shop.cc\nMODULES = \\\n\ta.cc\\\n\tb.cc\\\n\tc.cc\n# end\n");
@@ -38,28 +38,28 @@ TEST(Makefile, EveryTokenIsFilledAndModulesAreContinuedLines) {
     VlProjNewEmpty();
     VlProjSetName("shop");
     EXPECT_EQ(VlProjWriteMakefile(), 1);
-    EXPECT_EQ(ws.read("shop.mak"), "S=.c L= D=\nE=shop.exe C= LD=\nO= A= Y= T=\n"
+    EXPECT_EQ(ws.Read("shop.mak"), "S=.c L= D=\nE=shop.exe C= LD=\nO= A= Y= T=\n"
                                    "M=shop.c\nMODULES = \\\n# end\n");
 
     // An unknown token takes the text of the last token and as many
     // characters of the template are skipped.
-    writeTemplate("Makefile.tem", "x $VL_FOO yyyy $VL_MAIN\n");
+    WriteTemplate("Makefile.tem", "x $VL_FOO yyyy $VL_MAIN\n");
     EXPECT_EQ(VlProjWriteMakefile(), 1);
-    EXPECT_EQ(ws.read("shop.mak"), "x $VL_MODULESy shop.c\n");
+    EXPECT_EQ(ws.Read("shop.mak"), "x $VL_MODULESy shop.c\n");
 }
 
 TEST(Makefile, FailuresLeaveThePreviousMakefile) {
     Workspace ws;
     VlProjSetName("shop");
-    ws.write("shop.mak", "previous\n");
+    ws.Write("shop.mak", "previous\n");
     TempDir elsewhere;
-    EnvVar velmora("VELMORA", elsewhere.path().c_str());
+    EnvVar velmora("VELMORA", elsewhere.Path().c_str());
     VlResetDistDir();
-    std::string out = printed([] { EXPECT_EQ(VlProjWriteMakefile(), 0); });
-    EXPECT_EQ(out, "Could find makefile template in VlProjWriteMakeFile " + elsewhere.path() +
+    std::string out = Printed([] { EXPECT_EQ(VlProjWriteMakefile(), 0); });
+    EXPECT_EQ(out, "Could find makefile template in VlProjWriteMakeFile " + elsewhere.Path() +
                        "/config/Makefile.tem\n");
-    EXPECT_EQ(ws.read("shop.mak"), "previous\n");
-    velmora.set(testDistribution().c_str());
+    EXPECT_EQ(ws.Read("shop.mak"), "previous\n");
+    velmora.Set(TestDistribution().c_str());
     VlResetDistDir();
 }
 

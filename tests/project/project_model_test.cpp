@@ -9,14 +9,14 @@ namespace {
 
 class ProjectModel : public testing::Test {
   protected:
-    void SetUp() override { resetProjectState(); }
-    void TearDown() override { resetProjectState(); }
+    void SetUp() override { ResetProjectState(); }
+    void TearDown() override { ResetProjectState(); }
 };
 
 TEST_F(ProjectModel, NewEmptyDeletesTheCurrentProjectWithAllItOwns) {
     VlProject *first = VlProjNewEmpty();
     first->name = strdup("first");
-    first->options = makeList({"A : 1", "B : 2"});
+    first->options = MakeList({"A : 1", "B : 2"});
     first->mainModule->declarations = strdup("int x;");
     VlHtmlDoc *doc = VlHtmlNew();
     VlHtmlSetName(doc, "a.html");

@@ -11,7 +11,7 @@
 using EnvVar = ScopedEnv;
 
 // Forgets every process-wide project state the tests touch.
-inline void resetProjectState() {
+inline void ResetProjectState() {
     VlProjDelete();
     VlCmdLineClearOptions();
     VlProjResetOptionFiles();

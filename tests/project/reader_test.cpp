@@ -9,9 +9,9 @@
 namespace {
 
 // An activator function whose code runs one request on page shop.html.
-std::string function(const std::string &name, const std::string &request, const std::string &bind) {
-    return moduleFunction(name, "",
-                          ::request("\tint before;\n", workCall("-1", request, "USE_IT"),
+std::string Function(const std::string &name, const std::string &request, const std::string &bind) {
+    return ModuleFunction(name, "",
+                          ::Request("\tint before;\n", WorkCall("-1", request, "USE_IT"),
                                     "\n\t/* Brennix Bind Name : " + bind + " */\n", "DSQL", "") +
                               "\n",
                           "");
@@ -34,20 +34,20 @@ const char kCartPage[] = "<html><body>\n"
 
 // A project "store" in proj/: two pages, a module with two bound functions
 // and an alias, an empty module, and one option.
-void writeStore(const Workspace &ws) {
-    ws.write("proj/shop.html", kShopPage);
-    ws.write("proj/cart.html", kCartPage);
-    ws.write("proj/shop.c",
+void WriteStore(const Workspace &ws) {
+    ws.Write("proj/shop.html", kShopPage);
+    ws.Write("proj/cart.html", kCartPage);
+    ws.Write("proj/shop.c",
              kModuleHead + std::string("static char _Vl_HTML_Filename[] = \"shop.html\";\n") +
-                 function("Forder", "getorders", "orders") +
-                 function("Ahome", "gethome", "homebind") +
+                 Function("Forder", "getorders", "orders") +
+                 Function("Ahome", "gethome", "homebind") +
                  "void R_shop_html()\n{\n"
                  "\tVlRegisterHtmlAlias(\"pay__Fcart_html\",\"order__Fshop_html\");\n"
                  "\n}/* Velmora End of Module */\n");
-    ws.write("proj/cart.c", kModuleHead +
+    ws.Write("proj/cart.c", kModuleHead +
                                 std::string("static char _Vl_HTML_Filename[] = \"cart.html\";\n") +
                                 "void R_cart_html()\n{\n\n}/* Velmora End of Module */\n");
-    ws.write("proj/store.pj", kProjectHead + "shop.c\ncart.c\nHTML Files :\nshop.html\ncart.html\n"
+    ws.Write("proj/store.pj", kProjectHead + "shop.c\ncart.c\nHTML Files :\nshop.html\ncart.html\n"
                                              "Project Options :\nTest.CGI URL : /cgi-bin\n");
 }
 
@@ -55,36 +55,36 @@ void writeStore(const Workspace &ws) {
 
 TEST(ProjectRead, BuildsPagesModulesAliasesAndBindingMaps) {
     Workspace ws;
-    writeStore(ws);
-    const std::string path = ws.dir() + "/proj/store.pj";
+    WriteStore(ws);
+    const std::string path = ws.Dir() + "/proj/store.pj";
     VlProject *project = nullptr;
-    EXPECT_EQ(printed([&] { project = VlProjNew(path.c_str(), 0); }),
+    EXPECT_EQ(Printed([&] { project = VlProjNew(path.c_str(), 0); }),
               "Could not read file in VlMainModuleRead:store.c\n");
     ASSERT_NE(project, nullptr);
     EXPECT_STREQ(project->name, "store");
-    EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/proj"));
-    EXPECT_EQ(items(project->options), Strings{"Test.CGI URL : /cgi-bin"});
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + path +
+    EXPECT_EQ(fs::current_path(), fs::path(ws.Dir() + "/proj"));
+    EXPECT_EQ(Items(project->options), Strings{"Test.CGI URL : /cgi-bin"});
+    EXPECT_EQ(ws.Scripts(), "vlreadprj.sh 1|" + path +
                                 "\nvlreadhtml.sh 1|shop.html\nvlreadhtml.sh 1|cart.html\n"
                                 "vlreadmodule.sh 1|shop.c\nvlreadmodule.sh 1|cart.c\n");
 
-    VlHtmlDoc *shop = nth<VlHtmlDoc>(project->htmlDocs, 0);
-    VlHtmlDoc *cart = nth<VlHtmlDoc>(project->htmlDocs, 1);
+    VlHtmlDoc *shop = Nth<VlHtmlDoc>(project->htmlDocs, 0);
+    VlHtmlDoc *cart = Nth<VlHtmlDoc>(project->htmlDocs, 1);
     ASSERT_EQ(SutSizList(project->modules), 2);
-    VlFunction *order = nth<VlFunction>(nth<VlModule>(project->modules, 0)->functions, 0);
-    EXPECT_EQ(order->form, formOf(shop, "order"));
+    VlFunction *order = Nth<VlFunction>(Nth<VlModule>(project->modules, 0)->functions, 0);
+    EXPECT_EQ(order->form, FormOf(shop, "order"));
     // The alias was resolved once all pages were there.
-    EXPECT_EQ(nth<VlAlias>(order->aliases, 0)->form, formOf(cart, "pay"));
+    EXPECT_EQ(Nth<VlAlias>(order->aliases, 0)->form, FormOf(cart, "pay"));
 
     // Naming gave every form served, the alias's included, the program URL.
-    EXPECT_STREQ(formOf(shop, "order")->action, "/cgi-bin/store.exe");
-    EXPECT_STREQ(formOf(cart, "pay")->action, "/cgi-bin/store.exe");
+    EXPECT_STREQ(FormOf(shop, "order")->action, "/cgi-bin/store.exe");
+    EXPECT_STREQ(FormOf(cart, "pay")->action, "/cgi-bin/store.exe");
 
     // The binding code of both functions became applied binds of the map,
     // run from the page, activator and kind of the function they came from.
     ASSERT_NE(SpmGetMapContext(), nullptr);
     EXPECT_EQ(
-        bindsOf(SpmGetMapContext()->spBinds),
+        BindsOf(SpmGetMapContext()->spBinds),
         (Strings{"getorders/orders 1 shop.html|order|F", "gethome/homebind 1 shop.html|home|A"}));
 }
 
@@ -93,16 +93,16 @@ TEST(ProjectRead, HeaderVariantsAndInvalidFiles) {
     // The B header is a project file too, and the header counts anywhere in the text.
     for (const std::string header :
          {"Velmora Project File V1.0B\n", "# by hand\nVelmora Project File V1.0\n"}) {
-        ws.write("late.pj",
+        ws.Write("late.pj",
                  header + kProjectHead.substr(26) + "HTML Files :\nProject Options :\nA : 1\n");
         VlProject *late = nullptr;
-        printed([&] { late = VlProjNew((ws.dir() + "/late.pj").c_str(), 0); });
-        EXPECT_EQ(items(late->options), Strings{"A : 1"}) << header;
+        Printed([&] { late = VlProjNew((ws.Dir() + "/late.pj").c_str(), 0); });
+        EXPECT_EQ(Items(late->options), Strings{"A : 1"}) << header;
     }
-    ws.write("bad.pj", "Velmora Project File V2.0\n");
+    ws.Write("bad.pj", "Velmora Project File V2.0\n");
     VlProject *bad = nullptr;
-    const std::string badPath = ws.dir() + "/bad.pj";
-    EXPECT_EQ(printed([&] { bad = VlProjNew(badPath.c_str(), 0); }),
+    const std::string badPath = ws.Dir() + "/bad.pj";
+    EXPECT_EQ(Printed([&] { bad = VlProjNew(badPath.c_str(), 0); }),
               badPath + " is not a valid project file.\n");
     EXPECT_STREQ(bad->name, "noname");
     EXPECT_EQ(bad->options, nullptr);
@@ -111,37 +111,37 @@ TEST(ProjectRead, HeaderVariantsAndInvalidFiles) {
 TEST(ProjectRead, SettledFileNameAndMissingFiles) {
     Workspace ws;
     // Neither shop nor shop.pj: a new empty project of that name.
-    VlProject *fresh = VlProjNew((ws.dir() + "/shop").c_str(), 0);
+    VlProject *fresh = VlProjNew((ws.Dir() + "/shop").c_str(), 0);
     ASSERT_NE(fresh, nullptr);
     EXPECT_STREQ(fresh->name, "shop");
     EXPECT_EQ(fresh->options, nullptr);
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + ws.dir() + "/shop.pj\n");
+    EXPECT_EQ(ws.Scripts(), "vlreadprj.sh 1|" + ws.Dir() + "/shop.pj\n");
     // Three characters or fewer always get ".pj" when the file is missing.
     VlProjNew(".pj", 0);
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|.pj.pj\n");
+    EXPECT_EQ(ws.Scripts(), "vlreadprj.sh 1|.pj.pj\n");
     EXPECT_STREQ(theProj->name, ".pj");
     // An existing file is read under any name; no options line, no options.
-    ws.write("plain", kProjectHead + "HTML Files :\n");
+    ws.Write("plain", kProjectHead + "HTML Files :\n");
     VlProject *read = nullptr;
-    printed([&] { read = VlProjNew((ws.dir() + "/plain").c_str(), 0); });
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + ws.dir() + "/plain\n");
+    Printed([&] { read = VlProjNew((ws.Dir() + "/plain").c_str(), 0); });
+    EXPECT_EQ(ws.Scripts(), "vlreadprj.sh 1|" + ws.Dir() + "/plain\n");
     EXPECT_STREQ(read->name, "plain");
     EXPECT_EQ(read->options, nullptr);
 }
 
 TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
     Workspace ws;
-    const std::string dir = ws.dir() + "/my proj";
+    const std::string dir = ws.Dir() + "/my proj";
     fs::create_directories(dir);
-    writeText(dir + "/noname.pj", kProjectHead + "HTML Files :\nProject Options :\n"
+    WriteText(dir + "/noname.pj", kProjectHead + "HTML Files :\nProject Options :\n"
                                                  "Project.Call Read/Write Scripts : False\n"
                                                  "CGI test URL : /x\nProject.B : 2\n");
     VlProject *project = nullptr;
-    EXPECT_EQ(printed([&] { project = VlProjNew((dir + "/noname.pj").c_str(), 0); }),
+    EXPECT_EQ(Printed([&] { project = VlProjNew((dir + "/noname.pj").c_str(), 0); }),
               "Upgraded Project Options from an old version of Velmora\n"
               "Could not read file in VlMainModuleRead:noname.c\n");
-    EXPECT_EQ(ws.scripts(), "vlreadprj.sh 1|" + dir + "/noname.pj\n");
-    EXPECT_EQ(items(project->options), (Strings{"Project.Call Read/Write Scripts : False",
+    EXPECT_EQ(ws.Scripts(), "vlreadprj.sh 1|" + dir + "/noname.pj\n");
+    EXPECT_EQ(Items(project->options), (Strings{"Project.Call Read/Write Scripts : False",
                                                 "Test.CGI URL : /x", "Project.B : 2"}));
     EXPECT_STREQ(project->name, "noname");
     EXPECT_EQ(project->nonameAccepted, 1);
@@ -149,14 +149,14 @@ TEST(ProjectRead, ScriptQuotingUpgradeAndNoname) {
 
 TEST(ProjectRead, ModulesAndPagesThatCannotBeReadAreLeftOut) {
     Workspace ws;
-    writeStore(ws);
-    fs::current_path(ws.dir() + "/proj");
-    SutList *pages = makeList({"shop.html", "", "missing.html", nullptr});
+    WriteStore(ws);
+    fs::current_path(ws.Dir() + "/proj");
+    SutList *pages = MakeList({"shop.html", "", "missing.html", nullptr});
     EXPECT_EQ(VlProjReadHTML(pages), 1);
     EXPECT_EQ(SutSizList(theProj->htmlDocs), 1);
-    SutList *modules = makeList({"shop.c", "cart.c", nullptr}); // cart.html was not read
+    SutList *modules = MakeList({"shop.c", "cart.c", nullptr}); // cart.html was not read
     SutList *status = nullptr;
-    EXPECT_EQ(printed([&] { EXPECT_EQ(VlProjReadModules(modules, &status), 0); }),
+    EXPECT_EQ(Printed([&] { EXPECT_EQ(VlProjReadModules(modules, &status), 0); }),
               "Could not read htmlfile for module cart.html\n");
     EXPECT_EQ(std::vector<void *>(status->items, status->items + status->count),
               (std::vector<void *>{reinterpret_cast<void *>(1), nullptr, nullptr}));
@@ -171,16 +171,16 @@ TEST(ProjectNaming, NameDirectoryAndProgramUrl) {
     auto name = [] { return std::string(theProj->name ? theProj->name : "<null>"); };
     EXPECT_EQ(VlProjSetName("shop.pj"), 0);
     EXPECT_EQ(name(), "shop");
-    EXPECT_EQ(fs::current_path(), fs::path(ws.dir()));
+    EXPECT_EQ(fs::current_path(), fs::path(ws.Dir()));
     EXPECT_STREQ(VlHtmlGetProjName(), "/cgi-bin//shop.exe"); // the doubled slash is kept
     EXPECT_EQ(VlProjSetName("dir/"), 1);
     EXPECT_EQ(name(), "noname");
-    EXPECT_EQ(VlProjSetName((ws.dir() + "/new dir/deep/shop").c_str()), 1);
+    EXPECT_EQ(VlProjSetName((ws.Dir() + "/new dir/deep/shop").c_str()), 1);
     EXPECT_EQ(name(), "shop");
-    EXPECT_EQ(fs::current_path(), fs::path(ws.dir() + "/new dir/deep"));
+    EXPECT_EQ(fs::current_path(), fs::path(ws.Dir() + "/new dir/deep"));
 
     // The deployment target picks the URL option; the executable suffix follows.
-    theProj->options = makeList({"Makefile.$VL_DEPLOYMENT_TARGET : NSAPI", "Test.CGI URL : /cgi",
+    theProj->options = MakeList({"Makefile.$VL_DEPLOYMENT_TARGET : NSAPI", "Test.CGI URL : /cgi",
                                  "Release.NSAPI URL : /ns", "Makefile.exeSuffix : .cgi"});
     VlProjSetName("shop");
     EXPECT_STREQ(VlHtmlGetProjName(), "/cgi-bin//shop.cgi");
@@ -190,14 +190,14 @@ TEST(ProjectNaming, NameDirectoryAndProgramUrl) {
     EXPECT_EQ(VlProjGetCGIURL("Test."), nullptr);
 
     // A relocatable project leaves the URL to run time.
-    VlHtmlDoc *page = addPage("p.html", {"f"});
-    VlModuleAddFunc(addModule(page), formOf(page, "f"), nullptr, "x");
+    VlHtmlDoc *page = AddPage("p.html", {"f"});
+    VlModuleAddFunc(AddModule(page), FormOf(page, "f"), nullptr, "x");
     SutAddList(theProj->options, strdup("Project.Relocatable Project : True"));
     VlProjSetName("shop");
-    EXPECT_STREQ(formOf(page, "f")->action, "$$VL_CGI_URL");
+    EXPECT_STREQ(FormOf(page, "f")->action, "$$VL_CGI_URL");
 
     // A directory that cannot be made leaves the project without a name.
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlProjSetName("/proc/no/such/shop"), 0); }),
+    EXPECT_EQ(Printed([] { EXPECT_EQ(VlProjSetName("/proc/no/such/shop"), 0); }),
               "Create directory failed.\n");
     EXPECT_EQ(theProj->name, nullptr);
 }

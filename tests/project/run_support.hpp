@@ -15,20 +15,20 @@
 #include <thread>
 
 // Installs the logging scripts of the scripted runs (once per test program).
-inline void installRunScripts() {
-    static const bool done = (writeScripts(testDistribution() + "/bin",
+inline void InstallRunScripts() {
+    static const bool done = (WriteScripts(TestDistribution() + "/bin",
                                            {"vlinst.sh", "vltest.sh", "vlrel1.sh", "vlrel2.sh",
                                             "vlmake.sh", "vledithtml.sh", "vlbrowser.sh"}),
                               true);
     (void)done;
 }
 
-inline void writeTemplate(const char *name, const std::string &text) {
-    writeText(testDistribution() + "/config/" + name, text);
+inline void WriteTemplate(const char *name, const std::string &text) {
+    WriteText(TestDistribution() + "/config/" + name, text);
 }
 
 // Replaces the current project's options by copies of lines.
-inline void setOptions(std::initializer_list<const char *> lines) {
+inline void SetOptions(std::initializer_list<const char *> lines) {
     SutDestroyList(theProj->options);
     theProj->options = SutNewList();
     for (const char *line : lines)
@@ -37,23 +37,23 @@ inline void setOptions(std::initializer_list<const char *> lines) {
 
 // A page of the current project read from disk (so it has a working copy),
 // with its module.
-inline VlHtmlDoc *readPage(const Workspace &ws, const char *name, const std::string &text) {
-    ws.write(name, text);
+inline VlHtmlDoc *ReadPage(const Workspace &ws, const char *name, const std::string &text) {
+    ws.Write(name, text);
     VlHtmlDoc *doc = VlHtmlNewFromFile(name);
     SutAddList(theProj->htmlDocs, doc);
-    addModule(doc);
+    AddModule(doc);
     return doc;
 }
 
 // Waits (up to five seconds) until the script log holds count lines, for
 // scripts started without waiting, and returns the log.
-inline std::string waitForLog(const Workspace &ws, int count) {
+inline std::string WaitForLog(const Workspace &ws, int count) {
     for (int i = 0; i < 500; i++) {
-        const std::string log = ws.read(".scripts");
+        const std::string log = ws.Read(".scripts");
         if (std::count(log.begin(), log.end(), '\n') >= count) break;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
-    return ws.scripts();
+    return ws.Scripts();
 }
 
 #endif

@@ -12,49 +12,49 @@
 
 namespace {
 
-void installable(const Workspace &) {
-    installRunScripts();
+void Installable(const Workspace &) {
+    InstallRunScripts();
     VlProjSetName("shop");
-    addModule(addPage("a.html", {"order"}));
-    addModule(addPage("my page.html", {}));
+    AddModule(AddPage("a.html", {"order"}));
+    AddModule(AddPage("my page.html", {}));
 }
 
 TEST(ScriptedRuns, InstallAndTestCommandLines) {
     Workspace ws;
-    installable(ws);
-    setOptions({"Test.HTML Path : /www/#proj", "Test.CGI Path : /cgi dir",
+    Installable(ws);
+    SetOptions({"Test.HTML Path : /www/#proj", "Test.CGI Path : /cgi dir",
                 "Test.HTML URL : http://h/x", "Project.HTML Startup Document : start.html",
                 "Makefile.exeSuffix : .cgi", "Makefile.$VL_DEPLOYMENT_TARGET : NSAPI"});
     theProj->releaseMode = 1;
     EXPECT_EQ(VlProjRunInstall(), 1);
     EXPECT_EQ(theProj->releaseMode, 0);
-    EXPECT_EQ(ws.scripts(), "vlinst.sh: [shop.cgi] [start.html] [/cgi dir] [http://h/x] "
+    EXPECT_EQ(ws.Scripts(), "vlinst.sh: [shop.cgi] [start.html] [/cgi dir] [http://h/x] "
                             "[/www/shop] [shop.mak] [NSAPI] [ a.html my page.html]\n");
 
     // The command line ends before the first setting the project lacks.
-    setOptions({"Test.HTML URL : http://h/x", "Project.HTML Startup Document : start.html"});
+    SetOptions({"Test.HTML URL : http://h/x", "Project.HTML Startup Document : start.html"});
     EXPECT_EQ(VlProjRunInstall(), 1);
-    EXPECT_EQ(ws.scripts(), "vlinst.sh: [shop.exe] [start.html]\n");
+    EXPECT_EQ(ws.Scripts(), "vlinst.sh: [shop.exe] [start.html]\n");
 
     // An empty start document gives the first page; the target defaults to
     // CGI; shell characters in values arrive as they are and run nothing.
-    setOptions({"Test.HTML Path : ", "Test.CGI Path : /c", "Test.HTML URL : $(touch pwned)`x`",
+    SetOptions({"Test.HTML Path : ", "Test.CGI Path : /c", "Test.HTML URL : $(touch pwned)`x`",
                 "Project.HTML Startup Document : "});
     EXPECT_EQ(VlProjRunInstall(), 1);
-    EXPECT_EQ(ws.scripts(),
+    EXPECT_EQ(ws.Scripts(),
               "vlinst.sh: [shop.exe] [a.html] [/c] [$(touch pwned)`x`] [] [shop.mak] [CGI] "
               "[ a.html my page.html]\n");
     EXPECT_FALSE(fs::exists("pwned"));
 
     // A relocatable project starts with its program, under its CGI URL.
-    setOptions({"Project.Relocatable Project : True", "Test.CGI URL : /cgi-bin",
+    SetOptions({"Project.Relocatable Project : True", "Test.CGI URL : /cgi-bin",
                 "Test.HTML URL : /not/used", "Test.CGI Path : /c", "Test.HTML Path : /h"});
     EXPECT_EQ(VlProjRunTest(), 1);
-    EXPECT_EQ(ws.scripts(), "vltest.sh: [shop.exe] [shop.exe] [/c] [/cgi-bin] [/h] [shop.mak] "
+    EXPECT_EQ(ws.Scripts(), "vltest.sh: [shop.exe] [shop.exe] [/c] [/cgi-bin] [/h] [shop.mak] "
                             "[CGI] [ a.html my page.html]\n");
 }
 
-std::vector<std::string> sortedLines(const std::string &text) {
+std::vector<std::string> SortedLines(const std::string &text) {
     std::vector<std::string> lines;
     std::istringstream in(text);
     for (std::string line; std::getline(in, line);)
@@ -65,27 +65,27 @@ std::vector<std::string> sortedLines(const std::string &text) {
 
 TEST(ScriptedRuns, ReleaseWritesACopyWithReadmeAndComesBack) {
     Workspace ws;
-    installRunScripts();
-    writeTemplate("main.tem", "");
-    writeTemplate("Makefile.tem", "all: $VL_EXECUTABLE\n");
-    EXPECT_EQ(printed([] { EXPECT_EQ(VlProjRunRelease(), 0); }),
+    InstallRunScripts();
+    WriteTemplate("main.tem", "");
+    WriteTemplate("Makefile.tem", "all: $VL_EXECUTABLE\n");
+    EXPECT_EQ(Printed([] { EXPECT_EQ(VlProjRunRelease(), 0); }),
               "There is no project to release.\n");
 
     VlProjSetName("shop");
-    setOptions({"Project.Call Read/Write Scripts : False", "Makefile.exeSuffix : .cgi",
+    SetOptions({"Project.Call Read/Write Scripts : False", "Makefile.exeSuffix : .cgi",
                 "Project.Allow Config File : True", "Project.Config File Name : conf/#proj.cfg",
                 "Test.CGI URL : /test", "Release.CGI URL : /rel", "Release.HTML URL : /site",
                 "Test.HTML URL : /t"});
-    readPage(ws, "a.html", "<html>a</html>\n");
+    ReadPage(ws, "a.html", "<html>a</html>\n");
     ASSERT_EQ(VlProjWrite(1), 1);
-    ws.scripts();
+    ws.Scripts();
 
     EXPECT_EQ(VlProjRunRelease(), 1);
-    EXPECT_EQ(fs::current_path(), fs::path(ws.dir())); // back, with the project read again
+    EXPECT_EQ(fs::current_path(), fs::path(ws.Dir())); // back, with the project read again
     EXPECT_EQ(theProj->releaseMode, 0);
 
     const std::string settings = "CGI URL : /rel\nHTML URL : /site\n";
-    EXPECT_EQ(ws.read("release/README"),
+    EXPECT_EQ(ws.Read("release/README"),
               "This file contains important information about your project\n\n"
               "These files should be copied to a directory that is known to your HTTP server.\n"
               "CGI Name : shop.cgi\n"
@@ -95,14 +95,14 @@ TEST(ScriptedRuns, ReleaseWritesACopyWithReadmeAndComesBack) {
               "This is NOT a relocatable project.\n" +
                   settings +
                   "\nNote that you can override these values if you use a config file.\n");
-    EXPECT_EQ(ws.read("release/shop.cfg"), settings);
-    EXPECT_EQ(ws.read("shop.cfg"), "CGI URL : /test\nHTML URL : /t\n");
-    EXPECT_EQ(ws.read("release/in_use/a.html.vlm"), "<html>a</html>\n");
-    EXPECT_EQ(ws.read("release/shop.mak"), "all: shop.cgi\n");
+    EXPECT_EQ(ws.Read("release/shop.cfg"), settings);
+    EXPECT_EQ(ws.Read("shop.cfg"), "CGI URL : /test\nHTML URL : /t\n");
+    EXPECT_EQ(ws.Read("release/in_use/a.html.vlm"), "<html>a</html>\n");
+    EXPECT_EQ(ws.Read("release/shop.mak"), "all: shop.cgi\n");
 
     // Reading the project again runs the read script: no project is current
     // then, and without one the scripts are called.
-    EXPECT_EQ(sortedLines(waitForLog(ws, 3)),
+    EXPECT_EQ(SortedLines(WaitForLog(ws, 3)),
               (std::vector<std::string>{"vlreadprj.sh 1|shop.pj", "vlrel1.sh: [.c]",
                                         "vlrel2.sh: [shop] [.cgi] [shop.mak] "
                                         "[shop.cfg] [ a.html] [ a.c shop.c]"}));
@@ -110,31 +110,31 @@ TEST(ScriptedRuns, ReleaseWritesACopyWithReadmeAndComesBack) {
 
 TEST(ScriptedRuns, ReleaseWithoutItsReadmeStaysInTheReleaseDirectory) {
     Workspace ws;
-    installRunScripts();
-    writeTemplate("main.tem", "");
-    writeTemplate("Makefile.tem", "");
+    InstallRunScripts();
+    WriteTemplate("main.tem", "");
+    WriteTemplate("Makefile.tem", "");
     VlProjSetName("shop");
-    setOptions({"Project.Call Read/Write Scripts : False"});
-    addModule(addPage("a.html", {}));
+    SetOptions({"Project.Call Read/Write Scripts : False"});
+    AddModule(AddPage("a.html", {}));
     fs::create_directories("release/README");
-    std::string out = printed([] { EXPECT_EQ(VlProjRunRelease(), 0); });
+    std::string out = Printed([] { EXPECT_EQ(VlProjRunRelease(), 0); });
     EXPECT_EQ(out, "Could open file for write README\n");
     EXPECT_EQ(theProj->releaseMode, 1);
-    EXPECT_EQ(fs::current_path(), fs::path(ws.dir()) / "release");
+    EXPECT_EQ(fs::current_path(), fs::path(ws.Dir()) / "release");
     EXPECT_TRUE(fs::exists("shop.pj"));
     // The first script was started before the project moved.
-    EXPECT_EQ(waitForLog(ws, 1), "vlrel1.sh: [.c]\n");
+    EXPECT_EQ(WaitForLog(ws, 1), "vlrel1.sh: [.c]\n");
 }
 
 TEST(ScriptedRuns, BackgroundStartsOfBuildEditorAndBrowser) {
     Workspace ws;
-    installRunScripts();
+    InstallRunScripts();
     EXPECT_EQ(VlProjBuild(), 0);
     VlProjSetName("my shop");
     EXPECT_EQ(VlProjBuild(), 1);
-    EXPECT_EQ(waitForLog(ws, 1), "vlmake.sh: [my shop.mak]\n");
+    EXPECT_EQ(WaitForLog(ws, 1), "vlmake.sh: [my shop.mak]\n");
     EXPECT_EQ(VlProjPreviewHtml("a b.html"), 1);
-    EXPECT_EQ(waitForLog(ws, 1), "vlbrowser.sh: [-openFile] [" + ws.dir() + "/a b.html]\n");
+    EXPECT_EQ(WaitForLog(ws, 1), "vlbrowser.sh: [-openFile] [" + ws.Dir() + "/a b.html]\n");
 }
 
 } // namespace

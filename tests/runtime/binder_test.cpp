@@ -96,7 +96,7 @@ class WorkCalls : public ::testing::Test {
   protected:
     void SetUp() override {
         vlrun::TheSettings() = vlrun::Settings();
-        vlrun::TheSettings().database = dir_.file("shop.db");
+        vlrun::TheSettings().database = dir_.File("shop.db");
         sqlite3 *db = nullptr;
         ASSERT_EQ(sqlite3_open(vlrun::TheSettings().database.c_str(), &db), SQLITE_OK);
         ASSERT_EQ(sqlite3_exec(db,

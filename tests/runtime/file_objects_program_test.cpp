@@ -23,25 +23,25 @@ std::string RequestCode(const char *name, int kind, std::initializer_list<const 
                         std::initializer_list<const char *> columns,
                         std::initializer_list<Argument> arguments) {
     SpmSPBind *bind = SpmNewSPBind();
-    set(&bind->name, name);
-    set(&bind->altName, "bind1");
+    Set(&bind->name, name);
+    Set(&bind->altName, "bind1");
     bind->id = kind;
-    bind->options = makeList(options);
+    bind->options = MakeList(options);
     SpmCallbackBind *call = SpmAddCallbackBindToSP(bind);
     call->maxRows = 0;
     for (const char *column : columns) {
         SpmColBind *col = SpmAddColBindToSP(bind);
-        set(&col->interface, "files.html");
-        set(&col->swidget, "rows");
-        set(&col->dataType, "varchar");
-        set(&col->columnName, column);
+        Set(&col->interface, "files.html");
+        Set(&col->swidget, "rows");
+        Set(&col->dataType, "varchar");
+        Set(&col->columnName, column);
     }
     for (const Argument &argument : arguments) {
         SpmArgBind *arg = SpmAddArgBindToSP(bind);
-        set(&arg->argName, argument.name);
-        set(&arg->dataType, "varchar");
+        Set(&arg->argName, argument.name);
+        Set(&arg->dataType, "varchar");
         arg->dataSize = 60;
-        set(&arg->initCode, argument.initCode);
+        Set(&arg->initCode, argument.initCode);
     }
     char *code = getCallbackCode(bind, call, 1);
     std::string text = code ? code : "";
@@ -101,14 +101,14 @@ class FileObjectProgram : public ::testing::Test {
                                      {{"word", "VlGetInputValue(\"word\")"}})},
             {"nothing", RequestCode("nothing", NULL_EXEC, {}, {"x"}, {})},
         };
-        dir_->write("files.c", ModuleText("files.html", activators));
-        dir_->write("main.c", kMain);
-        built_ = BuildProgram(dir_->path(), {"main.c", "files.c"}, "files.cgi");
-        dir_->write("files.html", "<html><body>\n##Vl_rows##\n</body></html>\n");
-        dir_->write("catalog.txt", "Dune;9.50\r\nZo\xC3\xAB;7.25\nlast");
-        dir_->write("fixed.txt", "Zo\xC3\xAB 12x|Dune 9");
-        dir_->write("lines.sh", "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done\n");
-        fs::permissions(dir_->file("lines.sh"), fs::perms::owner_all);
+        dir_->Write("files.c", ModuleText("files.html", activators));
+        dir_->Write("main.c", kMain);
+        built_ = BuildProgram(dir_->Path(), {"main.c", "files.c"}, "files.cgi");
+        dir_->Write("files.html", "<html><body>\n##Vl_rows##\n</body></html>\n");
+        dir_->Write("catalog.txt", "Dune;9.50\r\nZo\xC3\xAB;7.25\nlast");
+        dir_->Write("fixed.txt", "Zo\xC3\xAB 12x|Dune 9");
+        dir_->Write("lines.sh", "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done\n");
+        fs::permissions(dir_->File("lines.sh"), fs::perms::owner_all);
     }
     static void TearDownTestSuite() { dir_.reset(); }
     void SetUp() override { ASSERT_EQ(built_, ""); }
@@ -116,10 +116,10 @@ class FileObjectProgram : public ::testing::Test {
     // The body of the answer to the form activator name, or the status line
     // and standard error of a failed one.
     static std::string Answer(const std::string &name, const std::string &fields = "") {
-        ProgramRun run = runProgram(
-            dir_->file("files.cgi"), {},
+        ProgramRun run = RunProgram(
+            dir_->File("files.cgi"), {},
             {"REQUEST_METHOD=GET", "QUERY_STRING=VlFormName=" + name + "__Ffiles_html" + fields},
-            dir_->path());
+            dir_->Path());
         if (run.out.starts_with("Status: 200 OK\r\n")) return run.out.substr(run.out.find("\r\n\r\n") + 4);
         return run.out.substr(0, run.out.find("\r\n")) + "\n" + run.err;
     }
@@ -149,7 +149,7 @@ TEST_F(FileObjectProgram, ProgramsRunWithoutAShellWithinTheirTimeLimit) {
                    "<tr><td>&lt;b&gt;&#39;&quot; $HOME</td><td></td></tr>\n"
                    "<tr><td>x</td><td>$(touch canary) `touch canary`; touch canary</td></tr>\n"
                    "</table>\n"));
-    EXPECT_FALSE(fs::exists(dir_->file("canary")));
+    EXPECT_FALSE(fs::exists(dir_->File("canary")));
 
     const std::string failed = "Status: 500 Internal Server Error\nvlrun: 500: work call ";
     EXPECT_EQ(Answer("slow"),
@@ -158,7 +158,7 @@ TEST_F(FileObjectProgram, ProgramsRunWithoutAShellWithinTheirTimeLimit) {
     EXPECT_EQ(Answer("limitless"), failed + "/bin/true of limitless__Ffiles_html: the Time Limit 99999 "
                                             "is not a number of seconds from 1 to 3600\n");
     EXPECT_EQ(Answer("missing"), failed + "no-such-program of missing__Ffiles_html: " +
-                                     dir_->file("no-such-program") +
+                                     dir_->File("no-such-program") +
                                      " cannot be run: No such file or directory\n");
 }
 

@@ -38,7 +38,7 @@ TEST(FileObjects, LinesBecomeRows) {
     vlrun::RequestState request;
     vlrun::SetCurrentRequest(&request);
     pSgeWorkCallData file = getSgeWorkCallData(nullptr, 2, "", "",
-                                               dir.write("rows.txt", "1,a\r\n2\n3,c\n").c_str(),
+                                               dir.Write("rows.txt", "1,a\r\n2\n3,c\n").c_str(),
                                                READ_FILE);
     VlVaSetReqOptions(file, "Delimiter : ,", VULL);
     EXPECT_EQ(DoWorkProc(file, PROCESSBRSREQUEST_DSQL), 0);
@@ -71,7 +71,7 @@ TEST(Settings, TheConfigurationFileOverridesTheSetupCalls) {
     VlInitHeaders();
     VlSetHtmlDir("www");
     VlSetDefaultVendor(SGESQLITE);
-    VlSetConfigFile(dir.write("app.cfg", "Project.Print Form Args : True\n"
+    VlSetConfigFile(dir.Write("app.cfg", "Project.Print Form Args : True\n"
                                          "HTML Path : c:/srv/www\nDatabase Vendor : ORACLE\n"
                                          "Database Name : other\nnot an option\n")
                         .c_str());

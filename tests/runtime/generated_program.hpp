@@ -43,7 +43,7 @@ inline std::string ModuleText(const std::string &page,
 }
 
 inline ProgramRun Shell(const std::string &command, const std::string &dir) {
-    return runProgram("/bin/sh", {"-c", command}, {"PATH=/usr/bin:/bin"}, dir);
+    return RunProgram("/bin/sh", {"-c", command}, {"PATH=/usr/bin:/bin"}, dir);
 }
 
 // Compiles each C source of dir (with extra compiler options, by another

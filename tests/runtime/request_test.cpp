@@ -13,14 +13,14 @@ namespace {
 
 VlRequest *RequestWith(std::initializer_list<const char *> options) {
     VlRequest *r = static_cast<VlRequest *>(calloc(1, sizeof(VlRequest)));
-    if (options.size()) r->options = makeList(options);
+    if (options.size()) r->options = MakeList(options);
     return r;
 }
 
 // The arguments as "name=value#number".
 Strings ArgsOf(VlRequest *r) {
-    return each<VlReqArg>(r->args, [](VlReqArg *a) {
-        return str(a->name) + "=" + str(a->value) + "#" + std::to_string(a->number) +
+    return Each<VlReqArg>(r->args, [](VlReqArg *a) {
+        return Str(a->name) + "=" + Str(a->value) + "#" + std::to_string(a->number) +
                std::to_string(a->aux1) + std::to_string(a->aux2);
     });
 }
@@ -37,7 +37,7 @@ TEST(Request, UnpackStopsAtTheFirstIncompletePairAndRemovesWhatItTook) {
         {"Other : x", "Arg0Name : 7a", "Arg0Value : 1", "Arg2Name : c", "Arg2Value : 3"});
     EXPECT_EQ(VlUnPackOdbcArgs(r), 0);
     EXPECT_EQ(ArgsOf(r), Strings{"7a=1#700"}); // the number is atoi of the name
-    EXPECT_EQ(items(r->options), (Strings{"Other : x", "Arg2Name : c", "Arg2Value : 3"}));
+    EXPECT_EQ(Items(r->options), (Strings{"Other : x", "Arg2Name : c", "Arg2Value : 3"}));
     VlReqDelete(r);
 
     // Half a pair ends the loop, and both of its options are gone.
@@ -45,7 +45,7 @@ TEST(Request, UnpackStopsAtTheFirstIncompletePairAndRemovesWhatItTook) {
                      "Arg1Value : 2", "Arg2Value : z"});
     EXPECT_EQ(VlUnPackOdbcArgs(r), 0);
     EXPECT_EQ(ArgsOf(r), (Strings{"a=1#000", "b=2#000"}));
-    EXPECT_EQ(items(r->options), Strings{"Arg1Name : b2"});
+    EXPECT_EQ(Items(r->options), Strings{"Arg1Name : b2"});
     VlReqDelete(r);
 
     VlRequest *bare = RequestWith({}); // without options (both unpackers share the check)
@@ -64,7 +64,7 @@ TEST(Request, UnpackGoesUpToIndex1024) {
     EXPECT_EQ(VlUnPackOdbcArgs(r), 0);
     EXPECT_EQ(VlReqGetNumArgs(r), 1025);
     EXPECT_STREQ(VlReqGetNArg(r, 1024), "v1024");
-    EXPECT_EQ(items(r->options), (Strings{"Arg1025Name : n1025", "Arg1025Value : v1025"}));
+    EXPECT_EQ(Items(r->options), (Strings{"Arg1025Name : n1025", "Arg1025Value : v1025"}));
     VlReqDelete(r);
 }
 
@@ -100,7 +100,7 @@ TEST(Request, ResultsAndCounters) {
     EXPECT_EQ(VlReqAppendString(r, "row"), 0);
     EXPECT_EQ(VlReqAppendString(r, nullptr), 0);
     EXPECT_EQ(VlReqAppendString(nullptr, "x"), 1);
-    EXPECT_EQ(items(r->strings), (Strings{"row", ""}));
+    EXPECT_EQ(Items(r->strings), (Strings{"row", ""}));
 
     // Each counter goes to its own field. The appenders share one check, the
     // setters another: a negative value or a null request is refused and the
@@ -122,11 +122,11 @@ TEST(Request, ResultsAndCounters) {
 
     EXPECT_EQ(VlReqAppendError(r, 1, -2, 3, "bad row", 4, 5), 0);
     EXPECT_EQ(VlReqAppendError(r, 0, 0, 0, nullptr, 0, 0), 0);
-    EXPECT_EQ(each<VlReqError>(r->errors,
+    EXPECT_EQ(Each<VlReqError>(r->errors,
                                [](VlReqError *e) {
                                    return std::to_string(e->value1) + " " +
                                           std::to_string(e->value2) + " " +
-                                          std::to_string(e->value3) + " " + str(e->text) + " " +
+                                          std::to_string(e->value3) + " " + Str(e->text) + " " +
                                           std::to_string(e->value4) + " " +
                                           std::to_string(e->value5);
                                }),

@@ -27,26 +27,26 @@ std::string RequestCode(int k) {
     static const char *const dialogs[] = {"NO_WP", "USE_IT", "NO_USE"};
     static const char *const caches[] = {"NO_CACHE", "TO_CACHE", "FROM_CACHE"};
     SpmSPBind *bind = SpmNewSPBind();
-    set(&bind->servername, "srv");
-    set(&bind->dbname, "db");
-    set(&bind->name, "request");
-    set(&bind->altName, ("bind" + std::to_string(k)).c_str());
+    Set(&bind->servername, "srv");
+    Set(&bind->dbname, "db");
+    Set(&bind->name, "request");
+    Set(&bind->altName, ("bind" + std::to_string(k)).c_str());
     bind->id = kinds[k];
     bind->dbVendor = k % 5;
-    set(&bind->cacheFlag, caches[k % 3]);
-    if (k % 2) set(&bind->cacheKey, "\"key\"");
-    if (k % 2) set(&bind->indexKey, "\"index\"");
-    bind->sqlFrags = makeList({"select \"a\" from t", "where b = :b\nand c = :c"});
-    bind->options = makeList({"Delimiter : ,"});
+    Set(&bind->cacheFlag, caches[k % 3]);
+    if (k % 2) Set(&bind->cacheKey, "\"key\"");
+    if (k % 2) Set(&bind->indexKey, "\"index\"");
+    bind->sqlFrags = MakeList({"select \"a\" from t", "where b = :b\nand c = :c"});
+    bind->options = MakeList({"Delimiter : ,"});
     SpmCallbackBind *call = SpmAddCallbackBindToSP(bind);
     call->maxRows = 10;
-    set(&call->useDialog, dialogs[k % 3]);
-    set(&call->indexFlag, indexWords[k]);
-    if (k % 2) set(&call->indexValue, "\"value\"");
-    set(&call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
-    set(&call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
-    set(&call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
-    call->options = makeList({"Call : 1"});
+    Set(&call->useDialog, dialogs[k % 3]);
+    Set(&call->indexFlag, indexWords[k]);
+    if (k % 2) Set(&call->indexValue, "\"value\"");
+    Set(&call->queueFile, k % 2 ? "QUEUE_TO_FILE" : "NO_QUEUE_FILE");
+    Set(&call->initCode, "\tconst char *seen = VlGetInputValue(\"b\");");
+    Set(&call->finalCode, "\tif (seen && VlGetRowCount(pSgeWCD) > 0) VlSetAnswerPage(seen);");
+    call->options = MakeList({"Call : 1"});
     struct Column {
         const char *page, *widget, *popup, *clientData;
     };
@@ -54,20 +54,20 @@ std::string RequestCode(int k) {
                      Column{nullptr, "site2", nullptr, nullptr},
                      Column{nullptr, nullptr, nullptr, nullptr}}) {
         SpmColBind *col = SpmAddColBindToSP(bind);
-        set(&col->interface, c.page);
-        set(&col->swidget, c.widget);
-        set(&col->popCallbackName, c.popup);
-        set(&col->clientData, c.clientData);
-        set(&col->dataType, "varchar");
-        set(&col->columnName, "a");
-        col->options = makeList({"Width : 20"});
+        Set(&col->interface, c.page);
+        Set(&col->swidget, c.widget);
+        Set(&col->popCallbackName, c.popup);
+        Set(&col->clientData, c.clientData);
+        Set(&col->dataType, "varchar");
+        Set(&col->columnName, "a");
+        col->options = MakeList({"Width : 20"});
     }
     for (const char *init : {"VlGetInputValue(\"b\")", "\"\"", "seen"}) {
         SpmArgBind *arg = SpmAddArgBindToSP(bind);
-        set(&arg->argName, "b");
-        set(&arg->dataType, "int");
-        set(&arg->initCode, init);
-        arg->options = makeList({"Null : yes"});
+        Set(&arg->argName, "b");
+        Set(&arg->dataType, "int");
+        Set(&arg->initCode, init);
+        arg->options = MakeList({"Null : yes"});
     }
     char *code = getCallbackCode(bind, call, 1);
     std::string text = code ? code : "";
@@ -102,9 +102,9 @@ std::string ShapesModule() {
 
 TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
     TempDir dir;
-    dir.write("shapes.c", ShapesModule());
+    dir.Write("shapes.c", ShapesModule());
     for (const char *file : {"shop.c", "catalog.c", "order.c"})
-        dir.write(file, readText(kExample + file));
+        dir.Write(file, ReadText(kExample + file));
     struct Language {
         std::string compiler, options;
     };
@@ -113,12 +113,12 @@ TEST(GeneratedCode, EveryShapeCompilesWithoutWarningsAsC11AndCxx20AndLinks) {
           Language{VELMORA_CXX_COMPILER, "-x c++ -std=c++20"}}) {
         SCOPED_TRACE(language.options);
         // Linked as the generated makefile links: the C compiler, -lvlrun alone.
-        ASSERT_EQ(BuildProgram(dir.path(), {"shapes.c", "shop.c", "catalog.c", "order.c"},
+        ASSERT_EQ(BuildProgram(dir.Path(), {"shapes.c", "shop.c", "catalog.c", "order.c"},
                                "shop.cgi", language.options + " -Wall -Wextra -Werror",
                                language.compiler),
                   "");
         // It answers: the start page is not installed here.
-        ProgramRun answer = runProgram(dir.file("shop.cgi"), {}, {"REQUEST_METHOD=GET"}, dir.path());
+        ProgramRun answer = RunProgram(dir.File("shop.cgi"), {}, {"REQUEST_METHOD=GET"}, dir.Path());
         EXPECT_EQ(answer.out.substr(0, 23), "Status: 404 Not Found\r\n");
     }
 }

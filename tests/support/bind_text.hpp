@@ -15,27 +15,27 @@
 #include <string>
 #include <vector>
 
-inline const char *item(const SutList *l, int i) {
-    return nth<const char>(l, i);
+inline const char *Item(const SutList *l, int i) {
+    return Nth<const char>(l, i);
 }
 
-inline std::string show(const char *s) {
+inline std::string Show(const char *s) {
     return s ? "\"" + std::string(s) + "\"" : "null";
 }
 
 // A list as text; an empty list reads back as none.
-inline std::string showList(const SutList *l) {
+inline std::string ShowList(const SutList *l) {
     if (SutSizList(l) <= 0) return "none";
     std::string s = "[";
     for (int i = 0; i < SutSizList(l); i++)
-        s += show(item(l, i)) + ",";
+        s += Show(Item(l, i)) + ",";
     return s + "]";
 }
 
 // The fields of a record that the map file stores (memoryOnly false) or those
 // kept in memory only, in the record's order, blank-separated; for a bind, the
 // stored fields of each child record follow on a line of their own.
-inline std::string fieldText(const void *record, const BindRecordKind &kind, bool memoryOnly) {
+inline std::string FieldText(const void *record, const BindRecordKind &kind, bool memoryOnly) {
     std::vector<const BindField *> fields;
     for (const BindField &f : kind.fields)
         if (f.kind != FieldKind::Records && f.kind != FieldKind::Count &&
@@ -50,11 +50,11 @@ inline std::string fieldText(const void *record, const BindRecordKind &kind, boo
         case FieldKind::Text:
         case FieldKind::LongText:
         case FieldKind::Choice:
-            s += show(FieldOf<char *>(record, *f));
+            s += Show(FieldOf<char *>(record, *f));
             break;
         case FieldKind::Lines:
         case FieldKind::LongLines:
-            s += showList(FieldOf<SutList *>(record, *f));
+            s += ShowList(FieldOf<SutList *>(record, *f));
             break;
         case FieldKind::Long:
             s += std::to_string(FieldOf<long>(record, *f));
@@ -72,7 +72,7 @@ inline std::string fieldText(const void *record, const BindRecordKind &kind, boo
 // The fields of a bind and of its child records that the map file stores
 // (one line per child record, "col ...", "call ...", "arg ...") or that are
 // kept in memory only (all on one line).
-inline std::string bindText(const SpmSPBind *b, bool memoryOnly) {
+inline std::string BindText(const SpmSPBind *b, bool memoryOnly) {
     const struct {
         const SutList *list;
         const BindRecordKind &kind;
@@ -80,35 +80,35 @@ inline std::string bindText(const SpmSPBind *b, bool memoryOnly) {
     } children[] = {{b->colBinds, kColBindKind, "\ncol "},
                     {b->callBinds, kCallbackBindKind, "\ncall "},
                     {b->argBinds, kArgBindKind, "\narg "}};
-    std::string s = fieldText(b, kSPBindKind, memoryOnly);
+    std::string s = FieldText(b, kSPBindKind, memoryOnly);
     for (const auto &child : children)
         for (int i = 0; i < SutSizList(child.list); i++)
             s += (memoryOnly ? "" : child.line) +
-                 fieldText(SutGetNList(child.list, i), child.kind, memoryOnly);
+                 FieldText(SutGetNList(child.list, i), child.kind, memoryOnly);
     return s;
 }
-inline std::string stored(const SpmSPBind *b) {
-    return bindText(b, false);
+inline std::string Stored(const SpmSPBind *b) {
+    return BindText(b, false);
 }
-inline std::string unstored(const SpmSPBind *b) {
-    return bindText(b, true);
+inline std::string Unstored(const SpmSPBind *b) {
+    return BindText(b, true);
 }
 
 // Each bind of a list by name, alias, applied flag and the page, widget and
 // callback of its first callback bind: "name/altName 1 page|widget|F".
-inline Strings bindsOf(const SutList *binds) {
-    return each<SpmSPBind>(binds, [](SpmSPBind *b) {
-        auto *k = nth<SpmCallbackBind>(b->callBinds, 0);
-        return str(b->name) + "/" + str(b->altName) + " " + std::to_string(b->beenApplied) + " " +
-               (k ? str(k->interface) + "|" + str(k->swidget) + "|" + str(k->callbackName)
+inline Strings BindsOf(const SutList *binds) {
+    return Each<SpmSPBind>(binds, [](SpmSPBind *b) {
+        auto *k = Nth<SpmCallbackBind>(b->callBinds, 0);
+        return Str(b->name) + "/" + Str(b->altName) + " " + std::to_string(b->beenApplied) + " " +
+               (k ? Str(k->interface) + "|" + Str(k->swidget) + "|" + Str(k->callbackName)
                   : std::string("-"));
     });
 }
 
 // Destroys the binds of a list and the list.
-inline void destroyBinds(SutList *binds) {
+inline void DestroyBinds(SutList *binds) {
     for (int i = 0; i < SutSizList(binds); i++) {
-        auto *b = nth<SpmSPBind>(binds, i);
+        auto *b = Nth<SpmSPBind>(binds, i);
         SpmDestroySPBind(&b);
     }
     SutDeleteList(binds);

@@ -21,14 +21,14 @@ inline const std::string kEndBanner =
     "\n\t/*************** END OF VELMORA FINAL CODE  ***************************/\n}";
 
 // The work call of a request on server "srv" and database "db".
-inline std::string workCall(const std::string &rows, const std::string &name,
+inline std::string WorkCall(const std::string &rows, const std::string &name,
                             const std::string &word) {
     return "\n\tpSgeWCD = getSgeWorkCallData(UxWidget,\n\t\t" + rows +
            ",\n\t\t\"srv\",\n\t\t\"db\",\n\t\t\"" + name + "\", " + word + ");\n\n";
 }
 
 // One request: init code, work call, body calls, run call, final code.
-inline std::string request(const std::string &init, const std::string &call,
+inline std::string Request(const std::string &init, const std::string &call,
                            const std::string &calls, const std::string &run,
                            const std::string &final) {
     return "{\n\tpSgeWorkCallData pSgeWCD;\n\n" + kInitBanner + init + call + calls +

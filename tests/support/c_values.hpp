@@ -15,7 +15,7 @@
 using Strings = std::vector<std::string>;
 
 // The string's text (nullopt for null); the string is released.
-inline std::optional<std::string> take(char *s) {
+inline std::optional<std::string> Take(char *s) {
     if (!s) return std::nullopt;
     std::string out(s);
     std::free(s);
@@ -23,32 +23,32 @@ inline std::optional<std::string> take(char *s) {
 }
 
 // The string's text ("<null>" for null); the string is released.
-inline std::string owned(char *s) {
-    return take(s).value_or("<null>");
+inline std::string Owned(char *s) {
+    return Take(s).value_or("<null>");
 }
 
 // A possibly null C string as text.
-inline std::string str(const char *s) {
+inline std::string Str(const char *s) {
     return s ? s : "<null>";
 }
 
 // The items of a list of strings, "<null>" for a null item.
-inline Strings items(const SutList *list) {
+inline Strings Items(const SutList *list) {
     Strings out;
     for (int i = 0; i < SutSizList(list); i++)
-        out.push_back(str(static_cast<const char *>(SutGetNList(list, i))));
+        out.push_back(Str(static_cast<const char *>(SutGetNList(list, i))));
     return out;
 }
 
 // The items of a list of strings, which is destroyed with them.
-inline Strings takeList(SutList *list) {
-    Strings out = items(list);
+inline Strings TakeList(SutList *list) {
+    Strings out = Items(list);
     SutDestroyList(list);
     return out;
 }
 
 // A new list of heap copies of the given strings (nullptr stays null).
-inline SutList *makeList(std::initializer_list<const char *> strings) {
+inline SutList *MakeList(std::initializer_list<const char *> strings) {
     SutList *list = SutNewList();
     for (const char *s : strings)
         SutAddList(list, s ? strdup(s) : nullptr);
@@ -56,24 +56,24 @@ inline SutList *makeList(std::initializer_list<const char *> strings) {
 }
 
 // Replaces a heap string field by a copy of value (null: none).
-inline void set(char **field, const char *value) {
+inline void Set(char **field, const char *value) {
     free(*field);
     *field = value ? strdup(value) : nullptr;
 }
-inline void set(char **field, const std::string &value) {
-    set(field, value.c_str());
+inline void Set(char **field, const std::string &value) {
+    Set(field, value.c_str());
 }
 
 // Item i of a list, as a T.
-template <typename T> T *nth(const SutList *list, int i) {
+template <typename T> T *Nth(const SutList *list, int i) {
     return static_cast<T *>(SutGetNList(list, i));
 }
 
 // Each record of list as the text that fn makes of it.
-template <typename T, typename Fn> Strings each(const SutList *list, Fn fn) {
+template <typename T, typename Fn> Strings Each(const SutList *list, Fn fn) {
     Strings out;
     for (int i = 0; i < SutSizList(list); i++)
-        out.push_back(fn(nth<T>(list, i)));
+        out.push_back(fn(Nth<T>(list, i)));
     return out;
 }
 

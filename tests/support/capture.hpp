@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <string>
 
-template <typename Fn> std::string printed(Fn fn) {
+template <typename Fn> std::string Printed(Fn fn) {
     fflush(stdout);
     testing::internal::CaptureStdout();
     fn();
@@ -16,7 +16,7 @@ template <typename Fn> std::string printed(Fn fn) {
     return testing::internal::GetCapturedStdout();
 }
 
-template <typename Fn> std::string printedToStderr(Fn fn) {
+template <typename Fn> std::string PrintedToStderr(Fn fn) {
     testing::internal::CaptureStderr();
     fn();
     fflush(stderr);

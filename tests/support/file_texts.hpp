@@ -20,10 +20,10 @@ inline const std::string kLoggingScript =
     "printf '%s\\n' \"$line\" >> \"$VL_SCRIPT_LOG\"\n";
 // Writes the script text under each name into dir, executable by all (a run
 // without privileges runs them too).
-inline void writeScripts(const std::string &dir, const std::vector<std::string> &names,
+inline void WriteScripts(const std::string &dir, const std::vector<std::string> &names,
                          const std::string &text = kLoggingScript) {
     for (const std::string &name : names) {
-        writeText(dir + "/" + name, text);
+        WriteText(dir + "/" + name, text);
         fs::permissions(dir + "/" + name, fs::perms(0755));
     }
 }
@@ -36,7 +36,7 @@ inline const std::string kModuleHead = kModuleVersion + "/* Velmora Start Of Too
                                                         "/* Velmora Start Of user Includes */\n";
 
 // One activator function of a module file with its three code sections.
-inline std::string moduleFunction(const std::string &name, const std::string &init,
+inline std::string ModuleFunction(const std::string &name, const std::string &init,
                                   const std::string &func, const std::string &final) {
     return "/*Velmora Start of Function */\nstatic void " + name +
            " ()\n/* start of initial code */\n{\n" + init + "/* start of func Code */\n" + func +
@@ -47,7 +47,7 @@ inline std::string moduleFunction(const std::string &name, const std::string &in
 // The module of page shop.html with the user's includes and the functions
 // Forder and Ahome (each registered for its activator), aliases registered
 // after them.
-inline std::string shopModule(const std::string &includes, const std::string &functions,
+inline std::string ShopModule(const std::string &includes, const std::string &functions,
                               const std::string &aliases = "") {
     return kModuleHead + includes + "static char _Vl_HTML_Filename[] = \"shop.html\";\n" +
            functions +

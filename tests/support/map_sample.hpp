@@ -89,10 +89,10 @@ inline const char *const sampleText = "*spmap.numberMaps : 2\n"
                                       "*a.b.callBind.maxRows : 100\n"
                                       "*a.b.callBind.callOrder : 2\n";
 
-inline SpmMap *sampleMap(const TempDir &dir) {
-    dir.write("sample.map", sampleText);
+inline SpmMap *SampleMap(const TempDir &dir) {
+    dir.Write("sample.map", sampleText);
     SpmMap *map = nullptr;
-    EXPECT_EQ(SpmReadMapFile(&map, dir.file("sample.map").c_str()), 0);
+    EXPECT_EQ(SpmReadMapFile(&map, dir.File("sample.map").c_str()), 0);
     return map;
 }
 

@@ -1,5 +1,5 @@
-// Child processes for tests. spawnProgram starts one in the background (the
-// servers of the web tests) and runProgram runs one to its end and returns
+// Child processes for tests. SpawnProgram starts one in the background (the
+// servers of the web tests) and RunProgram runs one to its end and returns
 // what it printed on standard output and standard error and its exit status:
 // standard input from /dev/null, output into files, in a given directory,
 // optionally as another user (an unprivileged run of a test that runs as
@@ -44,7 +44,7 @@ struct SpawnOptions {
 
 // Starts argv[0] with the options: its process id, or -1. The child ends
 // with status 126 when it cannot be set up and 127 when it cannot be run.
-inline pid_t spawnProgram(std::vector<std::string> argv, const SpawnOptions &o) {
+inline pid_t SpawnProgram(std::vector<std::string> argv, const SpawnOptions &o) {
     std::vector<std::string> env = o.env.value_or(std::vector<std::string>{});
     std::vector<char *> args, envp;
     for (std::string &a : argv)
@@ -85,7 +85,7 @@ struct ProgramRun {
 // Runs program with exactly the given environment (plus the sanitizer
 // settings of the test run); given a function, the test runs it with the
 // program's process id while the program runs (to watch it, or to kill it).
-inline ProgramRun runProgram(const std::string &program, const std::vector<std::string> &args,
+inline ProgramRun RunProgram(const std::string &program, const std::vector<std::string> &args,
                              std::vector<std::string> env, const std::string &dir,
                              bool unprivileged = false,
                              const std::function<void(pid_t)> &whileRunning = {}) {
@@ -96,22 +96,22 @@ inline ProgramRun runProgram(const std::string &program, const std::vector<std::
     // The output is caught outside dir, so the program's directory holds only
     // what the program itself wrote there.
     TempDir output;
-    SpawnOptions o{.dir = dir, .env = env, .out = output.file("out"), .err = output.file("err")};
+    SpawnOptions o{.dir = dir, .env = env, .out = output.File("out"), .err = output.File("err")};
     if (unprivileged && geteuid() == 0) o.uid = o.gid = kNobody;
-    pid_t pid = spawnProgram(argv, o);
+    pid_t pid = SpawnProgram(argv, o);
     if (pid > 0 && whileRunning) whileRunning(pid);
     ProgramRun run;
     int status = 0;
     if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status))
         run.status = WEXITSTATUS(status);
-    run.out = readText(o.out);
-    run.err = readText(o.err);
+    run.out = ReadText(o.out);
+    run.err = ReadText(o.err);
     return run;
 }
 
 // Asks ready every interval until it says yes (true) or tries run out or the
 // process pid ends (false; pid becomes -1 once it ended).
-inline bool waitUntilReady(pid_t &pid, int tries, std::chrono::milliseconds interval,
+inline bool PollUntilReady(pid_t &pid, int tries, std::chrono::milliseconds interval,
                            const std::function<bool()> &ready) {
     for (int i = 0; i < tries; i++) {
         if (pid <= 0 || waitpid(pid, nullptr, WNOHANG) == pid) {
@@ -126,7 +126,7 @@ inline bool waitUntilReady(pid_t &pid, int tries, std::chrono::milliseconds inte
 
 // Sends the process the signal and waits for its end, killing it (SIGKILL)
 // after graceMs; pid becomes -1.
-inline void stopProcess(pid_t &pid, int signal, int graceMs) {
+inline void StopProcess(pid_t &pid, int signal, int graceMs) {
     if (pid <= 0) return;
     kill(pid, signal);
     for (int ms = 0; ms < graceMs && waitpid(pid, nullptr, WNOHANG) == 0; ms += 50)
@@ -140,7 +140,7 @@ inline void stopProcess(pid_t &pid, int signal, int graceMs) {
 
 // Calls start with random ports of 127.0.0.1 above 30000 until it succeeds
 // (another process may take a port first); the port it took, or 0.
-inline int onAFreePort(const std::function<bool(int port)> &start) {
+inline int OnAFreePort(const std::function<bool(int port)> &start) {
     std::mt19937 random(std::random_device{}());
     for (int attempt = 0; attempt < 20; attempt++) {
         const int port = 30000 + static_cast<int>(random() % 20000);

@@ -14,13 +14,13 @@
 
 namespace fs = std::filesystem;
 
-inline std::string readText(const std::string &path) {
+inline std::string ReadText(const std::string &path) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 // Writes text as the whole content of path, creating missing parent folders.
-inline void writeText(const std::string &path, const std::string &text) {
+inline void WriteText(const std::string &path, const std::string &text) {
     std::error_code ec;
     fs::create_directories(fs::path(path).parent_path(), ec);
     std::ofstream(path, std::ios::binary) << text;
@@ -39,14 +39,14 @@ class TempDir {
     TempDir(const TempDir &) = delete;
     TempDir &operator=(const TempDir &) = delete;
 
-    const std::string &path() const { return path_; }
-    std::string file(const std::string &name) const { return path_ + "/" + name; }
+    const std::string &Path() const { return path_; }
+    std::string File(const std::string &name) const { return path_ + "/" + name; }
     // Writes text as the whole content of name and returns the full path.
-    std::string write(const std::string &name, const std::string &text) const {
-        writeText(file(name), text);
-        return file(name);
+    std::string Write(const std::string &name, const std::string &text) const {
+        WriteText(File(name), text);
+        return File(name);
     }
-    std::string read(const std::string &name) const { return readText(file(name)); }
+    std::string Read(const std::string &name) const { return ReadText(File(name)); }
 
   private:
     std::string path_;
@@ -69,12 +69,12 @@ class ScopedEnv {
   public:
     ScopedEnv(const char *name, const char *value) : name_(name) {
         if (const char *old = getenv(name)) old_ = old;
-        set(value);
+        Set(value);
     }
-    ~ScopedEnv() { set(old_ ? old_->c_str() : nullptr); }
+    ~ScopedEnv() { Set(old_ ? old_->c_str() : nullptr); }
     ScopedEnv(const ScopedEnv &) = delete;
     ScopedEnv &operator=(const ScopedEnv &) = delete;
-    void set(const char *value) {
+    void Set(const char *value) {
         if (value)
             setenv(name_.c_str(), value, 1);
         else

@@ -20,28 +20,28 @@
 // The distribution: config/Velmora.cfg gives the source suffix ".c"; every
 // script of bin/ appends "<script> <argument count>|<first argument>" to the
 // file named by VL_SCRIPT_LOG.
-inline const std::string &testDistribution() {
+inline const std::string &TestDistribution() {
     static const std::string dist = [] {
         static TempDir dir; // removed at exit
-        writeText(dir.file("config/Velmora.cfg"), "Makefile.$VL_SOURCE_SUFFIX : .c\n");
-        fs::create_directories(dir.file("home"));
-        writeScripts(dir.file("bin"),
+        WriteText(dir.File("config/Velmora.cfg"), "Makefile.$VL_SOURCE_SUFFIX : .c\n");
+        fs::create_directories(dir.File("home"));
+        WriteScripts(dir.File("bin"),
                      {"vlreadprj.sh", "vlwriteprj.sh", "vlreadmodule.sh", "vlwritemodule.sh",
                       "vlreadhtml.sh", "vlwritehtml.sh"},
                      "#!/bin/sh\nprintf '%s %s|%s\\n' \"$(basename \"$0\")\" \"$#\" \"$1\" >> "
                      "\"$VL_SCRIPT_LOG\"\n");
-        setenv("VELMORA", dir.path().c_str(), 1);
-        setenv("HOME", dir.file("home").c_str(), 1);
-        setenv("PATH", (dir.file("bin") + ":" + std::getenv("PATH")).c_str(), 1);
-        return dir.path();
+        setenv("VELMORA", dir.Path().c_str(), 1);
+        setenv("HOME", dir.File("home").c_str(), 1);
+        setenv("PATH", (dir.File("bin") + ":" + std::getenv("PATH")).c_str(), 1);
+        return dir.Path();
     }();
     return dist;
 }
 
 class Workspace {
   public:
-    Workspace() : cwd_((testDistribution(), dir_.path())) {
-        setenv("VL_SCRIPT_LOG", dir_.file(".scripts").c_str(), 1);
+    Workspace() : cwd_((TestDistribution(), dir_.Path())) {
+        setenv("VL_SCRIPT_LOG", dir_.File(".scripts").c_str(), 1);
         VlHtmlResetProjName();
         VlHtmlSetProjName("/cgi-bin/test.exe");
         VlProjNewEmpty();
@@ -52,13 +52,13 @@ class Workspace {
         SwdResetTheMap();
     }
 
-    const std::string &dir() const { return dir_.path(); }
-    void write(const std::string &name, const std::string &text) const { dir_.write(name, text); }
-    std::string read(const std::string &name) const { return dir_.read(name); }
+    const std::string &Dir() const { return dir_.Path(); }
+    void Write(const std::string &name, const std::string &text) const { dir_.Write(name, text); }
+    std::string Read(const std::string &name) const { return dir_.Read(name); }
     // The script calls logged so far; the log starts again empty.
-    std::string scripts() const {
-        std::string log = dir_.read(".scripts");
-        fs::remove(dir_.file(".scripts"));
+    std::string Scripts() const {
+        std::string log = dir_.Read(".scripts");
+        fs::remove(dir_.File(".scripts"));
         return log;
     }
 
@@ -68,7 +68,7 @@ class Workspace {
 };
 
 // A page of the current project with named forms and anchors, as if read.
-inline VlHtmlDoc *addPage(const char *name, std::initializer_list<const char *> forms,
+inline VlHtmlDoc *AddPage(const char *name, std::initializer_list<const char *> forms,
                           std::initializer_list<const char *> anchors = {}) {
     VlHtmlDoc *doc = VlHtmlNew();
     VlHtmlSetName(doc, name);
@@ -90,20 +90,20 @@ inline VlHtmlDoc *addPage(const char *name, std::initializer_list<const char *> 
 }
 
 // A module of the current project for the page (the project owns it).
-inline VlModule *addModule(VlHtmlDoc *page) {
+inline VlModule *AddModule(VlHtmlDoc *page) {
     VlModule *module = VlModuleNew(page);
     SutAddList(theProj->modules, module);
     return module;
 }
 
-inline VlFunction *functionAt(VlModule *module, int i) {
+inline VlFunction *FunctionAt(VlModule *module, int i) {
     return static_cast<VlFunction *>(SutGetNList(module->functions, i));
 }
-inline VlAlias *aliasAt(VlFunction *fn, int i) {
+inline VlAlias *AliasAt(VlFunction *fn, int i) {
     return static_cast<VlAlias *>(SutGetNList(fn->aliases, i));
 }
 // A function's three code sections as "init|func|final" ("<null>" for none).
-inline std::string codeOf(const VlFunction *fn) {
+inline std::string CodeOf(const VlFunction *fn) {
     auto s = [](const char *t) { return std::string(t ? t : "<null>"); };
     return s(fn->initCode) + "|" + s(fn->funcCode) + "|" + s(fn->finalCode);
 }
@@ -111,28 +111,28 @@ inline std::string codeOf(const VlFunction *fn) {
 // An applied bind of the map on server "srv" and database "db", run from
 // callback ("F" or "A") of widget on page, with one argument and one column
 // shown in site of the same page.
-inline SpmSPBind *addBind(const char *name, const char *callback, const char *widget,
+inline SpmSPBind *AddBind(const char *name, const char *callback, const char *widget,
                           const char *site = "list", const char *page = "shop.html") {
     SpmSPBind *bind = SpmAddSPBindAndCreateLists(1, 1, 1);
-    set(&bind->servername, "srv");
-    set(&bind->dbname, "db");
-    set(&bind->name, name);
-    set(&bind->altName, name);
+    Set(&bind->servername, "srv");
+    Set(&bind->dbname, "db");
+    Set(&bind->name, name);
+    Set(&bind->altName, name);
     bind->beenApplied = 1;
-    SpmCallbackBind *call = nth<SpmCallbackBind>(bind->callBinds, 0);
-    set(&call->callbackName, callback);
-    set(&call->swidget, widget);
-    set(&call->interface, page);
-    SpmColBind *col = nth<SpmColBind>(bind->colBinds, 0);
-    set(&col->interface, page);
-    set(&col->swidget, site);
+    SpmCallbackBind *call = Nth<SpmCallbackBind>(bind->callBinds, 0);
+    Set(&call->callbackName, callback);
+    Set(&call->swidget, widget);
+    Set(&call->interface, page);
+    SpmColBind *col = Nth<SpmColBind>(bind->colBinds, 0);
+    Set(&col->interface, page);
+    Set(&col->swidget, site);
     return bind;
 }
 
-inline VlHtmlForm *formOf(VlHtmlDoc *doc, const char *name) {
+inline VlHtmlForm *FormOf(VlHtmlDoc *doc, const char *name) {
     return VlHtmlGetFormByName(doc, name);
 }
-inline VlHtmlAnch *anchorOf(VlHtmlDoc *doc, const char *name) {
+inline VlHtmlAnch *AnchorOf(VlHtmlDoc *doc, const char *name) {
     return VlHtmlGetAnchByName(doc, name);
 }
 

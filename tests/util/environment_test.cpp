@@ -11,25 +11,25 @@ namespace {
 
 TEST(Environment, ValuesAreNeverNullAndTheDistributionIsReadOnce) {
     ScopedEnv var("VL_TEST_VALUE", nullptr);
-    EXPECT_EQ(take(VlGetEnv("VL_TEST_VALUE")), "");
-    EXPECT_EQ(take(VlGetEnv(nullptr)), "");
+    EXPECT_EQ(Take(VlGetEnv("VL_TEST_VALUE")), "");
+    EXPECT_EQ(Take(VlGetEnv(nullptr)), "");
 
     ScopedEnv velmora("VELMORA", "C:\\velmora\\\\");
     VlResetDistDir();
     EXPECT_STREQ(VlGetDistDir(), "C:\\velmora\\"); // only one separator is removed
     EXPECT_EQ(VlGetDistDir(), theDistDir);
-    velmora.set("/elsewhere");
+    velmora.Set("/elsewhere");
     char *copy = GetVelmoraDir();
     EXPECT_STREQ(copy, "C:\\velmora\\"); // read once
     EXPECT_NE(copy, theDistDir);
     free(copy);
     VlResetDistDir();
-    velmora.set(nullptr);
+    velmora.Set(nullptr);
     EXPECT_EQ(VlGetDistDir(), nullptr);
 }
 
 TEST(Messages, PrintersAndCatalog) {
-    EXPECT_EQ(printed([] {
+    EXPECT_EQ(Printed([] {
                   VlPrintError("no newline");
                   VlPrintError(nullptr);
                   VlPrintError(" and %s\n");

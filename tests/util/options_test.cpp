@@ -9,35 +9,35 @@
 namespace {
 
 TEST(Options, LookupTakesTheFirstExactMatch) {
-    SutList *l = makeList(
+    SutList *l = MakeList(
         {"bad line", nullptr, "AB : 1", "A: x", "A : 2 : with colon \r", "A : 3", "B :", "C : "});
     int i = -1;
-    EXPECT_EQ(take(VlGetOption(l, "A", &i)), "2 : with colon \r");
+    EXPECT_EQ(Take(VlGetOption(l, "A", &i)), "2 : with colon \r");
     EXPECT_EQ(i, 4);
     EXPECT_EQ(VlGetOption(l, "Z", &i), nullptr);
     EXPECT_EQ(i, 4);                              // not written when nothing matches
     EXPECT_EQ(VlGetOptionValue(l, "B"), nullptr); // shorter than "B : "
-    EXPECT_EQ(take(VlGetOptionValue(l, "C")), "");
+    EXPECT_EQ(Take(VlGetOptionValue(l, "C")), "");
     EXPECT_EQ(VlDeleteOptions(l, "A"), 1);
-    EXPECT_EQ(take(VlGetOptionValue(l, "A")), "3");
+    EXPECT_EQ(Take(VlGetOptionValue(l, "A")), "3");
     SutDestroyList(l);
 
-    l = makeList({"A :   x y \r", "Project.CGI URL : /cgi-bin/x "});
-    EXPECT_EQ(take(VlGetStrippedOptionValue(l, "A")), "x y");
-    EXPECT_EQ(take(VlGetStrippedOptionValueByCat(l, "Project.", "CGI URL")), "/cgi-bin/x");
+    l = MakeList({"A :   x y \r", "Project.CGI URL : /cgi-bin/x "});
+    EXPECT_EQ(Take(VlGetStrippedOptionValue(l, "A")), "x y");
+    EXPECT_EQ(Take(VlGetStrippedOptionValueByCat(l, "Project.", "CGI URL")), "/cgi-bin/x");
     SutDestroyList(l);
 }
 
 TEST(Options, NamesAndLineMaking) {
     EXPECT_EQ(VlValidOptionName("App Server.Host name"), 1);
     EXPECT_EQ(VlValidOptionName("a:b"), 0);
-    EXPECT_EQ(take(VlMakeOptionString(" Name\t", " v \r")), "Name :  v \r");
+    EXPECT_EQ(Take(VlMakeOptionString(" Name\t", " v \r")), "Name :  v \r");
     EXPECT_EQ(VlMakeOptionString("a|b", "v"), nullptr);
     EXPECT_EQ(VlMakeOptionString(" \t", "v"), nullptr);
 }
 
 TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
-    SutList *l = makeList({"X : 0", "A : 1", "Y : 2"});
+    SutList *l = MakeList({"X : 0", "A : 1", "Y : 2"});
     char *line = strdup("A : 3");
     EXPECT_EQ(VlAppendOption(l, line), l);
     EXPECT_EQ(SutGetNList(l, 1), line); // the line itself is stored
@@ -48,7 +48,7 @@ TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
     SutAddList(l, strdup("Cat.Name : 1"));
     VlAppendOption(l, strdup("Cat.Name: x"));
     VlAppendOption(l, strdup("Cat.Name : 2"));
-    EXPECT_EQ(items(l), (Strings{"X : 0", "A : 3", "Y : 2", "New : v", "Y: z", "Cat.Name : 2",
+    EXPECT_EQ(Items(l), (Strings{"X : 0", "A : 3", "Y : 2", "New : v", "Y: z", "Cat.Name : 2",
                                  "Cat.Name: x"}));
     // Lines without a colon, or with nothing before it, stay the caller's.
     char noColon[] = "no colon";
@@ -57,14 +57,14 @@ TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
     EXPECT_EQ(VlAppendOption(l, leading), l);
     EXPECT_EQ(SutSizList(l), 7);
     SutDestroyList(l);
-    EXPECT_EQ(takeList(VlAppendOption(nullptr, noColon)), Strings{}); // an empty list
+    EXPECT_EQ(TakeList(VlAppendOption(nullptr, noColon)), Strings{}); // an empty list
 
     l = VlAppendOptionNameValue(nullptr, " Test.Port ", "80");
     VlAppendOptionNameValue(l, "Test.Port", "81");
     VlAppendOptionNameValue(l, "bad:name", "1");
     const char *shared = "Test.Port : 82";
     EXPECT_EQ(VlVaOptionsMerge(l, shared, (char *)nullptr), l); // merging appends copies
-    EXPECT_EQ(items(l), (Strings{"Test.Port : 81", "Test.Port : 82"}));
+    EXPECT_EQ(Items(l), (Strings{"Test.Port : 81", "Test.Port : 82"}));
     EXPECT_NE(SutGetNList(l, 1), shared);
     SutDestroyList(l);
 }
@@ -76,13 +76,13 @@ TEST(Options, AppendReplacesInPlaceOrAppendsAtTheEnd) {
 TEST(Options, MergingLinesEqualsAppendingThemOneByOne) {
     const std::initializer_list<const char *> project = {
         "Cat.Nam : 1", "bad", "A : 1", "Cat.Nam : 2", "A : B : C", "A : 2", " : x"};
-    SutList *lines = makeList({"Cat.Name: x", "A : 3", "no colon", ": y", "Cat.Name: y",
+    SutList *lines = MakeList({"Cat.Name: x", "A : 3", "no colon", ": y", "Cat.Name: y",
                                "Cat.Nam : 3", "New : 1", "New : 2", "A : B : D", " : z"});
-    EXPECT_EQ(takeList(VlMergeOptionLines(makeList(project), lines)),
+    EXPECT_EQ(TakeList(VlMergeOptionLines(MakeList(project), lines)),
               (Strings{"Cat.Name: x", "bad", "A : B : D", "Cat.Name: y", "A : B : C", "A : 2",
                        " : x", "Cat.Nam : 3", "New : 2", " : z"}));
     EXPECT_EQ(
-        takeList(VlMergeOptionLines(nullptr, lines)),
+        TakeList(VlMergeOptionLines(nullptr, lines)),
         (Strings{"Cat.Name: x", "A : B : D", "Cat.Name: y", "Cat.Nam : 3", "New : 2", " : z"}));
     SutDestroyList(lines);
 }
@@ -90,11 +90,11 @@ TEST(Options, MergingLinesEqualsAppendingThemOneByOne) {
 TEST(Options, ReadersKeepLinesVerbatimAndDropLinesWithoutColon) {
     TempDir dir;
     // No comments, no continuation; carriage returns and blanks stay.
-    std::string path = dir.write("dos.cfg", "# note : kept\r\n\nB\n  Indented : x \\\r\nnext\r\n");
-    EXPECT_EQ(takeList(VlOptionGetFromFile(path.c_str())),
+    std::string path = dir.Write("dos.cfg", "# note : kept\r\n\nB\n  Indented : x \\\r\nnext\r\n");
+    EXPECT_EQ(TakeList(VlOptionGetFromFile(path.c_str())),
               (Strings{"# note : kept\r", "  Indented : x \\\r"}));
     // An unreadable file gives an empty list, never null.
-    EXPECT_EQ(takeList(VlOptionGetFromFile(dir.path().c_str())), Strings{});
+    EXPECT_EQ(TakeList(VlOptionGetFromFile(dir.Path().c_str())), Strings{});
 }
 
 } // namespace

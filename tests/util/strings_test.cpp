@@ -24,14 +24,14 @@ TEST(Strings, NullSafeWrappers) {
 }
 
 TEST(Strings, CopiesJoinsAndSqlText) {
-    EXPECT_EQ(take(VlCopyString(nullptr)), "");
-    EXPECT_EQ(take(VlStrMCat("a", "", "bc", "d", (char *)nullptr)), "abcd");
-    EXPECT_EQ(take(VlCopyDbString("")), "null");
-    EXPECT_EQ(take(VlMakeEscapedString("it's")), "'it''s'");
-    EXPECT_EQ(take(VlMakeEscapedString("")), "null");
+    EXPECT_EQ(Take(VlCopyString(nullptr)), "");
+    EXPECT_EQ(Take(VlStrMCat("a", "", "bc", "d", (char *)nullptr)), "abcd");
+    EXPECT_EQ(Take(VlCopyDbString("")), "null");
+    EXPECT_EQ(Take(VlMakeEscapedString("it's")), "'it''s'");
+    EXPECT_EQ(Take(VlMakeEscapedString("")), "null");
     // Leading newlines and inner carriage returns stay.
-    EXPECT_EQ(take(VlStripFB(" \tname \n")), "name");
-    EXPECT_EQ(take(VlStripFB("\nname\r\n")), "\nname\r");
+    EXPECT_EQ(Take(VlStripFB(" \tname \n")), "name");
+    EXPECT_EQ(Take(VlStripFB("\nname\r\n")), "\nname\r");
 }
 
 TEST(Strings, DelimiterNames) {
@@ -44,25 +44,25 @@ TEST(Strings, DelimiterNames) {
 
 TEST(Strings, SubstitutionResumesAfterEachReplacedOccurrence) {
     EXPECT_EQ(VlStrNumMatch("aaaa", "aa"), 2);
-    EXPECT_EQ(take(VlStrSubs("aaa", "aa", "b")), "ba");
-    EXPECT_EQ(take(VlStrSubs("x$Ay", "$A", nullptr)), "xy");
-    EXPECT_EQ(take(VlStrSubs("a.a", "a", "aa")), "aa.aa"); // the replacement is not rescanned
+    EXPECT_EQ(Take(VlStrSubs("aaa", "aa", "b")), "ba");
+    EXPECT_EQ(Take(VlStrSubs("x$Ay", "$A", nullptr)), "xy");
+    EXPECT_EQ(Take(VlStrSubs("a.a", "a", "aa")), "aa.aa"); // the replacement is not rescanned
 }
 
 TEST(Strings, TemplateKeys) {
-    SutList *keys = makeList({"$VL_A", "$VL_AB"});
-    SutList *values = makeList({"1", nullptr});
+    SutList *keys = MakeList({"$VL_A", "$VL_AB"});
+    SutList *values = MakeList({"1", nullptr});
     // The first key in list order wins; a null value is empty.
-    EXPECT_EQ(take(VlStrSubsList("$VL_AB-$VL_A", keys, values, "$VL_")), "1B-1");
+    EXPECT_EQ(Take(VlStrSubsList("$VL_AB-$VL_A", keys, values, "$VL_")), "1B-1");
     SutDestroyList(keys);
     SutDestroyList(values);
 
     // An unknown marker is overwritten by the last key, whose length is
     // skipped (up to the end of the text).
-    keys = makeList({"$VL_A", "$VL_LAST"});
-    values = makeList({"1", "2"});
-    EXPECT_EQ(take(VlStrSubsList("x $VL_Q yyyy", keys, values, "$VL_")), "x $VL_LASTyy");
-    EXPECT_EQ(take(VlStrSubsList("x $VL_Q", keys, values, "$VL_")), "x $VL_LAST");
+    keys = MakeList({"$VL_A", "$VL_LAST"});
+    values = MakeList({"1", "2"});
+    EXPECT_EQ(Take(VlStrSubsList("x $VL_Q yyyy", keys, values, "$VL_")), "x $VL_LASTyy");
+    EXPECT_EQ(Take(VlStrSubsList("x $VL_Q", keys, values, "$VL_")), "x $VL_LAST");
     SutList *counts = SutNewList();
     SutAddList(counts, nullptr);
     SutAddList(counts, nullptr);

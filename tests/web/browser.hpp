@@ -84,7 +84,7 @@ class Browser {
     // Starts chromedriver on a free port of 127.0.0.1 and a Chromium session
     // with a new, empty profile in dir.
     explicit Browser(const std::string &dir) : dir_(dir) {
-        port_ = onAFreePort([&](int port) {
+        port_ = OnAFreePort([&](int port) {
             port_ = port;
             StartDriver();
             if (WaitUntilReady()) StartSession();
@@ -98,7 +98,7 @@ class Browser {
 
     bool Running() const { return !session_.empty(); }
     // What went wrong at start, and chromedriver's log.
-    std::string Log() const { return log_ + readText(dir_ + "/chromedriver.log"); }
+    std::string Log() const { return log_ + ReadText(dir_ + "/chromedriver.log"); }
 
     // A WebDriver command of the session: its answer's "value" as a string.
     std::string Command(const std::string &method, const std::string &path,
@@ -140,7 +140,7 @@ class Browser {
                                          "http://127.0.0.1:" + std::to_string(port_) + path};
         if (!body.empty())
             args.insert(args.end(), {"-H", "Content-Type: application/json", "--data-raw", body});
-        return runProgram(kCurl, args, {"PATH=/usr/bin:/bin"}, "/").out;
+        return RunProgram(kCurl, args, {"PATH=/usr/bin:/bin"}, "/").out;
     }
 
     // The watchdog: a child in a new process group, which starts
@@ -160,7 +160,7 @@ class Browser {
             prctl(PR_SET_CHILD_SUBREAPER, 1); // Chromium's orphans come here
             const std::vector<std::string> env = {"PATH=/usr/bin:/bin", home};
             pid_t driver =
-                spawnProgram({kChromedriver, port}, {.env = env, .out = logFile, .ownGroup = true});
+                SpawnProgram({kChromedriver, port}, {.env = env, .out = logFile, .ownGroup = true});
             setpgid(driver, driver);
             char byte = 0;
             for (ssize_t n = 1; n > 0 || (n < 0 && errno == EINTR);)
@@ -180,7 +180,7 @@ class Browser {
     }
 
     bool WaitUntilReady() {
-        if (waitUntilReady(watchdog_, 100, std::chrono::milliseconds(100), [&] {
+        if (PollUntilReady(watchdog_, 100, std::chrono::milliseconds(100), [&] {
                 return Request("GET", "/status").find("\"ready\":true") != std::string::npos;
             }))
             return true;

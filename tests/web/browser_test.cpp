@@ -29,7 +29,7 @@ class BrowserShop : public ShopSuite {
         });
         site_->CreateSqliteDatabase();
         profile_ = std::make_unique<TempDir>();
-        browser_ = std::make_unique<Browser>(profile_->path());
+        browser_ = std::make_unique<Browser>(profile_->Path());
     }
     static void TearDownTestSuite() {
         browser_.reset();

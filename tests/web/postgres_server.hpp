@@ -47,7 +47,7 @@ class PostgresServer {
 
     // Makes the cluster in a scratch directory of its own (whose parent,
     // the temporary directory, the server's user may enter).
-    PostgresServer() : dir_(temp_.path()), data_(dir_ + "/data"), socket_(dir_ + "/socket") {
+    PostgresServer() : dir_(temp_.Path()), data_(dir_ + "/data"), socket_(dir_ + "/socket") {
         const std::string bin = PostgresBinDir();
         if (bin.empty()) {
             log_ = "the PostgreSQL server is not installed (apt-get install postgresql)";
@@ -58,7 +58,7 @@ class PostgresServer {
         fs::permissions(socket_, fs::perms::owner_all);
         const bool root = geteuid() == 0;
         if (root && !GiveToNobody()) return;
-        ProgramRun initdb = runProgram(bin + "/initdb",
+        ProgramRun initdb = RunProgram(bin + "/initdb",
                                        {"-D", data_, "-U", kRole, "-A", "trust", "-E", "UTF8",
                                         "--locale=C", "--no-sync", "--no-instructions"},
                                        {"PATH=/usr/bin:/bin"}, dir_, true);
@@ -68,7 +68,7 @@ class PostgresServer {
         }
         SpawnOptions server{.dir = dir_, .out = dir_ + "/server.log", .deathSignal = SIGQUIT};
         if (root) server.uid = server.gid = kNobody;
-        pid_ = spawnProgram({bin + "/postgres", "-D", data_, "-k", socket_, "-c",
+        pid_ = SpawnProgram({bin + "/postgres", "-D", data_, "-k", socket_, "-c",
                              "listen_addresses=", "-c", "fsync=off", "-c", "synchronous_commit=off",
                              "-c", "full_page_writes=off"},
                             server);
@@ -82,7 +82,7 @@ class PostgresServer {
     // The socket directory, the "host" of the connections.
     const std::string &SocketDir() const { return socket_; }
     // Why it is not running, or what initdb and the server wrote.
-    std::string Log() const { return log_ + readText(dir_ + "/server.log"); }
+    std::string Log() const { return log_ + ReadText(dir_ + "/server.log"); }
 
     PgConnection Connect(const std::string &database) const {
         const char *names[] = {"host", "dbname", "user", nullptr};
@@ -111,12 +111,12 @@ class PostgresServer {
     std::string CreateDatabase(const std::string &name, const std::string &sqlFile) const {
         std::string created = Query(Connect("postgres").get(), "CREATE DATABASE " + name);
         if (!created.empty()) return created;
-        std::string loaded = Query(Connect(name).get(), readText(sqlFile));
+        std::string loaded = Query(Connect(name).get(), ReadText(sqlFile));
         return loaded.starts_with("error: ") ? loaded : "";
     }
 
     // A fast shutdown, then SIGKILL after 10 seconds.
-    void Stop() { stopProcess(pid_, SIGINT, 10000); }
+    void Stop() { StopProcess(pid_, SIGINT, 10000); }
 
   private:
     // As root: the cluster belongs to nobody, who may enter the scratch
@@ -133,7 +133,7 @@ class PostgresServer {
 
     bool WaitUntilReady() {
         auto accepts = [&] { return PQstatus(Connect("postgres").get()) == CONNECTION_OK; };
-        if (waitUntilReady(pid_, 300, std::chrono::milliseconds(100), accepts)) return true;
+        if (PollUntilReady(pid_, 300, std::chrono::milliseconds(100), accepts)) return true;
         log_ = pid_ <= 0 ? "the PostgreSQL server ended at start:\n"
                          : "the PostgreSQL server did not accept connections within 30 seconds:\n";
         return false;

@@ -46,54 +46,54 @@ class ShopSite {
 
     explicit ShopSite(Options options = nullptr) {
         for (const char *dir : {"home", "www", "cgi-bin"})
-            fs::create_directories(root_.file(dir));
-        fs::copy(kExample, root_.file("shop"), fs::copy_options::recursive);
-        server_ = std::make_unique<WebServer>(root_.path(), root_.file("www"), root_.file("cgi-bin"));
+            fs::create_directories(root_.File(dir));
+        fs::copy(kExample, root_.File("shop"), fs::copy_options::recursive);
+        server_ = std::make_unique<WebServer>(root_.Path(), root_.File("www"), root_.File("cgi-bin"));
         if (!server_->Running()) {
             log_ = "lighttpd did not start\n" + server_->ErrorLog();
             return;
         }
         // test.cfg, then the replacements: a run merges a configuration line
         // by line, each into the place of the option of its name.
-        std::string config = readText(kExample + "/test.cfg");
+        std::string config = ReadText(kExample + "/test.cfg");
         for (const std::string &line : options ? options(*server_) : std::vector<std::string>())
             config += line + "\n";
-        config = root_.write("shop/site.cfg", config);
+        config = root_.Write("shop/site.cfg", config);
         // The sanitizer build's library needs the same flags on the program.
-        ProgramRun run = runProgram(
-            VLNOGUI_PATH, {"-p", root_.file("shop/shop.pj"), "-c", config},
-            {"PATH=" + kDist + "/bin:/usr/bin:/bin", "HOME=" + root_.file("home"),
+        ProgramRun run = RunProgram(
+            VLNOGUI_PATH, {"-p", root_.File("shop/shop.pj"), "-c", config},
+            {"PATH=" + kDist + "/bin:/usr/bin:/bin", "HOME=" + root_.File("home"),
              "VELMORA=" + kDist, std::string("CFLAGS=") + VELMORA_C_FLAGS,
              std::string("LDFLAGS=") + VELMORA_LINK_FLAGS},
-            root_.path());
+            root_.Path());
         log_ = run.out + run.err;
     }
 
     // True when shop.cgi was built and installed; else log() says why.
-    bool Ready() const { return server_->Running() && fs::exists(root_.file("cgi-bin/shop.cgi")); }
+    bool Ready() const { return server_->Running() && fs::exists(root_.File("cgi-bin/shop.cgi")); }
     const std::string &Log() const { return log_; }
     const TempDir &Root() const { return root_; }
     WebServer &Server() { return *server_; }
 
     // Creates the SQLite database from the example's shop.sql.
     void CreateSqliteDatabase() {
-        ProgramRun run = runProgram(kDist + "/bin/vlsql", {"cgi-bin/shop.db", kExample + "/shop.sql"},
-                                    {}, root_.path());
+        ProgramRun run = RunProgram(kDist + "/bin/vlsql", {"cgi-bin/shop.db", kExample + "/shop.sql"},
+                                    {}, root_.Path());
         log_ += run.err;
     }
 
     // Runs SQL on the SQLite database; what vlsql prints.
     std::string Sqlite(const std::string &query) const {
-        return runProgram(kDist + "/bin/vlsql",
-                          {root_.file("cgi-bin/shop.db"), root_.write("query.sql", query)}, {},
-                          root_.path())
+        return RunProgram(kDist + "/bin/vlsql",
+                          {root_.File("cgi-bin/shop.db"), root_.Write("query.sql", query)}, {},
+                          root_.Path())
             .out;
     }
 
     // POSTs body (from a file: it may be larger than a command line) unless empty.
     HttpAnswer Ask(const std::string &body, const std::string &path = "/cgi-bin/shop.cgi") const {
         if (body.empty()) return HttpGet(server_->Url(path));
-        return HttpGet(server_->Url(path), {"--data-binary", "@" + root_.write("body", body)});
+        return HttpGet(server_->Url(path), {"--data-binary", "@" + root_.Write("body", body)});
     }
 
     // Stops the server; then what the server and the program wrote to

@@ -111,9 +111,9 @@ TEST_F(Shop, RefusalsAndFailuresGetTheirStatusAndAShortPage) {
 
     // A page name that leaves the HTML directory never reaches a web server's
     // CGI unnormalised; the program refuses it all the same.
-    ProgramRun run = runProgram(site_->Root().file("cgi-bin/shop.cgi"), {},
+    ProgramRun run = RunProgram(site_->Root().File("cgi-bin/shop.cgi"), {},
                                 {"REQUEST_METHOD=GET", "PATH_INFO=/../shop/shop.c"},
-                                site_->Root().path());
+                                site_->Root().Path());
     EXPECT_EQ(run.out.substr(0, 24), "Status: 404 Not Found\r\nC");
 
     // The database and the configuration file beside the program are not sent.

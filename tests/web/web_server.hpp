@@ -36,7 +36,7 @@ struct HttpAnswer {
 inline HttpAnswer HttpGet(const std::string &url, std::vector<std::string> extra = {}) {
     extra.insert(extra.begin(), {"-s", "-i", "--path-as-is"});
     extra.push_back(url);
-    ProgramRun run = runProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");
+    ProgramRun run = RunProgram(kCurl, extra, {"PATH=/usr/bin:/bin"}, "/");
     HttpAnswer answer;
     // A large body may first get an interim "100 Continue".
     while (run.out.compare(0, 12, "HTTP/1.1 100") == 0)
@@ -53,20 +53,20 @@ class WebServer {
     // Serves www at / and cgiBin at /cgi-bin/; logs into dir.
     WebServer(const std::string &dir, const std::string &www, const std::string &cgiBin)
         : log_(dir + "/lighttpd-error.log"), cgiLog_(dir + "/cgi-stderr.log") {
-        port_ = onAFreePort([&](int port) {
+        port_ = OnAFreePort([&](int port) {
             port_ = port;
             const std::string conf = dir + "/lighttpd.conf";
-            writeText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
+            WriteText(conf, "server.document-root = \"" + www + "\"\nserver.bind = \"127.0.0.1\"\n" +
                                 "server.port = " + std::to_string(port) +
                                 "\nserver.modules = ( \"mod_alias\", \"mod_cgi\" )\n"
                                 "server.errorlog = \"" + log_ + "\"\nserver.breakagelog = \"" +
                                 cgiLog_ + "\"\nalias.url = ( \"/cgi-bin/\" => \"" +
                                 cgiBin + "/\" )\ncgi.assign = ( \".cgi\" => \"\" )\n" + kPrivateCgiBin +
                                 kMimeTypes);
-            pid_ = spawnProgram({kLighttpd, "-D", "-f", conf}, {.deathSignal = SIGTERM});
+            pid_ = SpawnProgram({kLighttpd, "-D", "-f", conf}, {.deathSignal = SIGTERM});
             // It ends at once when the port is taken.
             auto answers = [&] { return HttpGet(Url("/")).status != 0; };
-            if (!waitUntilReady(pid_, 100, std::chrono::milliseconds(50), answers)) Stop();
+            if (!PollUntilReady(pid_, 100, std::chrono::milliseconds(50), answers)) Stop();
             return pid_ > 0;
         });
     }
@@ -79,9 +79,9 @@ class WebServer {
         return "http://127.0.0.1:" + std::to_string(port_) + path;
     }
     // The server's log, then what the CGI programs wrote to standard error.
-    std::string ErrorLog() const { return readText(log_) + readText(cgiLog_); }
+    std::string ErrorLog() const { return ReadText(log_) + ReadText(cgiLog_); }
 
-    void Stop() { stopProcess(pid_, SIGTERM, 10000); }
+    void Stop() { StopProcess(pid_, SIGTERM, 10000); }
 
   private:
     std::string log_;
