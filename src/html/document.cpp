@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "html/page.h"
+#include "html/store.hpp"
 #include "util/heap.hpp"
 #include "util/list.h"
 #include "util/strings.h"
@@ -26,22 +27,20 @@ constexpr const char *kDefaultProjUrl = "http://localhost/cgi-bin/";
 
 char *theProjUrl = nullptr;
 
+using vlstore::CopyField;
+using vlstore::SetField;
+
 bool IsEmpty(const char *s) {
     return s == nullptr || *s == '\0';
 }
 
-void SetFieldOwned(char **field, char *value) {
-    free(*field);
-    *field = value;
-}
-
-// "<short>__<letter><modName>"
-char *MakeFullName(const VlHtmlDoc *doc, const char *shortName, char letter) {
+// "<short>__<letter><modName>", kept where the record keeps its strings.
+char *MakeFullName(const VlHtmlDoc *doc, VlHtmlStore *store, const char *shortName, char letter) {
     std::string s = shortName;
     s += "__";
     s += letter;
     s += doc->modName ? doc->modName : "";
-    return VlHeapCopy(s);
+    return vlstore::Copy(store, s);
 }
 
 // The part of a full name before its first "__F" or "__A", or null.
@@ -61,14 +60,19 @@ char *FuncName(const char *fullName, const char *mark, char letter) {
     return VlHeapCopy(s);
 }
 
-char *NextGeneratedName(const char *kind, int *counter) {
+std::string NextGeneratedName(const char *kind, int *counter) {
     std::string s = kind;
     s += std::to_string((*counter)++);
-    return VlHeapCopy(s);
+    return s;
+}
+
+// Releases a record's strings: those of its store stay with the store.
+template <class... Fields> void ReleaseFields(const VlHtmlStore *store, Fields... fields) {
+    (vlstore::Release(store, fields), ...);
 }
 
 template <class Record> Record *NewRecord() {
-    return static_cast<Record *>(calloc(1, sizeof(Record)));
+    return vlstore::NewRecord<Record>(nullptr);
 }
 
 // A list's array is freed before its records: freeing a large block makes
@@ -129,7 +133,7 @@ template <class Record, class UrlOf>
 Record *FindByName(VlHtmlDoc *doc, SutList *list, const char *shortName, char letter, UrlOf urlOf,
                    NameIndex *index) {
     if (!doc || IsEmpty(shortName)) return nullptr;
-    char *full = MakeFullName(doc, shortName, letter);
+    char *full = MakeFullName(doc, nullptr, shortName, letter);
     Record *found = nullptr;
     if (index) {
         int at = -1;
@@ -193,40 +197,30 @@ VlHtmlFormElement *VlHtmlFormElementNew(void) {
 
 void VlHtmlFormElementDelete(VlHtmlFormElement *element) {
     if (!element) return;
-    free(element->name);
-    free(element->type);
-    free(element->formName);
-    free(element->origFormName);
-    free(element);
+    ReleaseFields(element->store, element->name, element->type, element->formName,
+                  element->origFormName);
+    vlstore::ReleaseRecord(element);
 }
 
 void VlHtmlFormDelete(VlHtmlForm *form) {
     if (!form) return;
-    free(form->fullName);
-    free(form->action);
-    free(form->method);
-    free(form->origFullName);
-    free(form->origAction);
-    free(form->origMethod);
+    ReleaseFields(form->store, form->fullName, form->action, form->method, form->origFullName,
+                  form->origAction, form->origMethod);
     DeleteRecords<VlHtmlFormElement>(form->elements, VlHtmlFormElementDelete);
-    free(form);
+    vlstore::ReleaseRecord(form);
 }
 
 void VlHtmlAnchDelete(VlHtmlAnch *anchor) {
     if (!anchor) return;
-    free(anchor->fullName);
-    free(anchor->url);
-    free(anchor->origFullName);
-    free(anchor->origUrl);
-    free(anchor->urlAttr);
-    free(anchor);
+    ReleaseFields(anchor->store, anchor->fullName, anchor->url, anchor->origFullName,
+                  anchor->origUrl, anchor->urlAttr);
+    vlstore::ReleaseRecord(anchor);
 }
 
 void VlHtmlSiteDelete(VlHtmlSite *site) {
     if (!site) return;
-    free(site->name);
-    free(site->origName);
-    free(site);
+    ReleaseFields(site->store, site->name, site->origName);
+    vlstore::ReleaseRecord(site);
 }
 
 void VlHtmlDelete(VlHtmlDoc *doc) {
@@ -241,7 +235,12 @@ void VlHtmlDelete(VlHtmlDoc *doc) {
     DeleteTaken<VlHtmlForm>(forms, VlHtmlFormDelete);
     DeleteTaken<VlHtmlSite>(sites, VlHtmlSiteDelete);
     DeleteTaken<VlHtmlAnch>(anchors, VlHtmlAnchDelete);
+    vlstore::StoreDelete(doc->store);
     free(doc);
+}
+
+void VlHtmlSetString(VlHtmlStore *store, char **field, const char *value) {
+    if (field) CopyField(store, field, value);
 }
 
 char *VlHtmlGetName(VlHtmlDoc *doc) {
@@ -380,21 +379,21 @@ SutList *VlHtmlGetFormElems(VlHtmlDoc *doc, const char *formName) {
 
 int VlHtmlFormSetName(VlHtmlDoc *doc, VlHtmlForm *form, const char *shortName) {
     if (!doc || !form || IsEmpty(shortName)) return 1;
-    SetFieldOwned(&form->fullName, MakeFullName(doc, shortName, 'F'));
+    SetField(form->store, &form->fullName, MakeFullName(doc, form->store, shortName, 'F'));
     form->named = 1;
     doc->changed = 1;
     doc->formsChanged = 1;
-    VlReplaceString(&form->method, "post");
-    SetFieldOwned(&form->action, VlCopyString(theProjUrl));
+    CopyField(form->store, &form->method, "post");
+    CopyField(form->store, &form->action, theProjUrl);
     return 0;
 }
 
 int VlHtmlAnchSetName(VlHtmlDoc *doc, VlHtmlAnch *anchor, const char *shortName) {
     if (!doc || !anchor || IsEmpty(shortName)) return 1;
-    SetFieldOwned(&anchor->fullName, MakeFullName(doc, shortName, 'A'));
+    SetField(anchor->store, &anchor->fullName, MakeFullName(doc, anchor->store, shortName, 'A'));
     doc->changed = 1;
     doc->anchorsChanged = 1;
-    SetFieldOwned(&anchor->url, VlCopyString(theProjUrl));
+    CopyField(anchor->store, &anchor->url, theProjUrl);
     return 0;
 }
 
@@ -427,11 +426,10 @@ int VlHtmlGenFormNames(VlHtmlDoc *doc) {
     for (int i = 0; i < SutSizList(doc->forms); i++) {
         auto *f = static_cast<VlHtmlForm *>(SutGetNList(doc->forms, i));
         if (!f || !IsEmpty(f->fullName)) continue;
-        char *generated = NextGeneratedName("form", &doc->nextFormNumber);
-        SetFieldOwned(&f->fullName, MakeFullName(doc, generated, 'F'));
-        free(generated);
-        VlReplaceString(&f->method, "post");
-        SetFieldOwned(&f->action, VlCopyString(theProjUrl));
+        const std::string generated = NextGeneratedName("form", &doc->nextFormNumber);
+        SetField(f->store, &f->fullName, MakeFullName(doc, f->store, generated.c_str(), 'F'));
+        CopyField(f->store, &f->method, "post");
+        CopyField(f->store, &f->action, theProjUrl);
         doc->changed = 1;
         doc->formsChanged = 1;
     }
@@ -443,10 +441,9 @@ int VlHtmlGenAnchNames(VlHtmlDoc *doc) {
     for (int i = 0; i < SutSizList(doc->anchors); i++) {
         auto *a = static_cast<VlHtmlAnch *>(SutGetNList(doc->anchors, i));
         if (!a || !IsEmpty(a->fullName)) continue;
-        char *generated = NextGeneratedName("anch", &doc->nextAnchNumber);
-        SetFieldOwned(&a->fullName, MakeFullName(doc, generated, 'A'));
-        free(generated);
-        SetFieldOwned(&a->url, VlCopyString(theProjUrl));
+        const std::string generated = NextGeneratedName("anch", &doc->nextAnchNumber);
+        SetField(a->store, &a->fullName, MakeFullName(doc, a->store, generated.c_str(), 'A'));
+        CopyField(a->store, &a->url, theProjUrl);
         doc->changed = 1;
         doc->anchorsChanged = 1;
     }
@@ -458,7 +455,8 @@ int VlHtmlGenSiteNames(VlHtmlDoc *doc) {
     for (int i = 0; i < SutSizList(doc->sites); i++) {
         auto *s = static_cast<VlHtmlSite *>(SutGetNList(doc->sites, i));
         if (!s || !IsEmpty(s->name)) continue;
-        SetFieldOwned(&s->name, NextGeneratedName("site", &doc->nextSiteNumber));
+        SetField(s->store, &s->name,
+                 vlstore::Copy(s->store, NextGeneratedName("site", &doc->nextSiteNumber)));
         doc->changed = 1;
         doc->sitesChanged = 1;
     }
@@ -482,7 +480,7 @@ int VlSetLastSiteNumber(VlHtmlDoc *doc) {
 int VlHtmlSetFormURL(VlHtmlDoc *doc, VlHtmlForm *form, const char *url) {
     if (!doc || !form || IsEmpty(url)) return 0;
     if (form->action && strcmp(form->action, url) == 0) return 1;
-    VlReplaceString(&form->action, url);
+    CopyField(form->store, &form->action, url);
     doc->changed = 1;
     doc->formsChanged = 1;
     return 1;
@@ -491,7 +489,7 @@ int VlHtmlSetFormURL(VlHtmlDoc *doc, VlHtmlForm *form, const char *url) {
 int VlHtmlSetAnchURL(VlHtmlDoc *doc, VlHtmlAnch *anchor, const char *url) {
     if (!doc || !anchor || IsEmpty(url)) return 0;
     if (anchor->url && strcmp(anchor->url, url) == 0) return 1;
-    VlReplaceString(&anchor->url, url);
+    CopyField(anchor->store, &anchor->url, url);
     doc->changed = 1;
     doc->anchorsChanged = 1;
     return 1;
@@ -502,23 +500,23 @@ int VlHtmlMarkOrigNames(VlHtmlDoc *doc) {
     for (int i = 0; i < SutSizList(doc->forms); i++) {
         auto *f = static_cast<VlHtmlForm *>(SutGetNList(doc->forms, i));
         if (!f) continue;
-        VlReplaceString(&f->origFullName, f->fullName);
-        VlReplaceString(&f->origAction, f->action);
-        VlReplaceString(&f->origMethod, f->method);
+        CopyField(f->store, &f->origFullName, f->fullName);
+        CopyField(f->store, &f->origAction, f->action);
+        CopyField(f->store, &f->origMethod, f->method);
         for (int j = 0; j < SutSizList(f->elements); j++) {
             auto *e = static_cast<VlHtmlFormElement *>(SutGetNList(f->elements, j));
-            if (e) VlReplaceString(&e->origFormName, e->formName);
+            if (e) CopyField(e->store, &e->origFormName, e->formName);
         }
     }
     for (int i = 0; i < SutSizList(doc->sites); i++) {
         auto *s = static_cast<VlHtmlSite *>(SutGetNList(doc->sites, i));
-        if (s) VlReplaceString(&s->origName, s->name);
+        if (s) CopyField(s->store, &s->origName, s->name);
     }
     for (int i = 0; i < SutSizList(doc->anchors); i++) {
         auto *a = static_cast<VlHtmlAnch *>(SutGetNList(doc->anchors, i));
         if (!a) continue;
-        VlReplaceString(&a->origFullName, a->fullName);
-        VlReplaceString(&a->origUrl, a->url);
+        CopyField(a->store, &a->origFullName, a->fullName);
+        CopyField(a->store, &a->origUrl, a->url);
     }
     return 1;
 }
@@ -532,7 +530,8 @@ int VlHtmlSetName(VlHtmlDoc *doc, const char *path) {
     free(base);
     for (char &c : mod)
         if (!isalnum(static_cast<unsigned char>(c)) || static_cast<unsigned char>(c) > 127) c = '_';
-    SetFieldOwned(&doc->modName, VlHeapCopy(mod));
+    free(doc->modName);
+    doc->modName = VlHeapCopy(mod);
     return 1;
 }
 

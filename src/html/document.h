@@ -11,11 +11,19 @@
 extern "C" {
 #endif
 
+/* The storage of a read page: the records and strings the scanner finds are
+ * taken from it and live as long as the page. A record made on its own has
+ * none (store is null) and owns malloc'ed strings. Either way the record's
+ * deleter and the setters below release its strings; a record of a page is
+ * released with the page. */
+typedef struct VlHtmlStore VlHtmlStore;
+
 typedef struct VlHtmlFormElement {
     char *name;         /* NAME of the element */
     char *type;         /* TYPE, or "SELECT" / "TEXTAREA" */
     char *formName;     /* value of the hidden VlFormName input (moved to the form) */
     char *origFormName; /* formName as the page stands on disk */
+    VlHtmlStore *store; /* where the record and its strings live; null: malloc */
 } VlHtmlFormElement;
 
 typedef struct VlHtmlForm {
@@ -27,6 +35,7 @@ typedef struct VlHtmlForm {
     char *origMethod;
     int named;
     SutList *elements; /* of VlHtmlFormElement */
+    VlHtmlStore *store; /* where the record and its strings live; null: malloc */
 } VlHtmlForm;
 
 typedef struct VlHtmlAnch {
@@ -36,11 +45,13 @@ typedef struct VlHtmlAnch {
     char *origUrl;
     int isKeyword; /* found through a keyword attribute, not an A tag */
     char *urlAttr; /* attribute carrying the URL when it is not HREF */
+    VlHtmlStore *store; /* where the record and its strings live; null: malloc */
 } VlHtmlAnch;
 
 typedef struct VlHtmlSite {
     char *name;
     char *origName;
+    VlHtmlStore *store; /* where the record and its strings live; null: malloc */
 } VlHtmlSite;
 
 typedef struct VlHtmlDoc {
@@ -58,6 +69,7 @@ typedef struct VlHtmlDoc {
     SutList *anchors; /* of VlHtmlAnch */
     int nextAnchNumber;
     char *path;
+    VlHtmlStore *store; /* of the records read from the page; null until read */
 } VlHtmlDoc;
 
 /* The project URL: written into the ACTION of every form and the HREF of every
@@ -80,6 +92,10 @@ void VlHtmlFormDelete(VlHtmlForm *form);
 void VlHtmlAnchDelete(VlHtmlAnch *anchor);
 void VlHtmlSiteDelete(VlHtmlSite *site);
 void VlHtmlFormElementDelete(VlHtmlFormElement *element);
+/* Puts a copy of value (null: none) in a string field of a record whose store
+ * is given (null for a record made on its own), releasing what the field held;
+ * code outside the page changes a record's strings this way. */
+void VlHtmlSetString(VlHtmlStore *store, char **field, const char *value);
 
 /* Accessors. Names marked "field" are the stored strings, the others new ones. */
 char *VlHtmlGetName(VlHtmlDoc *doc);             /* field */

@@ -3,6 +3,7 @@
 // the markup read the process-wide list. Below it, the recogniser of one
 // keyword attribute and the case-insensitive tag searches the scanner shares.
 #include "html/keywords.h"
+#include "html/store.hpp"
 
 #include "html/textscan.hpp"
 #include "util/files.h"
@@ -162,17 +163,17 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     return std::nullopt;
 }
 
-VlHtmlAnch *KeywordAnchor(const KeywordHit &hit) {
-    VlHtmlAnch *anchor = VlHtmlAnchNew();
+VlHtmlAnch *KeywordAnchor(const KeywordHit &hit, VlHtmlStore *store) {
+    auto *anchor = vlstore::NewRecord<VlHtmlAnch>(store);
     const size_t fnc = hit.url.find("?FNC=");
     if (fnc != std::string_view::npos) {
-        anchor->fullName = VlHeapCopy(hit.url.substr(fnc + 5));
-        anchor->url = VlHeapCopy(hit.url.substr(0, fnc));
+        anchor->fullName = vlstore::Copy(store, hit.url.substr(fnc + 5));
+        anchor->url = vlstore::Copy(store, hit.url.substr(0, fnc));
     } else {
-        anchor->url = VlHeapCopy(hit.url);
+        anchor->url = vlstore::Copy(store, hit.url);
     }
     anchor->isKeyword = 1;
-    anchor->urlAttr = VlHeapCopy({hit.keyword->text, hit.keyword->length});
+    anchor->urlAttr = vlstore::Copy(store, {hit.keyword->text, hit.keyword->length});
     return anchor;
 }
 
@@ -184,7 +185,7 @@ VlHtmlAnch *VlProcessKeyWords(const char *text, const char *position) {
     if (!text) return nullptr;
     KeywordScan scan(text, EndOf(text));
     std::optional<KeywordHit> hit = RecognizeKeyword(scan, position);
-    return hit ? KeywordAnchor(*hit) : nullptr;
+    return hit ? KeywordAnchor(*hit, nullptr) : nullptr;
 }
 
 char *VlIsValidUrlKey(const char *text) {

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "html/keywords.h"
+#include "html/store.hpp"
 #include "html/textscan.hpp"
 #include "util/heap.hpp"
 #include "util/list.h"
@@ -24,13 +25,10 @@ using namespace vlscan;
 
 namespace {
 
-char *Copy(std::string_view value) {
-    return VlHeapCopy(value);
-}
-
-void Replace(char **field, char *value) {
-    free(*field);
-    *field = value;
+// A copy of value kept where record keeps its strings, in place of what
+// field held.
+template <class Record> void Keep(Record *record, char **field, std::string_view value) {
+    vlstore::SetField(record->store, field, vlstore::Copy(record->store, value));
 }
 
 // Records found by a walk are gathered here and go into their list when the
@@ -126,14 +124,14 @@ InputValues ReadInputValues(const char *tag, const char *end, const char *readab
 // A new element of the form with what its tag text gave (type, when given,
 // in place of the tag's TYPE); the hidden form name goes to the form.
 void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values, const char *type) {
-    VlHtmlFormElement *element = VlHtmlFormElementNew();
+    auto *element = vlstore::NewRecord<VlHtmlFormElement>(form->store);
     elements.push_back(element);
-    if (values.name) element->name = Copy(*values.name);
+    if (values.name) Keep(element, &element->name, *values.name);
     if (type)
-        element->type = StrDup(type);
+        Keep(element, &element->type, type);
     else if (values.type)
-        element->type = Copy(*values.type);
-    if (values.formName) Replace(&form->fullName, Copy(*values.formName));
+        Keep(element, &element->type, *values.type);
+    if (values.formName) Keep(form, &form->fullName, *values.formName);
 }
 
 // Reads a SELECT or TEXTAREA element whose text runs to its closing tag within
@@ -189,8 +187,8 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
     }
     if (!form) return;
     Attach(&form->elements, elements);
-    if (action) Replace(&form->action, Copy(*action));
-    if (method) Replace(&form->method, Copy(*method));
+    if (action) Keep(form, &form->action, *action);
+    if (method) Keep(form, &form->method, *method);
 }
 
 } // namespace
@@ -245,8 +243,8 @@ AnchValues vlscan::ReadAnchor(const char *cursor, const char *end, const char *r
 namespace {
 
 void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
-    if (values.fullName) Replace(&anchor->fullName, Copy(*values.fullName));
-    if (values.url) Replace(&anchor->url, Copy(*values.url));
+    if (values.fullName) Keep(anchor, &anchor->fullName, *values.fullName);
+    if (values.url) Keep(anchor, &anchor->url, *values.url);
 }
 
 // The places where the page walk looks: "<F", "<A", "##" and (when keywords
@@ -275,7 +273,7 @@ extern "C" {
 char *VlProcessNameValue(const char *text) {
     if (!text) return nullptr;
     Value value = QuotedValue(text, EndOf(text));
-    return value ? Copy(*value) : nullptr;
+    return value ? VlHeapCopy(*value) : nullptr;
 }
 
 char *VlProcessNameValueLib(const char *text) {
@@ -283,7 +281,7 @@ char *VlProcessNameValueLib(const char *text) {
     const char *end = EndOf(text);
     LibFinders f(end);
     Value value = LibValue(text, end, f);
-    return value ? Copy(*value) : nullptr;
+    return value ? VlHeapCopy(*value) : nullptr;
 }
 
 int VlReadInput(VlHtmlFormElement *element, const char *tagText) {
@@ -291,9 +289,9 @@ int VlReadInput(VlHtmlFormElement *element, const char *tagText) {
     const char *end = EndOf(tagText);
     InputValues values = ReadInputValues(tagText, end, end);
     if (element) {
-        if (values.name) Replace(&element->name, Copy(*values.name));
-        if (values.type) Replace(&element->type, Copy(*values.type));
-        if (values.formName) Replace(&element->formName, Copy(*values.formName));
+        if (values.name) Keep(element, &element->name, *values.name);
+        if (values.type) Keep(element, &element->type, *values.type);
+        if (values.formName) Keep(element, &element->formName, *values.formName);
     }
     return 0;
 }
@@ -334,6 +332,10 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     VlHtmlDoc *doc = VlHtmlNew();
     if (!*text) return doc;
     const char *pageEnd = EndOf(text);
+    // The records of an ordinary page and their strings take about as many
+    // bytes as the page.
+    doc->store = vlstore::StoreNew(static_cast<size_t>(pageEnd - text) * 2);
+    VlHtmlStore *store = doc->store;
     KeywordScan scan(text, pageEnd);
     // Forms, anchors and site marks.
     const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
@@ -351,14 +353,14 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             if (pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
             const char *close = siteEnd.Next(p + 5);
             if (!close || !ValidSiteName(p + 5, close)) continue;
-            VlHtmlSite *site = VlHtmlSiteNew();
-            site->name = Copy({p + 5, static_cast<size_t>(close - p - 5)});
+            auto *site = vlstore::NewRecord<VlHtmlSite>(store);
+            site->name = vlstore::Copy(store, {p + 5, static_cast<size_t>(close - p - 5)});
             sites.push_back(site);
             p = close;
         } else if (*p == '<') {
             if (FormOpen(p, pageEnd)) {
                 if (const char *formEnd = formEnds.From(p + 1)) {
-                    VlHtmlForm *form = VlHtmlFormNew();
+                    auto *form = vlstore::NewRecord<VlHtmlForm>(store);
                     forms.push_back(form);
                     // The form's body is scanned on from here: anchors in a
                     // form are anchors too.
@@ -371,13 +373,13 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                 AnchValues values = ReadAnchor(p, anchEnd, pageEnd);
                 // Kept only when it got a full name or a URL.
                 if (!values.fullName && !values.url) continue;
-                VlHtmlAnch *anchor = VlHtmlAnchNew();
+                auto *anchor = vlstore::NewRecord<VlHtmlAnch>(store);
                 ApplyAnch(anchor, values);
                 anchors.push_back(anchor);
             }
         } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p)) {
             // White space before a keyword attribute.
-            anchors.push_back(KeywordAnchor(*hit));
+            anchors.push_back(KeywordAnchor(*hit, store));
         }
     }
     Attach(&doc->sites, sites);

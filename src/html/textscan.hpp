@@ -378,9 +378,10 @@ struct KeywordHit {
 };
 
 // VlProcessKeyWords for a place met during a walk over scan's text, without
-// making the record; KeywordAnchor makes it.
+// making the record; KeywordAnchor makes it (in store; a record of its own
+// without one).
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position);
-VlHtmlAnch *KeywordAnchor(const KeywordHit &hit);
+VlHtmlAnch *KeywordAnchor(const KeywordHit &hit, VlHtmlStore *store);
 
 // The delimiter of a keyword's value: double quotes for a keyword stored with a
 // trailing blank or holding any upper-case letter, single quotes otherwise.

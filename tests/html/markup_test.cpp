@@ -157,8 +157,9 @@ TEST_F(Markup, SiteMarksTakeTheRecordsNames) {
     DocPtr doc = Page(text);
     ASSERT_EQ(SutSizList(doc->sites), 3);
     VlHtmlSiteDelete(static_cast<VlHtmlSite *>(SutRemoveNList(doc->sites, 2)));
-    Set(&SiteAt(doc.get(), 0)->name, "s1");
-    Set(&SiteAt(doc.get(), 1)->name, "s2");
+    VlHtmlSite *first = SiteAt(doc.get(), 0), *second = SiteAt(doc.get(), 1);
+    VlHtmlSetString(first->store, &first->name, "s1");
+    VlHtmlSetString(second->store, &second->name, "s2");
     // A third mark without a record loses its name and one "#".
     EXPECT_EQ(Mark(doc.get(), text, -1).text, "x##Vl_s1## ##Vl_b c## ##Vl_s2## ##Vl_# end");
     EXPECT_EQ(Mark(doc.get(), " <FORM>##Vl_q##</FORM>", -1).text, " <FORM>##Vl_s1##</FORM>");

@@ -1,0 +1,84 @@
+// The blocks of a page's store, and the one block kept from page to page.
+#include "html/store.hpp"
+
+#include <new>
+
+#include "util/heap.hpp"
+
+namespace {
+
+constexpr size_t kSmallestBlock = 16 * 1024;
+// The largest block kept for the next page; a larger one goes back to the system.
+constexpr size_t kLargestKept = 64 * 1024 * 1024;
+
+// A block freed by an earlier store, ready for the next one.
+struct SpareBlock {
+    char *begin = nullptr;
+    size_t size = 0;
+    ~SpareBlock() { std::free(begin); }
+};
+thread_local SpareBlock spare;
+
+char *NewBlock(size_t size) {
+    auto *block = static_cast<char *>(std::malloc(size));
+    if (!block) throw std::bad_alloc();
+    return block;
+}
+
+void AddBlock(VlHtmlStore *store, char *begin, size_t size) {
+    if (store->count == VlHtmlStore::kMaxBlocks) throw std::bad_alloc();
+    store->blocks[store->count++] = {begin, begin + size};
+    store->next = begin;
+    store->limit = begin + size;
+}
+
+} // namespace
+
+namespace vlstore {
+
+VlHtmlStore *StoreNew(size_t expected) {
+    auto *store = static_cast<VlHtmlStore *>(std::calloc(1, sizeof(VlHtmlStore)));
+    if (!store) throw std::bad_alloc();
+    if (spare.begin && spare.size >= kSmallestBlock) {
+        AddBlock(store, spare.begin, spare.size);
+        spare = {};
+        spare.begin = nullptr;
+    } else {
+        const size_t size = expected > kSmallestBlock ? expected : kSmallestBlock;
+        AddBlock(store, NewBlock(size), size);
+    }
+    return store;
+}
+
+void StoreGrow(VlHtmlStore *store, size_t size) {
+    const VlHtmlStore::Block &last = store->blocks[store->count - 1];
+    size_t grown = 2 * static_cast<size_t>(last.end - last.begin);
+    if (grown < size) grown = size;
+    AddBlock(store, NewBlock(grown), grown);
+}
+
+void StoreDelete(VlHtmlStore *store) {
+    if (!store) return;
+    for (int i = 0; i < store->count; i++) {
+        char *begin = store->blocks[i].begin;
+        const size_t size = static_cast<size_t>(store->blocks[i].end - begin);
+        if (size > spare.size && size <= kLargestKept) {
+            std::free(spare.begin);
+            spare.begin = begin;
+            spare.size = size;
+        } else {
+            std::free(begin);
+        }
+    }
+    std::free(store);
+}
+
+char *Copy(VlHtmlStore *store, std::string_view text) {
+    if (!store) return VlHeapCopy(text);
+    auto *copy = static_cast<char *>(Take(store, text.size() + 1, 1));
+    std::memcpy(copy, text.data(), text.size());
+    copy[text.size()] = '\0';
+    return copy;
+}
+
+} // namespace vlstore

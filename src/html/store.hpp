@@ -1,0 +1,107 @@
+// The storage of a read page (not part of the C interface): the records the
+// scanner finds and the strings they hold are taken from a few large blocks
+// that belong to the page and go with it, instead of one malloc'ed block each
+// (a 200 KB page holds about ten thousand strings and records, and malloc and
+// free were most of the time spent reading it).
+//
+// A string in the store is never freed on its own and never changes, so two
+// fields may share it. A field may also hold a malloc'ed string (set by code
+// that knows nothing of the store); the release rule tells the two apart: a
+// string the record's store holds stays, any other is freed. A record made on
+// its own (VlHtml...New) has no store and all its strings are malloc'ed.
+#ifndef VELMORA_HTML_STORE_HPP
+#define VELMORA_HTML_STORE_HPP
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "html/document.h"
+
+struct VlHtmlStore {
+    // Blocks double in size, so a few dozen hold more than any address space.
+    static constexpr int kMaxBlocks = 48;
+    struct Block {
+        char *begin;
+        char *end;
+    };
+    Block blocks[kMaxBlocks];
+    int count;
+    char *next;  // the free room of the newest block
+    char *limit;
+};
+
+namespace vlstore {
+
+// A store whose first block holds about expected bytes (a block kept from an
+// earlier page is reused when there is one: fresh large blocks cost page
+// faults on every page).
+VlHtmlStore *StoreNew(size_t expected);
+// Frees the store's blocks (keeping the largest for the next page).
+void StoreDelete(VlHtmlStore *store);
+// Grows the store by a block that holds at least size bytes.
+void StoreGrow(VlHtmlStore *store, size_t size);
+
+// size bytes aligned for any record, uninitialised.
+inline void *Take(VlHtmlStore *store, size_t size, size_t align) {
+    auto at = reinterpret_cast<uintptr_t>(store->next);
+    at = (at + align - 1) & ~static_cast<uintptr_t>(align - 1);
+    if (at + size > reinterpret_cast<uintptr_t>(store->limit)) {
+        StoreGrow(store, size + align);
+        return Take(store, size, align);
+    }
+    store->next = reinterpret_cast<char *>(at + size);
+    return reinterpret_cast<void *>(at);
+}
+
+inline bool Holds(const VlHtmlStore *store, const void *p) {
+    if (!store || !p) return false;
+    const char *c = static_cast<const char *>(p);
+    for (int i = store->count - 1; i >= 0; i--)
+        if (c >= store->blocks[i].begin && c < store->blocks[i].end) return true;
+    return false;
+}
+
+// A NUL-terminated copy of text: in the store, or malloc'ed without one.
+char *Copy(VlHtmlStore *store, std::string_view text);
+
+// Frees p unless the store holds it.
+inline void Release(const VlHtmlStore *store, void *p) {
+    if (p && !Holds(store, p)) std::free(p);
+}
+
+// Puts value in *field, releasing what was there.
+inline void SetField(const VlHtmlStore *store, char **field, char *value) {
+    Release(store, *field);
+    *field = value;
+}
+
+// Puts a copy of value (null: none) in *field, releasing what was there. A
+// value the store holds is shared, not copied: it never changes.
+inline void CopyField(VlHtmlStore *store, char **field, const char *value) {
+    if (value && Holds(store, value)) {
+        SetField(store, field, const_cast<char *>(value));
+        return;
+    }
+    SetField(store, field, value ? Copy(store, value) : nullptr);
+}
+
+// A zeroed record of the store, or a calloc'ed one without a store.
+template <class Record> Record *NewRecord(VlHtmlStore *store) {
+    if (!store) return static_cast<Record *>(std::calloc(1, sizeof(Record)));
+    auto *record = static_cast<Record *>(Take(store, sizeof(Record), alignof(Record)));
+    std::memset(record, 0, sizeof(Record));
+    record->store = store;
+    return record;
+}
+
+// Releases a record made by NewRecord (its fields are released by the caller).
+template <class Record> void ReleaseRecord(Record *record) {
+    if (!record->store) std::free(record);
+}
+
+} // namespace vlstore
+
+#endif
