@@ -28,6 +28,7 @@ constexpr const char *kDefaultProjUrl = "http://localhost/cgi-bin/";
 char *theProjUrl = nullptr;
 
 using vlstore::CopyField;
+using vlstore::ShareField;
 using vlstore::SetField;
 
 bool IsEmpty(const char *s) {
@@ -500,23 +501,23 @@ int VlHtmlMarkOrigNames(VlHtmlDoc *doc) {
     for (int i = 0; i < SutSizList(doc->forms); i++) {
         auto *f = static_cast<VlHtmlForm *>(SutGetNList(doc->forms, i));
         if (!f) continue;
-        CopyField(f->store, &f->origFullName, f->fullName);
-        CopyField(f->store, &f->origAction, f->action);
-        CopyField(f->store, &f->origMethod, f->method);
+        ShareField(f->store, &f->origFullName, f->fullName);
+        ShareField(f->store, &f->origAction, f->action);
+        ShareField(f->store, &f->origMethod, f->method);
         for (int j = 0; j < SutSizList(f->elements); j++) {
             auto *e = static_cast<VlHtmlFormElement *>(SutGetNList(f->elements, j));
-            if (e) CopyField(e->store, &e->origFormName, e->formName);
+            if (e) ShareField(e->store, &e->origFormName, e->formName);
         }
     }
     for (int i = 0; i < SutSizList(doc->sites); i++) {
         auto *s = static_cast<VlHtmlSite *>(SutGetNList(doc->sites, i));
-        if (s) CopyField(s->store, &s->origName, s->name);
+        if (s) ShareField(s->store, &s->origName, s->name);
     }
     for (int i = 0; i < SutSizList(doc->anchors); i++) {
         auto *a = static_cast<VlHtmlAnch *>(SutGetNList(doc->anchors, i));
         if (!a) continue;
-        CopyField(a->store, &a->origFullName, a->fullName);
-        CopyField(a->store, &a->origUrl, a->url);
+        ShareField(a->store, &a->origFullName, a->fullName);
+        ShareField(a->store, &a->origUrl, a->url);
     }
     return 1;
 }

@@ -15,6 +15,7 @@
 #include <string_view>
 
 #include "html/keywords.h"
+#include "html/store.hpp"
 #include "html/textscan.hpp"
 #include "util/list.h"
 
@@ -24,30 +25,49 @@ namespace {
 
 constexpr std::string_view kHiddenInput = "<INPUT TYPE=\"hidden\" NAME=\"VlFormName\" VALUE=\"";
 
-const char *Str(const char *s) {
-    return s ? s : "";
+// A string field of a record (null: empty), its length known without a count
+// when the record's store holds it.
+template <class Record> std::string_view Text(const Record *record, const char *field) {
+    return vlstore::Text(record->store, field);
 }
 
-// The output of one pass: copied runs of the text and the rewrites between them.
+// The output of one pass: copied runs of the text and the rewrites between
+// them. Nothing is written until the first rewrite, so a pass that rewrites
+// nothing can leave the text where it is instead of copying it.
 class Writer {
   public:
-    Writer(const char *text, const char *end, std::string &out) : run_(text), end_(end), out_(out) {
-        // Rewrites lengthen the page a little: room for a quarter more.
-        const auto size = static_cast<size_t>(end - text);
-        out_.reserve(out_.size() + size + size / 4 + 4096);
-    }
+    Writer(const char *text, const char *end, std::string &out, bool copyUnchanged)
+        : text_(text), run_(text), end_(end), out_(out), copyUnchanged_(copyUnchanged) {}
     void CopyTo(const char *upTo) {
+        Start();
         out_.append(run_, static_cast<size_t>(upTo - run_));
         run_ = upTo;
     }
-    void ResumeAt(const char *at) { run_ = at; }
+    void ResumeAt(const char *at) {
+        Start();
+        run_ = at;
+    }
     std::string &Out() { return out_; }
-    void Finish() { CopyTo(end_); }
+    void Finish() {
+        if (started_ || copyUnchanged_) CopyTo(end_);
+    }
+    bool Rewrote() const { return started_; }
 
   private:
+    void Start() {
+        if (started_) return;
+        started_ = true;
+        // Rewrites lengthen the page a little: room for a quarter more.
+        const auto size = static_cast<size_t>(end_ - text_);
+        out_.reserve(out_.size() + size + size / 4 + 4096);
+    }
+
+    const char *text_;
     const char *run_;
     const char *end_;
     std::string &out_;
+    bool copyUnchanged_;
+    bool started_ = false;
 };
 
 // SutGetNList, read in place: it is asked once for every tag a pass rewrites.
@@ -86,8 +106,7 @@ const char *NextByte(const char *p, const char *end, char c) {
 
 // Pass 1: the HREF of every named anchor becomes the project URL with the
 // anchor's full name as FNC parameter.
-int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::string &out) {
-    Writer w(text, textEnd, out);
+int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, Writer &w) {
     CharFinder quotes = FinderOf('"', textEnd);
     const WordStarts<Words<'<', 'a'>> anchorOpens{textEnd};
     MarkCursor<WordStarts<Words<'<', 'a'>>> tags(anchorOpens, textEnd);
@@ -121,9 +140,9 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::stri
             if (IPrefix(q, textEnd, "HREF")) {
                 if (const char *close = QuotedValueEnd(q + 4, anchEnd, textEnd, quotes)) {
                     o += "HREF=\"";
-                    o += Str(record->url);
+                    o += Text(record, record->url);
                     o += "?FNC=";
-                    o += record->fullName;
+                    o += Text(record, record->fullName);
                     o += "\" ";
                     q = SkipBlanks(close + 1, anchEnd);
                     continue;
@@ -140,8 +159,7 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, std::stri
 }
 
 // Pass 2: keyword attributes of named keyword anchors.
-int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
-    Writer w(text, end, out);
+int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
     if (!VlAnyKeys()) {
         w.Finish();
         return 0;
@@ -186,16 +204,10 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, std::string 
         w.CopyTo(p + 1);
         std::string &o = w.Out();
         o += attr;
-        if (attr.ends_with(' ')) {
-            o += '"';
-        } else if (quote == '"') {
-            o += "=\"";
-        } else {
-            o += "='";
-        }
-        o += Str(record->url);
+        o += attr.ends_with(' ') ? "\"" : quote == '"' ? "=\"" : "='";
+        o += Text(record, record->url);
         o += "?FNC=";
-        o += record->fullName;
+        o += Text(record, record->fullName);
         o += quote;
         w.ResumeAt(close + 1);
         p = close; // the walk goes on right after the closing delimiter
@@ -218,8 +230,7 @@ struct HiddenSearch {
 
 // Pass 0: ACTION and METHOD of every named form, and the hidden input that
 // carries the form's full name.
-int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
-    Writer w(text, end, out);
+int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
     CharFinder quotes = FinderOf('"', end);
     NextFinder<HiddenSearch> hiddenInputs(HiddenSearch{end});
     const WordStarts<Words<'<', 'f'>> formOpens{end};
@@ -263,7 +274,7 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
                 continue;
             }
             if (q == hiddenValue) {
-                o += record->fullName;
+                o += Text(record, record->fullName);
                 o += '"';
                 const char *close = quotes.Next(q);
                 q = close && close < formEnd ? close + 1 : formEnd;
@@ -273,14 +284,14 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
                 tagEnded = true;
                 if (!methodWritten && record->method) {
                     o += " METHOD=\"";
-                    o += record->method;
+                    o += Text(record, record->method);
                     o += "\" ";
                 }
             } else if (IPrefix(q, end, "ACTION") || IPrefix(q, end, "METHOD")) {
                 const bool isAction = Upper(*q) == 'A';
                 if (const char *close = QuotedValueEnd(q + 6, formEnd, end, quotes)) {
                     o += isAction ? "ACTION=\"" : "METHOD=\"";
-                    o += Str(isAction ? record->action : record->method);
+                    o += Text(record, isAction ? record->action : record->method);
                     o += "\" ";
                     if (!isAction) methodWritten = true;
                     q = SkipBlanks(close + 1, formEnd);
@@ -291,7 +302,7 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
         }
         if (!hidden) {
             o += kHiddenInput;
-            o += record->fullName;
+            o += Text(record, record->fullName);
             o += "\"> ";
         }
         w.ResumeAt(formEnd);
@@ -301,8 +312,7 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
     return 0;
 }
 
-int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, std::string &out) {
-    Writer w(text, end, out);
+int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
     NextFinder<HashesSearch> marks(HashesSearch{end});
     int index = 0;
     // Forms are only passed over: their content still holds marks.
@@ -323,18 +333,18 @@ int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, std::string &ou
     return 0;
 }
 
-int Pass(VlHtmlDoc *doc, const char *text, const char *end, int pass, std::string &out) {
+int Pass(VlHtmlDoc *doc, const char *text, const char *end, int pass, Writer &w) {
     switch (pass) {
     case -1:
-        return MarkSites(doc, text, end, out);
+        return MarkSites(doc, text, end, w);
     case 0:
-        return MarkForms(doc, text, end, out);
+        return MarkForms(doc, text, end, w);
     case 1:
-        return MarkAnchors(doc, text, end, out);
+        return MarkAnchors(doc, text, end, w);
     case 2:
-        return MarkKeywords(doc, text, end, out);
+        return MarkKeywords(doc, text, end, w);
     default:
-        out.append(text, end);
+        w.Finish();
         return 0;
     }
 }
@@ -344,17 +354,21 @@ int PassToStream(VlHtmlDoc *doc, const char *text, FILE *stream, int pass) {
     if (!doc || !text || !stream) return 1;
     if (!*text) return 0;
     std::string out;
-    const int result = Pass(doc, text, text + strlen(text), pass, out);
+    const char *end = text + strlen(text);
+    Writer w(text, end, out, true);
+    const int result = Pass(doc, text, end, pass, w);
     fwrite(out.data(), 1, out.size(), stream);
     return result;
 }
 
 } // namespace
 
-int vlmarkup::MarkPass(VlHtmlDoc *doc, std::string_view text, int pass, std::string &out) {
-    if (!doc) return 1;
-    if (text.empty()) return 0;
-    return Pass(doc, text.data(), text.data() + text.size(), pass, out);
+void vlmarkup::RunPass(VlHtmlDoc *doc, std::string &text, std::string &spare, int pass) {
+    if (!doc || text.empty()) return;
+    spare.clear();
+    Writer w(text.data(), text.data() + text.size(), spare, false);
+    Pass(doc, text.data(), text.data() + text.size(), pass, w);
+    if (w.Rewrote()) text.swap(spare);
 }
 
 extern "C" {

@@ -11,11 +11,12 @@
 
 namespace vlmarkup {
 
-// Appends text, rewritten by one pass, to out: pass 0 forms, 1 anchors, 2
-// keyword attributes, -1 site marks; any other pass copies the text. The
-// result is what VlMarkupHtmlDesignTimeForms (VlMarkupHtmlDesignTime for -1)
-// answers; 1 and nothing written for a null document.
-int MarkPass(VlHtmlDoc *doc, std::string_view text, int pass, std::string &out);
+// Rewrites text by one pass (0 forms, 1 anchors, 2 keyword attributes, -1
+// site marks, as VlMarkupHtmlDesignTimeForms and VlMarkupHtmlDesignTime do)
+// as the save chains them: the pass writes into spare and the two change
+// places, so their room serves page after page; a pass that rewrites nothing
+// leaves text as it is, uncopied. A null document changes nothing.
+void RunPass(VlHtmlDoc *doc, std::string &text, std::string &spare, int pass);
 
 } // namespace vlmarkup
 

@@ -41,15 +41,6 @@ bool HasName(const VlHtmlDoc *doc) {
     return doc && doc->name && *doc->name;
 }
 
-// The text after one markup pass, which reads what the previous one left.
-// The pass writes into spare, which then holds the text read: the passes
-// take turns with two buffers instead of allocating (and faulting in) one each.
-void RunPass(VlHtmlDoc *doc, std::string &text, std::string &spare, int pass) {
-    spare.clear();
-    vlmarkup::MarkPass(doc, text, pass, spare);
-    text.swap(spare);
-}
-
 // The working copy of a page as it was read. When it cannot be made, the
 // page would drop out of the project: that is said, with the reason, and the
 // run writes nothing back.
@@ -141,9 +132,9 @@ int VlHtmlBackup(VlHtmlDoc *doc) {
     thread_local std::string marked, spare;
     marked.assign(text.get());
     const bool anchors = doc->anchorsChanged != 0;
-    if (anchors) RunPass(doc, marked, spare, 1);
-    if (anchors && VlAnyKeys()) RunPass(doc, marked, spare, 2);
-    if (doc->formsChanged) RunPass(doc, marked, spare, 0);
+    if (anchors) vlmarkup::RunPass(doc, marked, spare, 1);
+    if (anchors && VlAnyKeys()) vlmarkup::RunPass(doc, marked, spare, 2);
+    if (doc->formsChanged) vlmarkup::RunPass(doc, marked, spare, 0);
     if (anchors || doc->formsChanged) {
         const int written = VlWriteFileSafely(file.get(), marked.data(), marked.size());
         if (written == VL_WRITE_NOT_OPENED) VlReportWriteFailure(file.get(), errno);

@@ -64,8 +64,19 @@ inline bool Holds(const VlHtmlStore *store, const void *p) {
     return false;
 }
 
-// A NUL-terminated copy of text: in the store, or malloc'ed without one.
+// A NUL-terminated copy of text: in the store, or malloc'ed without one. A
+// copy in the store is preceded by its length, which Text reads instead of
+// counting the bytes (the markup writes every name it reads).
 char *Copy(VlHtmlStore *store, std::string_view text);
+
+// The NUL-terminated s (null: empty) with its length.
+inline std::string_view Text(const VlHtmlStore *store, const char *s) {
+    if (!s) return {};
+    if (!Holds(store, s)) return s;
+    uint32_t length;
+    std::memcpy(&length, s - sizeof length, sizeof length);
+    return {s, length};
+}
 
 // Frees p unless the store holds it.
 inline void Release(const VlHtmlStore *store, void *p) {
@@ -78,14 +89,18 @@ inline void SetField(const VlHtmlStore *store, char **field, char *value) {
     *field = value;
 }
 
-// Puts a copy of value (null: none) in *field, releasing what was there. A
-// value the store holds is shared, not copied: it never changes.
+// Puts a copy of value (null: none) in *field, releasing what was there.
 inline void CopyField(VlHtmlStore *store, char **field, const char *value) {
-    if (value && Holds(store, value)) {
-        SetField(store, field, const_cast<char *>(value));
-        return;
-    }
     SetField(store, field, value ? Copy(store, value) : nullptr);
+}
+
+// The same for the value of another field of a record of the store: a value
+// the store holds is shared, not copied, since it never changes.
+inline void ShareField(VlHtmlStore *store, char **field, const char *fieldValue) {
+    if (fieldValue && Holds(store, fieldValue))
+        SetField(store, field, const_cast<char *>(fieldValue));
+    else
+        CopyField(store, field, fieldValue);
 }
 
 // A zeroed record of the store, or a calloc'ed one without a store.
