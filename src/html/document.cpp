@@ -10,6 +10,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -76,27 +77,20 @@ template <class Record> Record *NewRecord() {
     return vlstore::NewRecord<Record>(nullptr);
 }
 
-// A list's array is freed before its records: freeing a large block makes
-// malloc merge every small block freed before it, which after thousands of
-// records costs as much as freeing them and leaves the next page's records to
-// the slow path. TakeRecords frees the list and keeps its records in a vector
-// of the record type's own (a form deletes its elements while the document's
-// forms are deleted); DeleteTaken deletes them.
-template <class Record> std::vector<void *> &TakeRecords(SutList *list) {
-    thread_local std::vector<void *> records;
-    records.clear();
-    if (!list) return records;
-    records.assign(list->items, list->items + list->count);
+// Deletes a list and its records. The records of the page's store go with
+// the store, strings and all (a form of it still has its list of elements
+// to free); any other record is deleted on its own.
+template <class Record, class Deleter>
+void DeleteList(SutList *list, const VlHtmlStore *pageStore, Deleter del) {
+    for (int i = 0; i < SutSizList(list); i++) {
+        auto *record = static_cast<Record *>(list->items[i]);
+        if (!record) continue;
+        if (!pageStore || record->store != pageStore)
+            del(record);
+        else if constexpr (std::is_same_v<Record, VlHtmlForm>)
+            DeleteList<VlHtmlFormElement>(record->elements, pageStore, VlHtmlFormElementDelete);
+    }
     SutDeleteList(list);
-    return records;
-}
-template <class Record, class Deleter> void DeleteTaken(std::vector<void *> &records, Deleter del) {
-    for (void *record : records)
-        del(static_cast<Record *>(record));
-    records.clear();
-}
-template <class Record, class Deleter> void DeleteRecords(SutList *list, Deleter del) {
-    DeleteTaken<Record>(TakeRecords<Record>(list), del);
 }
 
 // The position of the first record of each full name and, among the records
@@ -207,7 +201,7 @@ void VlHtmlFormDelete(VlHtmlForm *form) {
     if (!form) return;
     ReleaseFields(form->store, form->fullName, form->action, form->method, form->origFullName,
                   form->origAction, form->origMethod);
-    DeleteRecords<VlHtmlFormElement>(form->elements, VlHtmlFormElementDelete);
+    DeleteList<VlHtmlFormElement>(form->elements, nullptr, VlHtmlFormElementDelete);
     vlstore::ReleaseRecord(form);
 }
 
@@ -229,13 +223,9 @@ void VlHtmlDelete(VlHtmlDoc *doc) {
     free(doc->name);
     free(doc->modName);
     free(doc->path);
-    // The three arrays first, then the records.
-    std::vector<void *> &forms = TakeRecords<VlHtmlForm>(doc->forms);
-    std::vector<void *> &sites = TakeRecords<VlHtmlSite>(doc->sites);
-    std::vector<void *> &anchors = TakeRecords<VlHtmlAnch>(doc->anchors);
-    DeleteTaken<VlHtmlForm>(forms, VlHtmlFormDelete);
-    DeleteTaken<VlHtmlSite>(sites, VlHtmlSiteDelete);
-    DeleteTaken<VlHtmlAnch>(anchors, VlHtmlAnchDelete);
+    DeleteList<VlHtmlForm>(doc->forms, doc->store, VlHtmlFormDelete);
+    DeleteList<VlHtmlSite>(doc->sites, doc->store, VlHtmlSiteDelete);
+    DeleteList<VlHtmlAnch>(doc->anchors, doc->store, VlHtmlAnchDelete);
     vlstore::StoreDelete(doc->store);
     free(doc);
 }

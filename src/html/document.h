@@ -13,9 +13,10 @@ extern "C" {
 
 /* The storage of a read page: the records and strings the scanner finds are
  * taken from it and live as long as the page. A record made on its own has
- * none (store is null) and owns malloc'ed strings. Either way the record's
- * deleter and the setters below release its strings; a record of a page is
- * released with the page. */
+ * none (store is null) and owns malloc'ed strings. The setters below keep a
+ * record's strings where the record lives; code outside the page changes a
+ * string field with VlHtmlSetString, never by assigning a malloc'ed one to a
+ * record of a page. A record of a page is released with the page. */
 typedef struct VlHtmlStore VlHtmlStore;
 
 typedef struct VlHtmlFormElement {

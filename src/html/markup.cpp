@@ -333,7 +333,38 @@ int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
     return 0;
 }
 
+// A pass rewrites only the tags whose record holds a full name: without such
+// a record it would copy the text unchanged, and it is not run.
+bool HasNamedRecord(const VlHtmlDoc *doc, int pass) {
+    auto any = [](const SutList *list, auto named) {
+        for (int i = 0; list && i < list->count; i++)
+            if (named(list->items[i])) return true;
+        return false;
+    };
+    const bool keywords = VlAnyKeys() != 0;
+    switch (pass) {
+    case 0:
+        return any(doc->forms, [](void *r) { return r && static_cast<VlHtmlForm *>(r)->fullName; });
+    case 1:
+        return any(doc->anchors, [keywords](void *r) {
+            const auto *a = static_cast<VlHtmlAnch *>(r);
+            return a && a->fullName && !(keywords && a->isKeyword);
+        });
+    case 2:
+        return keywords && any(doc->anchors, [](void *r) {
+                   const auto *a = static_cast<VlHtmlAnch *>(r);
+                   return a && a->isKeyword && a->fullName && a->urlAttr;
+               });
+    default:
+        return true;
+    }
+}
+
 int Pass(VlHtmlDoc *doc, const char *text, const char *end, int pass, Writer &w) {
+    if (!HasNamedRecord(doc, pass)) {
+        w.Finish();
+        return 0;
+    }
     switch (pass) {
     case -1:
         return MarkSites(doc, text, end, w);

@@ -75,10 +75,7 @@ void StoreDelete(VlHtmlStore *store) {
 
 char *Copy(VlHtmlStore *store, std::string_view text) {
     if (!store) return VlHeapCopy(text);
-    // Longer texts than a length field counts are copied on their own; the
-    // store never holds them.
-    const auto length = static_cast<uint32_t>(text.size());
-    if (length != text.size()) return VlHeapCopy(text);
+    const size_t length = text.size();
     auto *copy = static_cast<char *>(Take(store, sizeof length + text.size() + 1, 1));
     std::memcpy(copy, &length, sizeof length);
     copy += sizeof length;

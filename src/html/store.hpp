@@ -5,10 +5,11 @@
 // free were most of the time spent reading it).
 //
 // A string in the store is never freed on its own and never changes, so two
-// fields may share it. A field may also hold a malloc'ed string (set by code
-// that knows nothing of the store); the release rule tells the two apart: a
-// string the record's store holds stays, any other is freed. A record made on
-// its own (VlHtml...New) has no store and all its strings are malloc'ed.
+// fields may share it. The setters put a record's strings where the record
+// lives: a record of a store holds strings of its store only (so a page is
+// deleted without looking at them), a record made on its own (VlHtml...New)
+// has no store and malloc'ed strings. The release rule (a string the store
+// holds stays, any other is freed) serves both.
 #ifndef VELMORA_HTML_STORE_HPP
 #define VELMORA_HTML_STORE_HPP
 
@@ -73,7 +74,7 @@ char *Copy(VlHtmlStore *store, std::string_view text);
 inline std::string_view Text(const VlHtmlStore *store, const char *s) {
     if (!s) return {};
     if (!Holds(store, s)) return s;
-    uint32_t length;
+    size_t length;
     std::memcpy(&length, s - sizeof length, sizeof length);
     return {s, length};
 }

@@ -67,7 +67,8 @@ TEST_F(Markup, MethodInsertedWhenTheTagHasNone) {
     }
     // A record without a method gets no METHOD at all.
     DocPtr noMethod = Page(" <FORM>a</FORM>");
-    FormAt(noMethod.get(), 0)->fullName = strdup("f__Fshop_html");
+    VlHtmlForm *unnamed = FormAt(noMethod.get(), 0);
+    VlHtmlSetString(unnamed->store, &unnamed->fullName, "f__Fshop_html");
     EXPECT_EQ(Mark(noMethod.get(), " <FORM>a</FORM>", 0).text, " <FORM>a" + hidden + "</FORM>");
 }
 
