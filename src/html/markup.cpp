@@ -76,6 +76,16 @@ template <class Record> Record *RecordAt(const SutList *list, int index) {
                                                      : nullptr;
 }
 
+// Appends short pieces to o with one growth of o instead of one a piece.
+template <class... Pieces> void Append(std::string &o, Pieces... pieces) {
+    const size_t at = o.size();
+    o.resize(at + (std::string_view(pieces).size() + ...));
+    char *to = o.data() + at;
+    ((std::memcpy(to, std::string_view(pieces).data(), std::string_view(pieces).size()),
+      to += std::string_view(pieces).size()),
+     ...);
+}
+
 // After a word such as HREF, ACTION or METHOD inside [.., stop) of a text
 // ending at end: "=" with white space around it and a double-quoted value.
 // Gives the closing quote or null.
@@ -139,11 +149,8 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, Writer &w
             q = h;
             if (IPrefix(q, textEnd, "HREF")) {
                 if (const char *close = QuotedValueEnd(q + 4, anchEnd, textEnd, quotes)) {
-                    o += "HREF=\"";
-                    o += Text(record, record->url);
-                    o += "?FNC=";
-                    o += Text(record, record->fullName);
-                    o += "\" ";
+                    Append(o, "HREF=\"", Text(record, record->url), "?FNC=",
+                           Text(record, record->fullName), "\" ");
                     q = SkipBlanks(close + 1, anchEnd);
                     continue;
                 }
@@ -202,13 +209,9 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
         }
 
         w.CopyTo(p + 1);
-        std::string &o = w.Out();
-        o += attr;
-        o += attr.ends_with(' ') ? "\"" : quote == '"' ? "=\"" : "='";
-        o += Text(record, record->url);
-        o += "?FNC=";
-        o += Text(record, record->fullName);
-        o += quote;
+        const std::string_view opening = attr.ends_with(' ') ? "\"" : quote == '"' ? "=\"" : "='";
+        Append(w.Out(), attr, opening, Text(record, record->url), "?FNC=",
+               Text(record, record->fullName), std::string_view(&quote, 1));
         w.ResumeAt(close + 1);
         p = close; // the walk goes on right after the closing delimiter
     }
