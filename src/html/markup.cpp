@@ -147,7 +147,7 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, Writer &w
         while (const char *h = hrefs.Next(q)) {
             o.append(q, static_cast<size_t>(h - q));
             q = h;
-            if (IPrefix(q, textEnd, "HREF")) {
+            if (IPrefixOf<"HREF">(q, textEnd)) {
                 if (const char *close = QuotedValueEnd(q + 4, anchEnd, textEnd, quotes)) {
                     Append(o, "HREF=\"", Text(record, record->url), "?FNC=",
                            Text(record, record->fullName), "\" ");
@@ -290,7 +290,7 @@ int MarkForms(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
                     o += Text(record, record->method);
                     o += "\" ";
                 }
-            } else if (IPrefix(q, end, "ACTION") || IPrefix(q, end, "METHOD")) {
+            } else if (IPrefixOf<"ACTION">(q, end) || IPrefixOf<"METHOD">(q, end)) {
                 const bool isAction = Upper(*q) == 'A';
                 if (const char *close = QuotedValueEnd(q + 6, formEnd, end, quotes)) {
                     o += isAction ? "ACTION=\"" : "METHOD=\"";

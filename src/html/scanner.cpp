@@ -104,17 +104,17 @@ InputValues ReadInputValues(const char *tag, const char *end, const char *readab
     bool hidden = false, formNameInput = false;
     for (const char *p = tag + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         const char c = Upper(*p);
-        if (c == 'N' && IPrefix(p, end, "NAME")) {
+        if (c == 'N' && IPrefixOf<"NAME">(p, end)) {
             Value value = QuotedAfterEqual(p + 4, end);
             if (!value) continue;
             if (EqualsIgnoringCase(*value, "VlFormName")) formNameInput = true;
             found.name = value;
-        } else if (c == 'T' && IPrefix(p, end, "TYPE")) {
+        } else if (c == 'T' && IPrefixOf<"TYPE">(p, end)) {
             Value value = LibValue(SkipWhiteAndEqual(p + 4, end), end, finders);
             if (!value) continue;
             if (EqualsIgnoringCase(*value, "hidden")) hidden = true;
             found.type = value;
-        } else if (c == 'V' && hidden && formNameInput && IPrefix(p, end, "VALUE")) {
+        } else if (c == 'V' && hidden && formNameInput && IPrefixOf<"VALUE">(p, end)) {
             if (Value value = QuotedAfterEqual(p + 5, end)) found.formName = value;
         }
     }
@@ -162,23 +162,23 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         if (*p != '<') {
             // ACTION and METHOD count wherever they stand in the form: the last wins.
-            if (IPrefix(p, end, "ACTION")) {
+            if (IPrefixOf<"ACTION">(p, end)) {
                 if (Value value = QuotedAfterEqual(p + 6, end)) action = value;
-            } else if (IPrefix(p, end, "METHOD")) {
+            } else if (IPrefixOf<"METHOD">(p, end)) {
                 if (Value value = QuotedAfterEqual(p + 6, end)) method = value;
             }
-        } else if (IPrefix(p, end, "<INPUT")) {
+        } else if (IPrefixOf<"<INPUT">(p, end)) {
             const char *gt = tagEnd.Next(p + 1);
             if (!gt) continue;
             // The tag text keeps its ">", so an unquoted last value still ends.
             if (form) AddElement(form, elements, ReadInputValues(p + 6, gt + 1, readable), nullptr);
             p = gt;
-        } else if (IPrefix(p, end, "<SELECT")) {
+        } else if (IPrefixOf<"<SELECT">(p, end)) {
             using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
             if (const char *stop = ReadBlockElement<SelectEnds>(form, elements, p, end, readable,
                                                                 "<SELECT", "/SELECT>", "SELECT"))
                 p = stop;
-        } else if (IPrefix(p, end, "<TEXTAREA")) {
+        } else if (IPrefixOf<"<TEXTAREA">(p, end)) {
             using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
             if (const char *stop = ReadBlockElement<TextareaEnds>(
                     form, elements, p, end, readable, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
@@ -201,7 +201,7 @@ AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char 
     MarkCursor<WordStarts<Words<'h', 'r'>>> candidates(words, end, readable);
     bool sawHref = false;
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
-        if (!IPrefix(p, end, "HREF")) continue;
+        if (!IPrefixOf<"HREF">(p, end)) continue;
         sawHref = true;
         const char *q = p + 4;
         while (q < end && IsWhite(*q))

@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "html/document.h"
@@ -44,6 +45,28 @@ inline bool IPrefix(const char *s, const char *end, std::string_view pat) {
         if (Upper(s[i]) != Upper(pat[i])) return false;
     return true;
 }
+// A word known when the program is built, for IPrefixOf.
+template <size_t N> struct Literal {
+    char text[N]; // with its terminating NUL
+    consteval Literal(const char (&s)[N]) {
+        for (size_t i = 0; i < N; i++)
+            text[i] = s[i];
+    }
+    static constexpr bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+};
+
+// IPrefix for a word known when the program is built: the comparisons are
+// laid out at build time, a letter compared with its case bit set (which
+// matches just its two cases), any other byte as it is.
+template <Literal W> inline bool IPrefixOf(const char *s, const char *end) {
+    constexpr size_t n = sizeof W.text - 1;
+    if (end - s < static_cast<std::ptrdiff_t>(n)) return false;
+    return [&]<size_t... I>(std::index_sequence<I...>) {
+        return ((W.IsLetter(W.text[I]) ? (s[I] | 0x20) == (W.text[I] | 0x20) : s[I] == W.text[I]) &&
+                ...);
+    }(std::make_index_sequence<n>{});
+}
+
 inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
     return a.size() == b.size() && IPrefix(a.data(), a.data() + a.size(), b);
 }
@@ -54,13 +77,13 @@ inline bool AnchOpen(const char *s, const char *end) {
            (s[2] == ' ' || s[2] == '\t' || s[2] == '\n');
 }
 inline bool AnchClose(const char *s, const char *end) {
-    return IPrefix(s, end, "/A>");
+    return IPrefixOf<"/A>">(s, end);
 }
 inline bool FormOpen(const char *s, const char *end) {
-    return IPrefix(s, end, "<FORM");
+    return IPrefixOf<"<FORM">(s, end);
 }
 inline bool FormClose(const char *s, const char *end) {
-    return IPrefix(s, end, "/FORM>");
+    return IPrefixOf<"/FORM>">(s, end);
 }
 
 // The places of [.., end) holding a byte of a ByteFinder, for a MarkCursor.
