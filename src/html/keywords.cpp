@@ -107,8 +107,15 @@ KeywordScan::KeywordScan(const char *t, const char *e)
         if (!k || !*k) continue;
         const size_t n = strlen(k);
         const std::string_view word(k, n);
-        keywords.push_back({k, n, KeywordQuote(k), k[n - 1] == ' ',
-                            EqualsIgnoringCase(word, "HREF"), EqualsIgnoringCase(word, "ACTION")});
+        std::string folded(word), caseBits(n, '\0');
+        for (size_t j = 0; j < n; j++)
+            if (IsAlpha(k[j])) {
+                folded[j] = Lower(k[j]);
+                caseBits[j] = 0x20;
+            }
+        keywords.push_back({k, n, std::move(folded), std::move(caseBits), KeywordQuote(k),
+                            k[n - 1] == ' ', EqualsIgnoringCase(word, "HREF"),
+                            EqualsIgnoringCase(word, "ACTION")});
         // Walks look for keywords after white space and before a letter or a digit.
         if (IsAlnum(k[0])) {
             firsts += Upper(k[0]);
@@ -133,7 +140,8 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     const char *name = position + 1;
     const Keyword *keyword = nullptr;
     for (const Keyword &k : scan.keywords) {
-        if (Upper(k.text[0]) == Upper(*name) && IPrefix(name, end, {k.text, k.length})) {
+        if ((*name | k.caseBits[0]) == k.folded[0] &&
+            FoldedPrefix(name, end, k.folded, k.caseBits.data())) {
             keyword = &k;
             break;
         }
@@ -173,7 +181,17 @@ VlHtmlAnch *KeywordAnchor(const KeywordHit &hit, VlHtmlStore *store) {
         anchor->url = vlstore::Copy(store, hit.url);
     }
     anchor->isKeyword = 1;
-    anchor->urlAttr = vlstore::Copy(store, {hit.keyword->text, hit.keyword->length});
+    const Keyword &keyword = *hit.keyword;
+    if (!store) {
+        anchor->urlAttr = VlHeapCopy({keyword.text, keyword.length});
+    } else {
+        // Strings of a store never change: every anchor of the keyword shares one.
+        if (keyword.copiedIn != store) {
+            keyword.copy = vlstore::Copy(store, {keyword.text, keyword.length});
+            keyword.copiedIn = store;
+        }
+        anchor->urlAttr = keyword.copy;
+    }
     return anchor;
 }
 

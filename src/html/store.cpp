@@ -3,8 +3,6 @@
 
 #include <new>
 
-#include "util/heap.hpp"
-
 namespace {
 
 constexpr size_t kSmallestBlock = 16 * 1024;
@@ -71,17 +69,6 @@ void StoreDelete(VlHtmlStore *store) {
         }
     }
     std::free(store);
-}
-
-char *Copy(VlHtmlStore *store, std::string_view text) {
-    if (!store) return VlHeapCopy(text);
-    const size_t length = text.size();
-    auto *copy = static_cast<char *>(Take(store, sizeof length + text.size() + 1, 1));
-    std::memcpy(copy, &length, sizeof length);
-    copy += sizeof length;
-    std::memcpy(copy, text.data(), text.size());
-    copy[text.size()] = '\0';
-    return copy;
 }
 
 } // namespace vlstore

@@ -20,6 +20,7 @@
 #include <string_view>
 
 #include "html/document.h"
+#include "util/heap.hpp"
 
 struct VlHtmlStore {
     // Blocks double in size, so a few dozen hold more than any address space.
@@ -68,7 +69,16 @@ inline bool Holds(const VlHtmlStore *store, const void *p) {
 // A NUL-terminated copy of text: in the store, or malloc'ed without one. A
 // copy in the store is preceded by its length, which Text reads instead of
 // counting the bytes (the markup writes every name it reads).
-char *Copy(VlHtmlStore *store, std::string_view text);
+inline char *Copy(VlHtmlStore *store, std::string_view text) {
+    if (!store) return VlHeapCopy(text);
+    const size_t length = text.size();
+    auto *copy = static_cast<char *>(Take(store, sizeof length + length + 1, 1));
+    std::memcpy(copy, &length, sizeof length);
+    copy += sizeof length;
+    std::memcpy(copy, text.data(), length);
+    copy[length] = '\0';
+    return copy;
+}
 
 // The NUL-terminated s (null: empty) with its length.
 inline std::string_view Text(const VlHtmlStore *store, const char *s) {

@@ -27,6 +27,9 @@ using Value = std::optional<std::string_view>;
 inline bool IsWhite(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
+inline bool IsAlpha(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
 inline bool IsAlnum(char c) {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -65,6 +68,17 @@ template <Literal W> inline bool IPrefixOf(const char *s, const char *end) {
         return ((W.IsLetter(W.text[I]) ? (s[I] | 0x20) == (W.text[I] | 0x20) : s[I] == W.text[I]) &&
                 ...);
     }(std::make_index_sequence<n>{});
+}
+
+// IPrefix for a pattern prepared for it: folded holds the pattern with its
+// letters in lower case and caseBits (as long) the case bit where it holds a
+// letter, so a letter is compared with its case bit set.
+inline bool FoldedPrefix(const char *s, const char *end, std::string_view folded,
+                         const char *caseBits) {
+    if (end - s < static_cast<std::ptrdiff_t>(folded.size())) return false;
+    for (size_t i = 0; i < folded.size(); i++)
+        if ((s[i] | caseBits[i]) != folded[i]) return false;
+    return true;
 }
 
 inline bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
@@ -217,7 +231,9 @@ class InsideTracker {
     InsideTracker(const char *text, const char *end)
         : text_(text), end_(end), starts_{end}, ahead_(starts_, end), behind_(starts_, end),
           done_(text) {}
-    bool Inside(const char *pos) {
+    // Inlined where it is asked: a walk asks at every keyword attribute, and
+    // most answers come from what the last question found.
+    [[gnu::always_inline]] bool Inside(const char *pos) {
         if (pos >= end_) return true;
         const char *ahead = pos + 1 < end_ ? NextMark(pos + 1) : nullptr;
         if (ahead && !Open(ahead, end_)) return true;
@@ -233,13 +249,20 @@ class InsideTracker {
             if (IsMark(p)) return p;
         return nullptr;
     }
-    const char *NextMark(const char *start) {
+    [[gnu::always_inline]] const char *NextMark(const char *start) {
         if (from_ && start >= from_ && (!nextMark_ || start <= nextMark_)) return nextMark_;
         from_ = start;
         return nextMark_ = FindMark(ahead_, start);
     }
     // The last mark before limit.
-    const char *LastMark(const char *limit) {
+    [[gnu::always_inline]] const char *LastMark(const char *limit) {
+        if (limit >= done_ && pendingKnown_ && (!pending_ || pending_ >= limit)) {
+            done_ = limit; // no mark lies in [done_, limit)
+            return lastMark_;
+        }
+        return SearchLastMark(limit);
+    }
+    const char *SearchLastMark(const char *limit) {
         if (limit < done_) { // asked backwards: search afresh
             for (const char *p = limit; p > text_;)
                 if (IsMark(--p)) return p;
@@ -350,10 +373,16 @@ using AnchorEnds = TagEnds<Words<'/', 'a', '<', 'a'>, AnchMark, AnchClose>;
 struct Keyword {
     const char *text; // as stored: a "|" keyword ends in a blank
     size_t length;
+    // For comparing ignoring case: the text with its letters in lower case,
+    // and the case bit (0x20) where it holds a letter, 0 elsewhere.
+    std::string folded, caseBits;
     char quote;       // the delimiter of its value
     bool endsInBlank; // its value follows without "="
     bool isHref;      // HREF or ACTION: left to the tag scanner inside
     bool isAction;    // an anchor or a form
+    // The copy of the text that the anchors found in one store share.
+    mutable const VlHtmlStore *copiedIn = nullptr;
+    mutable char *copy = nullptr;
 };
 
 // White space followed by a byte that can start a keyword and, when every
