@@ -18,6 +18,7 @@
 #include "html/store.hpp"
 #include "html/textscan.hpp"
 #include "util/list.h"
+#include "util/shortcopy.hpp"
 
 using namespace vlscan;
 
@@ -81,7 +82,7 @@ template <class... Pieces> void Append(std::string &o, Pieces... pieces) {
     const size_t at = o.size();
     o.resize(at + (std::string_view(pieces).size() + ...));
     char *to = o.data() + at;
-    ((std::memcpy(to, std::string_view(pieces).data(), std::string_view(pieces).size()),
+    ((VlCopyShort(to, std::string_view(pieces).data(), std::string_view(pieces).size()),
       to += std::string_view(pieces).size()),
      ...);
 }
@@ -336,25 +337,23 @@ int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
     return 0;
 }
 
-// A pass rewrites only the tags whose record holds a full name: without such
-// a record it would copy the text unchanged, and it is not run.
+// The form and keyword passes rewrite only the tags whose record holds a full
+// name: without such a record they would copy the text unchanged, and they
+// are not run (the form pass may follow the keyword pass over a text that
+// grew several times). The anchor pass finds out cheaper on its own: an
+// anchor record is met for every anchor tag, a walk over the records would
+// visit them all.
 bool HasNamedRecord(const VlHtmlDoc *doc, int pass) {
     auto any = [](const SutList *list, auto named) {
         for (int i = 0; list && i < list->count; i++)
             if (named(list->items[i])) return true;
         return false;
     };
-    const bool keywords = VlAnyKeys() != 0;
     switch (pass) {
     case 0:
         return any(doc->forms, [](void *r) { return r && static_cast<VlHtmlForm *>(r)->fullName; });
-    case 1:
-        return any(doc->anchors, [keywords](void *r) {
-            const auto *a = static_cast<VlHtmlAnch *>(r);
-            return a && a->fullName && !(keywords && a->isKeyword);
-        });
     case 2:
-        return keywords && any(doc->anchors, [](void *r) {
+        return VlAnyKeys() && any(doc->anchors, [](void *r) {
                    const auto *a = static_cast<VlHtmlAnch *>(r);
                    return a && a->isKeyword && a->fullName && a->urlAttr;
                });

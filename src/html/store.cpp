@@ -55,6 +55,17 @@ void StoreGrow(VlHtmlStore *store, size_t size) {
     AddBlock(store, NewBlock(grown), grown);
 }
 
+char *FieldCopy(VlHtmlStore *store, const char *value) {
+    const std::string_view text(value);
+    if (!store) return VlHeapCopy(text);
+    for (char *copy : store->recent)
+        if (copy && Text(store, copy) == text) return copy;
+    char *copy = Copy(store, text);
+    store->recent[store->nextRecent] = copy;
+    store->nextRecent = (store->nextRecent + 1) % VlHtmlStore::kRecent;
+    return copy;
+}
+
 void StoreDelete(VlHtmlStore *store) {
     if (!store) return;
     for (int i = 0; i < store->count; i++) {

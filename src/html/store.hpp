@@ -21,6 +21,7 @@
 
 #include "html/document.h"
 #include "util/heap.hpp"
+#include "util/shortcopy.hpp"
 
 struct VlHtmlStore {
     // Blocks double in size, so a few dozen hold more than any address space.
@@ -33,6 +34,11 @@ struct VlHtmlStore {
     int count;
     char *next;  // the free room of the newest block
     char *limit;
+    // The last copies handed out by CopyField, handed out again for an equal
+    // value: every named form and anchor of a page takes the project URL.
+    static constexpr int kRecent = 4;
+    char *recent[kRecent];
+    int nextRecent;
 };
 
 namespace vlstore {
@@ -75,7 +81,7 @@ inline char *Copy(VlHtmlStore *store, std::string_view text) {
     auto *copy = static_cast<char *>(Take(store, sizeof length + length + 1, 1));
     std::memcpy(copy, &length, sizeof length);
     copy += sizeof length;
-    std::memcpy(copy, text.data(), length);
+    VlCopyShort(copy, text.data(), length);
     copy[length] = '\0';
     return copy;
 }
@@ -100,9 +106,14 @@ inline void SetField(const VlHtmlStore *store, char **field, char *value) {
     *field = value;
 }
 
+// A copy of value for a field: in the store one of its recent copies when
+// one is equal (strings of a store never change, so fields share them), or
+// malloc'ed without a store.
+char *FieldCopy(VlHtmlStore *store, const char *value);
+
 // Puts a copy of value (null: none) in *field, releasing what was there.
 inline void CopyField(VlHtmlStore *store, char **field, const char *value) {
-    SetField(store, field, value ? Copy(store, value) : nullptr);
+    SetField(store, field, value ? FieldCopy(store, value) : nullptr);
 }
 
 // The same for the value of another field of a record of the store: a value
