@@ -29,8 +29,8 @@ constexpr const char *kDefaultProjUrl = "http://localhost/cgi-bin/";
 char *theProjUrl = nullptr;
 
 using vlstore::CopyField;
-using vlstore::ShareField;
 using vlstore::SetField;
+using vlstore::ShareField;
 
 bool IsEmpty(const char *s) {
     return s == nullptr || *s == '\0';

@@ -35,7 +35,7 @@ typedef struct VlHtmlForm {
     char *origAction;
     char *origMethod;
     int named;
-    SutList *elements; /* of VlHtmlFormElement */
+    SutList *elements;  /* of VlHtmlFormElement */
     VlHtmlStore *store; /* where the record and its strings live; null: malloc */
 } VlHtmlForm;
 
@@ -44,8 +44,8 @@ typedef struct VlHtmlAnch {
     char *url;
     char *origFullName;
     char *origUrl;
-    int isKeyword; /* found through a keyword attribute, not an A tag */
-    char *urlAttr; /* attribute carrying the URL when it is not HREF */
+    int isKeyword;      /* found through a keyword attribute, not an A tag */
+    char *urlAttr;      /* attribute carrying the URL when it is not HREF */
     VlHtmlStore *store; /* where the record and its strings live; null: malloc */
 } VlHtmlAnch;
 

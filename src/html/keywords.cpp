@@ -3,8 +3,8 @@
 // the markup read the process-wide list. Below it, the recogniser of one
 // keyword attribute and the case-insensitive tag searches the scanner shares.
 #include "html/keywords.h"
-#include "html/store.hpp"
 
+#include "html/store.hpp"
 #include "html/textscan.hpp"
 #include "util/files.h"
 #include "util/heap.hpp"

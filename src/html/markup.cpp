@@ -150,8 +150,8 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, Writer &w
             q = h;
             if (IPrefixOf<"HREF">(q, textEnd)) {
                 if (const char *close = QuotedValueEnd(q + 4, anchEnd, textEnd, quotes)) {
-                    Append(o, "HREF=\"", Text(record, record->url), "?FNC=",
-                           Text(record, record->fullName), "\" ");
+                    Append(o, "HREF=\"", Text(record, record->url),
+                           "?FNC=", Text(record, record->fullName), "\" ");
                     q = SkipBlanks(close + 1, anchEnd);
                     continue;
                 }
@@ -166,12 +166,9 @@ int MarkAnchors(VlHtmlDoc *doc, const char *text, const char *textEnd, Writer &w
     return 0;
 }
 
-// Pass 2: keyword attributes of named keyword anchors.
+// Pass 2: keyword attributes of named keyword anchors (Pass runs it only with
+// keywords loaded).
 int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
-    if (!VlAnyKeys()) {
-        w.Finish();
-        return 0;
-    }
     KeywordScan scan(text, end);
     CharFinder dquotes = FinderOf('"', end);
     CharFinder squotes = FinderOf('\'', end);
@@ -211,8 +208,8 @@ int MarkKeywords(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
 
         w.CopyTo(p + 1);
         const std::string_view opening = attr.ends_with(' ') ? "\"" : quote == '"' ? "=\"" : "='";
-        Append(w.Out(), attr, opening, Text(record, record->url), "?FNC=",
-               Text(record, record->fullName), std::string_view(&quote, 1));
+        Append(w.Out(), attr, opening, Text(record, record->url),
+               "?FNC=", Text(record, record->fullName), std::string_view(&quote, 1));
         w.ResumeAt(close + 1);
         p = close; // the walk goes on right after the closing delimiter
     }
@@ -338,11 +335,10 @@ int MarkSites(VlHtmlDoc *doc, const char *text, const char *end, Writer &w) {
 }
 
 // The form and keyword passes rewrite only the tags whose record holds a full
-// name: without such a record they would copy the text unchanged, and they
-// are not run (the form pass may follow the keyword pass over a text that
-// grew several times). The anchor pass finds out cheaper on its own: an
-// anchor record is met for every anchor tag, a walk over the records would
-// visit them all.
+// name; without one they would copy the text as it is, so they are not run
+// (the form pass reads what the keyword pass wrote, which may be several
+// times the page). The anchor pass finds out for itself: its walk over the
+// text costs less than one over every anchor record.
 bool HasNamedRecord(const VlHtmlDoc *doc, int pass) {
     auto any = [](const SutList *list, auto named) {
         for (int i = 0; list && i < list->count; i++)

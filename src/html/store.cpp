@@ -37,12 +37,12 @@ namespace vlstore {
 VlHtmlStore *StoreNew(size_t expected) {
     auto *store = static_cast<VlHtmlStore *>(std::calloc(1, sizeof(VlHtmlStore)));
     if (!store) throw std::bad_alloc();
-    if (spare.begin && spare.size >= kSmallestBlock) {
+    const size_t size = expected > kSmallestBlock ? expected : kSmallestBlock;
+    if (spare.begin && spare.size >= size) {
         AddBlock(store, spare.begin, spare.size);
-        spare = {};
         spare.begin = nullptr;
+        spare.size = 0;
     } else {
-        const size_t size = expected > kSmallestBlock ? expected : kSmallestBlock;
         AddBlock(store, NewBlock(size), size);
     }
     return store;

@@ -32,7 +32,7 @@ struct VlHtmlStore {
     };
     Block blocks[kMaxBlocks];
     int count;
-    char *next;  // the free room of the newest block
+    char *next; // the free room of the newest block
     char *limit;
     // The last copies handed out by CopyField, handed out again for an equal
     // value: every named form and anchor of a page takes the project URL.
@@ -43,16 +43,16 @@ struct VlHtmlStore {
 
 namespace vlstore {
 
-// A store whose first block holds about expected bytes (a block kept from an
-// earlier page is reused when there is one: fresh large blocks cost page
-// faults on every page).
+// A store whose first block holds at least expected bytes: the block kept
+// from an earlier page when it is that large (fresh large blocks cost page
+// faults on every page), otherwise a new one.
 VlHtmlStore *StoreNew(size_t expected);
 // Frees the store's blocks (keeping the largest for the next page).
 void StoreDelete(VlHtmlStore *store);
 // Grows the store by a block that holds at least size bytes.
 void StoreGrow(VlHtmlStore *store, size_t size);
 
-// size bytes aligned for any record, uninitialised.
+// size uninitialised bytes at a multiple of align (a power of two).
 inline void *Take(VlHtmlStore *store, size_t size, size_t align) {
     auto at = reinterpret_cast<uintptr_t>(store->next);
     at = (at + align - 1) & ~static_cast<uintptr_t>(align - 1);

@@ -27,11 +27,11 @@ using Value = std::optional<std::string_view>;
 inline bool IsWhite(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
-inline bool IsAlpha(char c) {
+constexpr bool IsAlpha(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 inline bool IsAlnum(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    return (c >= '0' && c <= '9') || IsAlpha(c);
 }
 // Case folding of the ASCII letters only: tag and attribute names are ASCII.
 inline char Upper(char c) {
@@ -55,7 +55,6 @@ template <size_t N> struct Literal {
         for (size_t i = 0; i < N; i++)
             text[i] = s[i];
     }
-    static constexpr bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 };
 
 // IPrefix for a word known when the program is built: the comparisons are
@@ -65,9 +64,10 @@ template <Literal W> inline bool IPrefixOf(const char *s, const char *end) {
     constexpr size_t n = sizeof W.text - 1;
     if (end - s < static_cast<std::ptrdiff_t>(n)) return false;
     return [&]<size_t... I>(std::index_sequence<I...>) {
-        return ((W.IsLetter(W.text[I]) ? (s[I] | 0x20) == (W.text[I] | 0x20) : s[I] == W.text[I]) &&
+        return ((IsAlpha(W.text[I]) ? (s[I] | 0x20) == (W.text[I] | 0x20) : s[I] == W.text[I]) &&
                 ...);
-    }(std::make_index_sequence<n>{});
+    }
+    (std::make_index_sequence<n>{});
 }
 
 // IPrefix for a pattern prepared for it: folded holds the pattern with its
