@@ -5,9 +5,9 @@
 
 namespace {
 
-constexpr size_t kSmallestBlock = 16 * 1024;
+constexpr size_t kSmallestBlock = size_t{16} * 1024;
 // The largest block kept for the next page; a larger one goes back to the system.
-constexpr size_t kLargestKept = 64 * 1024 * 1024;
+constexpr size_t kLargestKept = size_t{64} * 1024 * 1024;
 
 // A block freed by an earlier store, ready for the next one.
 struct SpareBlock {

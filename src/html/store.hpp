@@ -54,11 +54,14 @@ void StoreGrow(VlHtmlStore *store, size_t size);
 
 // size uninitialised bytes at a multiple of align (a power of two).
 inline void *Take(VlHtmlStore *store, size_t size, size_t align) {
-    auto at = reinterpret_cast<uintptr_t>(store->next);
-    at = (at + align - 1) & ~static_cast<uintptr_t>(align - 1);
+    const auto alignedNext = [&] {
+        const auto next = reinterpret_cast<uintptr_t>(store->next);
+        return (next + align - 1) & ~static_cast<uintptr_t>(align - 1);
+    };
+    uintptr_t at = alignedNext();
     if (at + size > reinterpret_cast<uintptr_t>(store->limit)) {
-        StoreGrow(store, size + align);
-        return Take(store, size, align);
+        StoreGrow(store, size + align); // room for size bytes at this alignment
+        at = alignedNext();
     }
     store->next = reinterpret_cast<char *>(at + size);
     return reinterpret_cast<void *>(at);
