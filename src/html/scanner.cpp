@@ -332,8 +332,8 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     VlHtmlDoc *doc = VlHtmlNew();
     if (!*text) return doc;
     const char *pageEnd = EndOf(text);
-    // The records of an ordinary page and their strings take about as many
-    // bytes as the page.
+    // The records of an ordinary page and their strings take a little more
+    // room than the page; a page dense with them grows its store.
     doc->store = vlstore::StoreNew(static_cast<size_t>(pageEnd - text) * 2);
     VlHtmlStore *store = doc->store;
     KeywordScan scan(text, pageEnd);

@@ -1,5 +1,6 @@
 // The scanner: what it finds in a page and what it deliberately misses.
 #include "html_support.hpp"
+#include "html/store.hpp"
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,31 @@ TEST(Scanner, KeywordAnchorsInPageOrder) {
                   doc->anchors,
                   [](VlHtmlAnch *a) { return std::to_string(a->isKeyword) + Str(a->urlAttr); }),
               (Strings{"1SRC", "0<null>", "1SRC"}));
+}
+
+// Records take far more room than a page of keyword attributes: the page's
+// records and names spread over several blocks, and every name still reads
+// back whole (the markup writes them at the length they were kept with).
+TEST(Scanner, RecordsOutgrowingTheFirstBlockKeepTheirNames) {
+    KeywordsLoaded keys("SRC\n");
+    VlHtmlResetProjName();
+    std::string page = "<P>";
+    for (int i = 0; i < 20000; i++)
+        page += " SRC=\"p" + std::to_string(i) + "\"";
+    DocPtr doc = Scan(page);
+    VlHtmlSetName(doc.get(), "k.html");
+    ASSERT_EQ(SutSizList(doc->anchors), 20000);
+    ASSERT_GT(doc->store->count, 1); // the case this test is about
+    EXPECT_EQ(Str(AnchAt(doc.get(), 19999)->url), "p19999");
+    VlHtmlMarkOrigNames(doc.get());
+    VlHtmlGenAnchNames(doc.get());
+    EXPECT_EQ(Str(AnchAt(doc.get(), 19999)->origUrl), "p19999");
+    const std::string marked = Mark(doc.get(), page, 2).text;
+    const std::string last = " SRC=\"http://localhost/cgi-bin/?FNC=anch19999__Ak_html\"";
+    ASSERT_GT(marked.size(), last.size());
+    EXPECT_EQ(marked.substr(marked.size() - last.size()), last);
+    const std::string first = "<P> SRC=\"http://localhost/cgi-bin/?FNC=anch0__Ak_html\" SRC";
+    EXPECT_EQ(marked.substr(0, first.size()), first);
 }
 
 } // namespace
