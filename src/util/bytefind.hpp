@@ -85,12 +85,13 @@ class ByteFinder {
                 if (Has(p[i])) bits |= 1U << i;
             return bits;
         }
-        const bytefind::Bytes v = bytefind::Load(p);
-        const bytefind::Bytes folded = _mm_or_si128(v, _mm_set1_epi8(0x20));
-        bytefind::Bytes hit = _mm_setzero_si128();
-        for (int k = 0; k < probes_; k++)
-            hit = _mm_or_si128(hit, _mm_cmpeq_epi8(bothCases_[k] ? folded : v, probe_[k]));
-        return bytefind::Bits(hit);
+        switch (probes_) { // the probes unrolled: a set is tested at every block of a page
+        case 1: return Probes<1>(p);
+        case 2: return Probes<2>(p);
+        case 3: return Probes<3>(p);
+        case 4: return Probes<4>(p);
+        default: return Probes<kProbes>(p);
+        }
     }
 #endif
 
@@ -110,6 +111,18 @@ class ByteFinder {
 
   private:
     static constexpr int kProbes = 8;
+
+#if defined(__SSE2__)
+    // The test with N probes; up to eight, the probes after the last one
+    // repeat it.
+    template <int N> unsigned Probes(const char *p) const {
+        const bytefind::Bytes v = bytefind::Load(p);
+        bytefind::Bytes hit = _mm_setzero_si128();
+        for (int k = 0; k < N; k++)
+            hit = _mm_or_si128(hit, _mm_cmpeq_epi8(_mm_or_si128(v, caseBit_[k]), probe_[k]));
+        return bytefind::Bits(hit);
+    }
+#endif
 
     // Chooses the probes of the sixteen-byte test: a letter whose two cases
     // are both in the set is one probe, compared with the case bit set (which
@@ -131,10 +144,14 @@ class ByteFinder {
                 probes_ = 0;
                 return;
             }
-            bothCases_[n] = both;
-            probe_[n++] = _mm_set1_epi8(c);
+            caseBit_[n] = _mm_set1_epi8(both ? 0x20 : 0);
+            probe_[n++] = _mm_set1_epi8(c); // for both cases, the lower one
         }
         probes_ = n;
+        for (int k = n; n > 0 && k < kProbes; k++) { // the eight-probe test repeats the last
+            caseBit_[k] = caseBit_[n - 1];
+            probe_[k] = probe_[n - 1];
+        }
 #endif
     }
 
@@ -143,7 +160,7 @@ class ByteFinder {
     char single_ = 0;
 #if defined(__SSE2__)
     int probes_ = 0;
-    bool bothCases_[kProbes] = {};
+    bytefind::Bytes caseBit_[kProbes]{}; // 0x20 where a probe stands for both cases
     bytefind::Bytes probe_[kProbes]{};
 #endif
 };

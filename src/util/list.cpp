@@ -1,5 +1,8 @@
 // The ordered list: a calloc'ed array of item pointers that grows by half its
-// capacity whenever it fills. All operations accept a null list and check
+// capacity whenever it fills. A list made here at a size gets its first array
+// in the same allocation as the list itself (one calloc and one free instead
+// of two each: pages make a list for every form); a growth moves the items to
+// an array of their own. All operations accept a null list and check
 // positions, because the shared code relies on both.
 #include "util/list.h"
 
@@ -8,20 +11,31 @@
 
 namespace {
 
+// The first array of a list made by NewWithCapacity, right after the list.
+void **InlineItems(SutList *list) {
+    return reinterpret_cast<void **>(list + 1);
+}
+// The list's array is an allocation of its own (not the one it was made with).
+bool OwnsSeparateArray(SutList *list) {
+    return list->capacity != 0 && list->items != InlineItems(list);
+}
+
 // The one growth rule: capacity * 3 / 2, a fresh zeroed array, items copied.
 void Grow(SutList *list) {
     int capacity = list->capacity * 3 / 2;
     if (capacity < 4) capacity = 4; // never reached by lists made here; keeps growth non-zero
     void **items = static_cast<void **>(std::calloc(static_cast<size_t>(capacity), sizeof(void *)));
     if (list->count > 0) std::memcpy(items, list->items, sizeof(void *) * list->count);
-    if (list->capacity != 0) std::free(list->items);
+    if (OwnsSeparateArray(list)) std::free(list->items);
     list->items = items;
     list->capacity = capacity;
 }
 
 SutList *NewWithCapacity(int capacity) {
-    SutList *list = static_cast<SutList *>(std::calloc(1, sizeof(SutList)));
-    list->items = static_cast<void **>(std::calloc(static_cast<size_t>(capacity), sizeof(void *)));
+    static_assert(sizeof(SutList) % alignof(void *) == 0, "the items follow the list aligned");
+    SutList *list = static_cast<SutList *>(
+        std::calloc(1, sizeof(SutList) + static_cast<size_t>(capacity) * sizeof(void *)));
+    list->items = InlineItems(list);
     list->capacity = capacity;
     return list;
 }
@@ -138,7 +152,7 @@ int SutListCat(SutList *dest, const SutList *src) {
 
 int SutDeleteList(SutList *list) {
     if (!list) return -1;
-    if (list->capacity != 0) std::free(list->items);
+    if (OwnsSeparateArray(list)) std::free(list->items);
     std::free(list);
     return 0;
 }

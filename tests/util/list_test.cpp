@@ -26,6 +26,8 @@ TEST(List, CapacitiesAndGrowth) {
     EXPECT_EQ(l->capacity, 20);
     SutAddList(l, Num(20)); // the twentieth item fills it: grows by half
     EXPECT_EQ(l->capacity, 30);
+    EXPECT_EQ(Numbers(l).front(), 1); // moved out of the first array whole
+    EXPECT_EQ(Numbers(l).back(), 20);
     SutDeleteList(l);
     for (auto [asked, capacity] : {std::pair{-5, 4}, {3, 4}, {10, 11}}) {
         l = SutNewListSize(asked);
