@@ -343,6 +343,9 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
     FormEnds formEnds(pageEnd);
     AnchorEnds anchorEnds(pageEnd);
+    // The end of the last form and anchor the walk met: places before them
+    // lie inside, which the keyword recogniser need not ask its trackers.
+    const char *formUntil = text, *anchorUntil = text;
     thread_local Gathered sites, forms, anchors;
     sites.clear();
     forms.clear();
@@ -360,6 +363,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
         } else if (*p == '<') {
             if (FormOpen(p, pageEnd)) {
                 if (const char *formEnd = formEnds.From(p + 1)) {
+                    formUntil = formEnd;
                     auto *form = vlstore::NewRecord<VlHtmlForm>(store);
                     forms.push_back(form);
                     // The form's body is scanned on from here: anchors in a
@@ -370,6 +374,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             if (AnchOpen(p, pageEnd)) {
                 const char *anchEnd = anchorEnds.From(p + 1);
                 if (!anchEnd) continue;
+                anchorUntil = anchEnd;
                 AnchValues values = ReadAnchor(p, anchEnd, pageEnd);
                 // Kept only when it got a full name or a URL.
                 if (!values.fullName && !values.url) continue;
@@ -377,7 +382,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                 ApplyAnch(anchor, values);
                 anchors.push_back(anchor);
             }
-        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p)) {
+        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, {p < anchorUntil, p < formUntil})) {
             // White space before a keyword attribute.
             anchors.push_back(KeywordAnchor(*hit, store));
         }
