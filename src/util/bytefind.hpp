@@ -78,20 +78,18 @@ class ByteFinder {
 
 #if defined(__SSE2__)
     // Bit i set when p[i] is in the set, for the sixteen bytes at p.
-    unsigned Block(const char *p) const {
+    [[gnu::always_inline]] unsigned Block(const char *p) const {
         if (probes_ == 0) {
             unsigned bits = 0;
             for (int i = 0; i < 16; i++)
                 if (Has(p[i])) bits |= 1U << i;
             return bits;
         }
-        switch (probes_) { // the probes unrolled: a set is tested at every block of a page
-        case 1: return Probes<1>(p);
-        case 2: return Probes<2>(p);
-        case 3: return Probes<3>(p);
-        case 4: return Probes<4>(p);
-        default: return Probes<kProbes>(p);
-        }
+        // The probes unrolled (a set is tested at every block of a page); the
+        // probes after the last repeat it.
+        if (probes_ <= 2) return Probes<2>(p);
+        if (probes_ <= 4) return Probes<4>(p);
+        return Probes<kProbes>(p);
     }
 #endif
 
@@ -113,8 +111,7 @@ class ByteFinder {
     static constexpr int kProbes = 8;
 
 #if defined(__SSE2__)
-    // The test with N probes; up to eight, the probes after the last one
-    // repeat it.
+    // The test with the first N probes.
     template <int N> unsigned Probes(const char *p) const {
         const bytefind::Bytes v = bytefind::Load(p);
         bytefind::Bytes hit = _mm_setzero_si128();
