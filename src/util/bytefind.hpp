@@ -107,6 +107,22 @@ class ByteFinder {
         return nullptr;
     }
 
+    // A quick test that answers at least the set (all ones where the byte
+    // may be in it) for readers that check each answer again: with probes,
+    // the bytes that equal a member once both have the case bit (0x20) set,
+    // so a letter also its other case and a few control bytes their
+    // counterparts; without, every byte.
+    [[gnu::always_inline]] bytefind::Bytes Likely(const char *p) const {
+        if (probes_ == 0) return _mm_set1_epi8(-1);
+        const bytefind::Bytes folded = _mm_or_si128(bytefind::Load(p), _mm_set1_epi8(0x20));
+        if (probes_ <= 2)
+            return _mm_or_si128(_mm_cmpeq_epi8(folded, folded_[0]), _mm_cmpeq_epi8(folded, folded_[1]));
+        bytefind::Bytes hit = _mm_cmpeq_epi8(folded, folded_[0]);
+        for (int k = 1; k < kProbes; k++)
+            hit = _mm_or_si128(hit, _mm_cmpeq_epi8(folded, folded_[k]));
+        return hit;
+    }
+
   private:
     static constexpr int kProbes = 8;
 
@@ -142,11 +158,13 @@ class ByteFinder {
                 return;
             }
             caseBit_[n] = _mm_set1_epi8(both ? 0x20 : 0);
+            folded_[n] = _mm_set1_epi8(static_cast<char>(b | 0x20));
             probe_[n++] = _mm_set1_epi8(c); // for both cases, the lower one
         }
         probes_ = n;
         for (int k = n; n > 0 && k < kProbes; k++) { // the eight-probe test repeats the last
             caseBit_[k] = caseBit_[n - 1];
+            folded_[k] = folded_[n - 1];
             probe_[k] = probe_[n - 1];
         }
 #endif
@@ -159,6 +177,7 @@ class ByteFinder {
     int probes_ = 0;
     bytefind::Bytes caseBit_[kProbes]{}; // 0x20 where a probe stands for both cases
     bytefind::Bytes probe_[kProbes]{};
+    bytefind::Bytes folded_[kProbes]{}; // each probe with the case bit set
 #endif
 };
 
