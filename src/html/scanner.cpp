@@ -137,13 +137,13 @@ void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values,
 // Reads a SELECT or TEXTAREA element whose text runs to its closing tag within
 // the form text ending at end, and answers where the scan goes on (null when
 // the closing tag is missing).
-template <class Ends>
+template <Literal Open, Literal Close, class Ends>
 const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *tag, const char *end,
-                             const char *readable, std::string_view open, std::string_view close,
-                             const char *type) {
-    const char *stop = FindTag(tag + 1, close, open, Ends{end}, readable);
+                             const char *readable, const char *type) {
+    const char *stop = FindTagOf<Close, Open>(tag + 1, Ends{end}, readable);
     if (!stop) return nullptr;
-    if (form) AddElement(form, elements, ReadInputValues(tag + open.size(), stop, readable), type);
+    if (form)
+        AddElement(form, elements, ReadInputValues(tag + sizeof Open.text - 1, stop, readable), type);
     return stop;
 }
 
@@ -175,13 +175,13 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
             p = gt;
         } else if (IPrefixOf<"<SELECT">(p, end)) {
             using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
-            if (const char *stop = ReadBlockElement<SelectEnds>(form, elements, p, end, readable,
-                                                                "<SELECT", "/SELECT>", "SELECT"))
+            if (const char *stop = ReadBlockElement<"<SELECT", "/SELECT>", SelectEnds>(
+                    form, elements, p, end, readable, "SELECT"))
                 p = stop;
         } else if (IPrefixOf<"<TEXTAREA">(p, end)) {
             using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
-            if (const char *stop = ReadBlockElement<TextareaEnds>(
-                    form, elements, p, end, readable, "<TEXTAREA", "/TEXTAREA>", "TEXTAREA"))
+            if (const char *stop = ReadBlockElement<"<TEXTAREA", "/TEXTAREA>", TextareaEnds>(
+                    form, elements, p, end, readable, "TEXTAREA"))
                 p = stop;
         }
     }

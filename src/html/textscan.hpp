@@ -137,6 +137,20 @@ const char *FindTag(const char *text, std::string_view pattern, std::string_view
     return nullptr;
 }
 
+// FindTag for a pattern and a stop known when the program is built (the stop
+// compared as it stands).
+template <Literal Pattern, Literal Stop, class Starts>
+const char *FindTagOf(const char *text, const Starts &starts, const char *readable) {
+    const char *end = starts.end;
+    if (!text || text >= end) return nullptr;
+    MarkCursor<Starts> candidates(starts, end, readable);
+    for (const char *p = text; (p = candidates.Next(p)) != nullptr; ++p) {
+        if (IPrefixOf<Pattern>(p, end)) return p;
+        if (IPrefixOf<Stop>(p, end)) return nullptr;
+    }
+    return nullptr;
+}
+
 // The ends of forms, anchors and the block elements, and their stops.
 inline const char *FormEnd(const char *text, const char *end, const char *readable = nullptr) {
     return FindTag(text, "/FORM>", "<FORM", WordStarts<Words<'/', 'f', '<', 'f'>>{end}, readable);
