@@ -132,7 +132,7 @@ KeywordScan::KeywordScan(const char *t, const char *e)
 }
 
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position,
-                                           KnownInside known) {
+                                           bool inAnchor) {
     const char *end = scan.end;
     if (scan.keywords.empty() || !scan.text || scan.text >= end || !position || position + 1 >= end)
         return std::nullopt;
@@ -148,6 +148,8 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
         }
     }
     if (!keyword) return std::nullopt;
+    // Known to be an anchor's HREF: no value to read.
+    if (keyword->isHref && inAnchor) return std::nullopt;
 
     const char *after = name + keyword->length;
     const char *value = keyword->endsInBlank
@@ -156,8 +158,8 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     if (!value || *value != keyword->quote) return std::nullopt;
 
     // HREF of an anchor and ACTION of a form belong to the form and anchor scanner.
-    if (keyword->isHref && (known.anchor || scan.inAnch.Inside(position))) return std::nullopt;
-    if (keyword->isAction && (known.form || scan.inForm.Inside(position))) return std::nullopt;
+    if (keyword->isHref && scan.inAnch.Inside(position)) return std::nullopt;
+    if (keyword->isAction && scan.inForm.Inside(position)) return std::nullopt;
 
     // The value runs to the closing delimiter and must be a nice URL: not
     // empty, no white space, "<" or ">". One walk finds both: a byte that is

@@ -247,11 +247,11 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
     if (values.url) Keep(anchor, &anchor->url, *values.url);
 }
 
-// The places where the page walk looks: "<F", "<A", "##" and (when keywords
-// are loaded) white space before a keyword's first byte.
+// The places where the page walk looks: "<F", "/F", "<A", "##" and (when
+// keywords are loaded) white space before a keyword's first byte.
 struct PageMarks {
     static constexpr int kAhead = 1;
-    WordStarts<Words<'<', 'f', '<', 'a', '#', '#'>> tags;
+    WordStarts<Words<'<', 'f', '/', 'f', '<', 'a', '#', '#'>> tags;
     const KeywordMarks &keywords;
     bool withKeywords;
     bool At(const char *p) const { return tags.At(p) || (withKeywords && keywords.At(p)); }
@@ -341,37 +341,41 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
-    FormEnds formEnds(pageEnd);
     AnchorEnds anchorEnds(pageEnd);
-    // The end of the last form and anchor the walk met: places before them
-    // lie inside, which the keyword recogniser need not ask its trackers.
-    const char *formUntil = text, *anchorUntil = text;
+    // A form ends at the first "<FORM" or "/FORM>" after its own "<FORM",
+    // when that is the close: the walk keeps the last opening until it meets
+    // the next mark, and reads the form then. The marks count inside a site
+    // name too, where the walk finds nothing else.
+    const char *openForm = nullptr;
+    const char *siteUntil = text; // the last site name read, up to its "##"
+    // The end of the last anchor the walk met: places before it lie inside,
+    // which the keyword recogniser need not ask its tracker.
+    const char *anchorUntil = text;
     thread_local Gathered sites, forms, anchors;
     sites.clear();
     forms.clear();
     anchors.clear();
 
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        const bool inSiteName = p <= siteUntil;
         if (*p == '#') {
-            if (pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
+            if (inSiteName || pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
             const char *close = siteEnd.Next(p + 5);
             if (!close || !ValidSiteName(p + 5, close)) continue;
             auto *site = vlstore::NewRecord<VlHtmlSite>(store);
             site->name = vlstore::Copy(store, {p + 5, static_cast<size_t>(close - p - 5)});
             sites.push_back(site);
-            p = close;
+            siteUntil = close;
+        } else if (*p == '/') {
+            if (!openForm || !FormClose(p, pageEnd)) continue;
+            auto *form = vlstore::NewRecord<VlHtmlForm>(store);
+            forms.push_back(form);
+            ProcessFormText(form, openForm + strlen("<FORM"), p, pageEnd);
+            openForm = nullptr;
         } else if (*p == '<') {
-            if (FormOpen(p, pageEnd)) {
-                if (const char *formEnd = formEnds.From(p + 1)) {
-                    formUntil = formEnd;
-                    auto *form = vlstore::NewRecord<VlHtmlForm>(store);
-                    forms.push_back(form);
-                    // The form's body is scanned on from here: anchors in a
-                    // form are anchors too.
-                    ProcessFormText(form, p + strlen("<FORM"), formEnd, pageEnd);
-                }
-            }
-            if (AnchOpen(p, pageEnd)) {
+            if (FormOpen(p, pageEnd)) openForm = inSiteName ? nullptr : p;
+            // The form's body is walked on: anchors in a form are anchors too.
+            if (!inSiteName && AnchOpen(p, pageEnd)) {
                 const char *anchEnd = anchorEnds.From(p + 1);
                 if (!anchEnd) continue;
                 anchorUntil = anchEnd;
@@ -382,7 +386,9 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                 ApplyAnch(anchor, values);
                 anchors.push_back(anchor);
             }
-        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, {p < anchorUntil, p < formUntil})) {
+        } else if (inSiteName) {
+            continue;
+        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, p < anchorUntil)) {
             // White space before a keyword attribute.
             anchors.push_back(KeywordAnchor(*hit, store));
         }

@@ -451,19 +451,13 @@ struct KeywordHit {
     std::string_view url;
 };
 
-// What a walk already knows of a place: that it lies inside an anchor (a
-// form), because the walk is between an opening mark and the closing mark
-// that the end search found first after it. Unknown is asked of the trackers.
-struct KnownInside {
-    bool anchor = false;
-    bool form = false;
-};
-
 // VlProcessKeyWords for a place met during a walk over scan's text, without
 // making the record; KeywordAnchor makes it (in store; a record of its own
-// without one).
+// without one). inAnchor: the walk knows the place lies inside an anchor (it
+// is between an "<A" and the closing mark the end search found first after
+// it); otherwise the tracker is asked.
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position,
-                                           KnownInside known = {});
+                                           bool inAnchor = false);
 VlHtmlAnch *KeywordAnchor(const KeywordHit &hit, VlHtmlStore *store);
 
 // The delimiter of a keyword's value: double quotes for a keyword stored with a
