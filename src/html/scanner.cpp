@@ -78,6 +78,12 @@ Value LibValue(const char *text, const char *end, LibFinders &f) {
     if (start >= end) return std::nullopt;
     // The value's first character is taken as it stands, so a one-character
     // value is never cut.
+    // Most values end within a few bytes: those are found one byte at a
+    // time, longer ones with the remembered searches that keep a tag linear.
+    const char *near = end - start > 17 ? start + 17 : end;
+    for (const char *q = start + 1; q < near; ++q)
+        if (*q == ' ' || *q == '<' || *q == '>' || (quote && *q == quote))
+            return std::string_view(start, static_cast<size_t>(q - start));
     const char *stop = f.end.Next(start + 1);
     if (quote) {
         const char *q = quote == '"' ? f.dquote.Next(start + 1) : f.squote.Next(start + 1);
