@@ -8,7 +8,10 @@
 #ifndef VELMORA_HTML_TEXTSCAN_HPP
 #define VELMORA_HTML_TEXTSCAN_HPP
 
+#include <array>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -57,12 +60,47 @@ template <size_t N> struct Literal {
     }
 };
 
+// Eight bytes of a word known when the program is built, from one of its
+// places, for comparing eight bytes of text at once: the word's bytes with
+// the case bit (0x20) set where it holds a letter, that case bit, and which
+// bytes count (the word may end within the eight).
+struct EightBytes {
+    uint64_t want, caseBits, counted;
+};
+template <Literal W, size_t From> consteval EightBytes EightOf() {
+    constexpr size_t n = sizeof W.text - 1;
+    std::array<char, 8> want{}, caseBits{}, counted{};
+    for (size_t i = 0; i < 8 && From + i < n; i++) {
+        const char c = W.text[From + i];
+        caseBits[i] = IsAlpha(c) ? 0x20 : 0;
+        want[i] = static_cast<char>(c | caseBits[i]);
+        counted[i] = static_cast<char>(0xFF);
+    }
+    return {std::bit_cast<uint64_t>(want), std::bit_cast<uint64_t>(caseBits),
+            std::bit_cast<uint64_t>(counted)};
+}
+template <Literal W, size_t From> inline bool SameEight(const char *s) {
+    constexpr EightBytes e = EightOf<W, From>();
+    uint64_t v;
+    std::memcpy(&v, s + From, sizeof v);
+    return ((v | e.caseBits) & e.counted) == e.want;
+}
+
 // IPrefix for a word known when the program is built: the comparisons are
 // laid out at build time, a letter compared with its case bit set (which
-// matches just its two cases), any other byte as it is.
+// matches just its two cases), any other byte as it is. With eight bytes of
+// text to read, up to sixteen bytes of word are compared eight at a time.
 template <Literal W> inline bool IPrefixOf(const char *s, const char *end) {
     constexpr size_t n = sizeof W.text - 1;
     if (end - s < static_cast<std::ptrdiff_t>(n)) return false;
+    if constexpr (n > 1 && n <= 16) {
+        if (end - s >= 8) {
+            if constexpr (n <= 8)
+                return SameEight<W, 0>(s);
+            else
+                return SameEight<W, 0>(s) && SameEight<W, n - 8>(s);
+        }
+    }
     return [&]<size_t... I>(std::index_sequence<I...>) {
         return ((IsAlpha(W.text[I]) ? (s[I] | 0x20) == (W.text[I] | 0x20) : s[I] == W.text[I]) &&
                 ...);

@@ -89,6 +89,40 @@ TEST(Scanner, KeywordAnchorsInPageOrder) {
               (Strings{"1SRC", "0<null>", "1SRC"}));
 }
 
+// Tag words are compared several bytes at a time with the case bit set on
+// letters only, and keyword places are picked by a quick test that lets a few
+// other bytes through: a byte that equals a mark's only with its case bit set
+// is not the mark.
+TEST(Scanner, BytesOneCaseBitAwayAreNotMarks) {
+    // \x1E is ">" without its case bit.
+    DocPtr doc = Scan(" <FORM ACTION=\"a\"></FORM\x1E<INPUT NAME=\"n\">"
+                      "<TeXtArEa NAME=\"t\">x</tExTaReA></FORM>");
+    EXPECT_EQ(FormsOf(doc.get()), Strings{"<null>|a|<null>"});
+    EXPECT_EQ(ElementsOf(FormAt(doc.get(), 0)), (Strings{"n/<null>", "t/TEXTAREA"}));
+
+    KeywordsLoaded keys("SRC\n3D\n");
+    doc = Scan(" x\x01SRC=\"no\"\tsrc=\"yes\" \x13" "D=\"no\" 3d=\"yes\" \x13" "3D=\"no\"");
+    EXPECT_EQ(AnchorsOf(doc.get()), (Strings{"<null>|yes", "<null>|yes"}));
+}
+
+// Form marks count wherever they stand, inside a site name too, while the
+// other marks inside a site name are passed over.
+TEST(Scanner, FormMarksInsideSiteNames) {
+    const std::pair<const char *, Strings> rows[] = {
+        // The form's close stands in a site name: the form ends there.
+        {" <FORM ACTION=\"a\">##Vl_x/FORM>## <A HREF=\"u\">l</A>", {"<null>|a|<null>"}},
+        // An opening in a site name ends the form before it without a close,
+        // and opens nothing itself.
+        {" <FORM ACTION=\"a\">##Vl_<FORM##</FORM>", {}},
+        {" ##Vl_<FORM##ACTION=\"b\"></FORM> <FORM ACTION=\"c\"></FORM>", {"<null>|c|<null>"}},
+    };
+    for (const auto &[text, forms] : rows)
+        EXPECT_EQ(FormsOf(Scan(text).get()), forms) << text;
+    DocPtr doc = Scan(" ##Vl_<A##HREF=\"no\">l</A> <A HREF=\"yes\">m</A>");
+    EXPECT_EQ(AnchorsOf(doc.get()), Strings{"<null>|yes"});
+    EXPECT_EQ(SitesOf(doc.get()), Strings{"<A"});
+}
+
 // Records take far more room than a page of keyword attributes: the page's
 // records and names spread over several blocks, and every name still reads
 // back whole (the markup writes them at the length they were kept with).
