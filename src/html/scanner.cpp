@@ -221,7 +221,9 @@ AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char 
         if (*q != '"') continue;
         Value value = QuotedValue(q, end);
         if (!value) continue;
-        const size_t question = value->find('?');
+        const char *mark = FindByte(value->data(), value->data() + value->size(), '?');
+        const size_t question =
+            mark ? static_cast<size_t>(mark - value->data()) : std::string_view::npos;
         if (question == std::string_view::npos) {
             found.url = value;
             return found.result = 1, found;

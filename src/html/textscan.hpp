@@ -211,8 +211,7 @@ inline const char *SkipWhiteAndEqual(const char *p, const char *end) {
 // it and the next one.
 inline Value QuotedValue(const char *p, const char *end) {
     if (!p || p >= end || *p != '"' || p + 1 >= end) return std::nullopt;
-    const auto *close =
-        static_cast<const char *>(std::memchr(p + 1, '"', static_cast<size_t>(end - p - 1)));
+    const char *close = FindByte(p + 1, end, '"');
     if (!close) return std::nullopt;
     return std::string_view(p + 1, static_cast<size_t>(close - p - 1));
 }
@@ -245,7 +244,7 @@ struct ByteSearch {
     const char *end;
     const char *operator()(const char *p) const {
         if (!p || p >= end) return nullptr;
-        return static_cast<const char *>(std::memchr(p, byte, static_cast<size_t>(end - p)));
+        return FindByte(p, end, byte);
     }
 };
 using CharFinder = NextFinder<ByteSearch>;
