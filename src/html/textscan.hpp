@@ -24,7 +24,23 @@
 
 namespace vlscan {
 
-using Value = std::optional<std::string_view>;
+// A value read from page text, or none: a view whose data is null when there
+// is none (a value read from text, even an empty one, points into it). Two
+// words, so it travels in registers; a std::optional of a view goes through
+// memory, and reading it back right after its flag byte was written stalls
+// the processor on every value of a page.
+class Value {
+  public:
+    Value() = default;
+    Value(std::nullopt_t) {}
+    Value(std::string_view view) : view_(view) {}
+    explicit operator bool() const { return view_.data() != nullptr; }
+    const std::string_view &operator*() const { return view_; }
+    const std::string_view *operator->() const { return &view_; }
+
+  private:
+    std::string_view view_;
+};
 
 // The C library's space class in the "C" locale.
 inline bool IsWhite(char c) {
