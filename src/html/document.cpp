@@ -79,13 +79,15 @@ template <class Record> Record *NewRecord() {
 
 // Deletes a list and its records. The records of the page's store go with
 // the store, strings and all (a form of it still has its list of elements
-// to free); any other record is deleted on its own.
+// to free); any other record is deleted on its own. Which is which is told
+// by the record's address, so the page's records are not read again.
 template <class Record, class Deleter>
 void DeleteList(SutList *list, const VlHtmlStore *pageStore, Deleter del) {
-    for (int i = 0; i < SutSizList(list); i++) {
+    const int count = SutSizList(list);
+    for (int i = 0; i < count; i++) {
         auto *record = static_cast<Record *>(list->items[i]);
         if (!record) continue;
-        if (!pageStore || record->store != pageStore)
+        if (!vlstore::Holds(pageStore, record))
             del(record);
         else if constexpr (std::is_same_v<Record, VlHtmlForm>)
             DeleteList<VlHtmlFormElement>(record->elements, pageStore, VlHtmlFormElementDelete);
