@@ -256,16 +256,25 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
 }
 
 // The places where the page walk looks: "<F", "/F", "<A", "##" and (when
-// keywords are loaded) white space before a keyword's first byte.
+// keywords are loaded) white space before a keyword. The sixteen-byte test
+// shares its loads between the tags and the keywords and lets through a few
+// places besides keyword marks (see KeywordMarks::Likely): the walk tests a
+// place that is not a tag with KeywordMarks::At.
 struct PageMarks {
-    static constexpr int kAhead = 1;
-    WordStarts<Words<'<', 'f', '/', 'f', '<', 'a', '#', '#'>> tags;
+    static constexpr int kAhead = 2;
+    using Tags = Words<'<', 'f', '/', 'f', '<', 'a', '#', '#'>;
+    const char *end;
     const KeywordMarks &keywords;
     bool withKeywords;
-    bool At(const char *p) const { return tags.At(p) || (withKeywords && keywords.At(p)); }
+    bool At(const char *p) const { return Tags::At(p, end) || (withKeywords && keywords.At(p)); }
 #if defined(__SSE2__)
     unsigned Block(const char *p) const {
-        return tags.Block(p) | (withKeywords ? keywords.Block(p) : 0U);
+        const bytefind::Bytes v = bytefind::Load(p), next = bytefind::Load(p + 1);
+        const bytefind::Bytes caseBit = _mm_set1_epi8(0x20);
+        const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
+        bytefind::Bytes hit = Tags::Hits(v, next, _mm_or_si128(v, caseBit), foldedNext);
+        if (withKeywords) hit = bytefind::Or(hit, keywords.Likely(v, foldedNext, p));
+        return bytefind::Bits(hit);
     }
 #endif
 };
@@ -346,7 +355,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     VlHtmlStore *store = doc->store;
     KeywordScan scan(text, pageEnd);
     // Forms, anchors and site marks.
-    const PageMarks marks{{pageEnd}, scan.marks, VlAnyKeys() != 0};
+    const PageMarks marks{pageEnd, scan.marks, VlAnyKeys() != 0};
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
     AnchorEnds anchorEnds(pageEnd);
@@ -394,7 +403,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                 ApplyAnch(anchor, values);
                 anchors.push_back(anchor);
             }
-        } else if (inSiteName) {
+        } else if (inSiteName || !scan.marks.At(p)) {
             continue;
         } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, p < anchorUntil)) {
             // White space before a keyword attribute.

@@ -466,13 +466,18 @@ struct KeywordMarks {
                (!withSeconds || (p + 2 < end && seconds.Has(p[2])));
     }
 #if defined(__SSE2__)
-    // A quick test lets through a little more than the marks (any byte up
-    // to the blank, a first byte in its other case or with the case bit
-    // clear); the few places it gives are then tested one by one.
-    unsigned Block(const char *p) const {
-        const bytefind::Bytes v = bytefind::Load(p);
+    // A quick test that lets through a little more than the marks (any byte
+    // up to the blank, a first or second byte in its other case or with the
+    // case bit clear), from the bytes at p and, case bit set, at p + 1.
+    bytefind::Bytes Likely(bytefind::Bytes v, bytefind::Bytes foldedNext, const char *p) const {
         const bytefind::Bytes upToBlank = _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(' ')), v);
-        unsigned bits = bytefind::Bits(bytefind::And(upToBlank, firsts.Likely(p + 1)));
+        const bytefind::Bytes hit = bytefind::And(upToBlank, firsts.LikelyFolded(foldedNext));
+        return withSeconds ? bytefind::And(hit, seconds.Likely(p + 2)) : hit;
+    }
+    // The places of the quick test tested one by one.
+    unsigned Block(const char *p) const {
+        const bytefind::Bytes foldedNext = _mm_or_si128(bytefind::Load(p + 1), _mm_set1_epi8(0x20));
+        unsigned bits = bytefind::Bits(Likely(bytefind::Load(p), foldedNext, p));
         for (unsigned rest = bits; rest != 0; rest &= rest - 1) {
             const unsigned place = static_cast<unsigned>(__builtin_ctz(rest));
             if (!At(p + place)) bits &= ~(1U << place);

@@ -132,8 +132,11 @@ class ByteFinder {
     // so a letter also its other case and a few control bytes their
     // counterparts; without, every byte.
     [[gnu::always_inline]] bytefind::Bytes Likely(const char *p) const {
+        return LikelyFolded(_mm_or_si128(bytefind::Load(p), _mm_set1_epi8(0x20)));
+    }
+    // The same for bytes already loaded with their case bit set.
+    [[gnu::always_inline]] bytefind::Bytes LikelyFolded(bytefind::Bytes folded) const {
         if (probes_ == 0) return _mm_set1_epi8(-1);
-        const bytefind::Bytes folded = _mm_or_si128(bytefind::Load(p), _mm_set1_epi8(0x20));
         if (probes_ <= 2)
             return _mm_or_si128(_mm_cmpeq_epi8(folded, folded_[0]), _mm_cmpeq_epi8(folded, folded_[1]));
         bytefind::Bytes hit = _mm_cmpeq_epi8(folded, folded_[0]);
@@ -234,7 +237,14 @@ template <char... Bytes> struct Words {
         const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
         // One test a pair, unrolled when the program is built, so the bytes
         // compared with are constants and the letter tests cost nothing.
-        return bytefind::Bits(Pairs<Bytes...>(v, next, foldedV, foldedNext));
+        return bytefind::Bits(Hits(v, next, foldedV, foldedNext));
+    }
+    // Block's answers as bytes (all ones where a word begins), from the
+    // sixteen bytes at a place, the sixteen after it, and both with the case
+    // bit set: for readers that test more at the same places.
+    static bytefind::Bytes Hits(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
+                                bytefind::Bytes foldedNext) {
+        return Pairs<Bytes...>(v, next, foldedV, foldedNext);
     }
 
   private:
