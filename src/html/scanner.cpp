@@ -255,14 +255,14 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
     if (values.url) Keep(anchor, &anchor->url, *values.url);
 }
 
-// The places where the page walk looks: "<F", "/F", "<A", "##" and (when
+// The places where the page walk looks: "<F", "/F", "<A", "/A", "##" and (when
 // keywords are loaded) white space before a keyword. The sixteen-byte test
 // shares its loads between the tags and the keywords and lets through a few
 // places besides keyword marks (see KeywordMarks::Likely): the walk tests a
 // place that is not a tag with KeywordMarks::At.
 struct PageMarks {
     static constexpr int kAhead = 2;
-    using Tags = Words<'<', 'f', '/', 'f', '<', 'a', '#', '#'>;
+    using Tags = Words<'<', 'f', '/', 'f', '<', 'a', '/', 'a', '#', '#'>;
     const char *end;
     const KeywordMarks &keywords;
     bool withKeywords;
@@ -358,16 +358,17 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     const PageMarks marks{pageEnd, scan.marks, VlAnyKeys() != 0};
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
-    AnchorEnds anchorEnds(pageEnd);
     // A form ends at the first "<FORM" or "/FORM>" after its own "<FORM",
-    // when that is the close: the walk keeps the last opening until it meets
-    // the next mark, and reads the form then. The marks count inside a site
-    // name too, where the walk finds nothing else.
-    const char *openForm = nullptr;
+    // when that is the close, and an anchor at the first "<A" or "/A>" after
+    // its "<A": the walk keeps the last opening until it meets the next mark,
+    // and reads the form or the anchor then. The marks count inside a site
+    // name too, where the walk finds nothing else. An anchor's place in the
+    // list is taken when it opens (a keyword attribute inside it comes after
+    // it) and given up when it is not kept.
+    const char *openForm = nullptr, *openAnchor = nullptr;
+    size_t anchorPlace = 0;
+    bool anchorMarkOpens = false; // the last anchor mark met opens one: places lie inside
     const char *siteUntil = text; // the last site name read, up to its "##"
-    // The end of the last anchor the walk met: places before it lie inside,
-    // which the keyword recogniser need not ask its tracker.
-    const char *anchorUntil = text;
     thread_local Gathered sites, forms, anchors;
     sites.clear();
     forms.clear();
@@ -384,32 +385,42 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             sites.push_back(site);
             siteUntil = close;
         } else if (*p == '/') {
-            if (!openForm || !FormClose(p, pageEnd)) continue;
-            auto *form = vlstore::NewRecord<VlHtmlForm>(store);
-            forms.push_back(form);
-            ProcessFormText(form, openForm + strlen("<FORM"), p, pageEnd);
-            openForm = nullptr;
-        } else if (*p == '<') {
-            if (FormOpen(p, pageEnd)) openForm = inSiteName ? nullptr : p;
-            // The form's body is walked on: anchors in a form are anchors too.
-            if (!inSiteName && AnchOpen(p, pageEnd)) {
-                const char *anchEnd = anchorEnds.From(p + 1);
-                if (!anchEnd) continue;
-                anchorUntil = anchEnd;
-                AnchValues values = ReadAnchor(p, anchEnd, pageEnd);
+            if (FormClose(p, pageEnd)) {
+                if (!openForm) continue;
+                auto *form = vlstore::NewRecord<VlHtmlForm>(store);
+                forms.push_back(form);
+                ProcessFormText(form, openForm + strlen("<FORM"), p, pageEnd);
+                openForm = nullptr;
+            } else if (AnchClose(p, pageEnd)) {
+                anchorMarkOpens = false;
+                if (!openAnchor) continue;
+                AnchValues values = ReadAnchor(openAnchor, p, pageEnd);
+                openAnchor = nullptr;
                 // Kept only when it got a full name or a URL.
                 if (!values.fullName && !values.url) continue;
                 auto *anchor = vlstore::NewRecord<VlHtmlAnch>(store);
                 ApplyAnch(anchor, values);
-                anchors.push_back(anchor);
+                anchors[anchorPlace] = anchor;
+            }
+        } else if (*p == '<') {
+            if (FormOpen(p, pageEnd)) openForm = inSiteName ? nullptr : p;
+            // The form's body is walked on: anchors in a form are anchors too.
+            if (AnchOpen(p, pageEnd)) {
+                anchorMarkOpens = true;
+                openAnchor = inSiteName ? nullptr : p;
+                if (openAnchor) {
+                    anchorPlace = anchors.size();
+                    anchors.push_back(nullptr);
+                }
             }
         } else if (inSiteName || !scan.marks.At(p)) {
             continue;
-        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, p < anchorUntil)) {
+        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, anchorMarkOpens)) {
             // White space before a keyword attribute.
             anchors.push_back(KeywordAnchor(*hit, store));
         }
     }
+    std::erase(anchors, nullptr); // the places of anchors not kept
     Attach(&doc->sites, sites);
     Attach(&doc->forms, forms);
     Attach(&doc->anchors, anchors);

@@ -511,9 +511,8 @@ struct KeywordHit {
 
 // VlProcessKeyWords for a place met during a walk over scan's text, without
 // making the record; KeywordAnchor makes it (in store; a record of its own
-// without one). inAnchor: the walk knows the place lies inside an anchor (it
-// is between an "<A" and the closing mark the end search found first after
-// it); otherwise the tracker is asked.
+// without one). inAnchor: the walk knows the place lies inside an anchor
+// (the last anchor mark before it opens one); otherwise the tracker is asked.
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position,
                                            bool inAnchor = false);
 VlHtmlAnch *KeywordAnchor(const KeywordHit &hit, VlHtmlStore *store);
