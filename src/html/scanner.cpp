@@ -98,30 +98,34 @@ struct InputValues {
     Value name, type, formName;
 };
 
-// VlReadInput on the tag text [tag, end), without making copies; the page
-// may be read on up to readable.
-InputValues ReadInputValues(const char *tag, const char *end, const char *readable) {
+// VlReadInput on the tag text [tag, end), without making copies. NAME, TYPE
+// and VALUE count only where "=" follows them (white space between), so the
+// walk goes from one "=" to the next and looks at the word before it; the
+// words are met in the order they stand, as a walk over them would meet them.
+InputValues ReadInputValues(const char *tag, const char *end) {
     InputValues found;
     if (tag >= end) return found;
-    using InputWords = Words<'n', 'a', 't', 'y', 'v', 'a'>; // NAME, TYPE, VALUE
-    const WordStarts<InputWords> words{end};
-    MarkCursor<WordStarts<InputWords>> candidates(words, end, readable);
     LibFinders finders(end);
     bool hidden = false, formNameInput = false;
-    for (const char *p = tag + 1; (p = candidates.Next(p)) != nullptr; ++p) {
-        const char c = Upper(*p);
-        if (c == 'N' && IPrefixOf<"NAME">(p, end)) {
+    const char *first = tag + 1; // where words may begin
+    for (const char *equal = FindByte(first, end, '='); equal != nullptr;
+         equal = FindByte(equal + 1, end, '=')) {
+        const char *last = equal - 1; // the word's last byte
+        while (last >= first && IsWhite(*last))
+            --last;
+        if (last - first < 3) continue;
+        if (const char *p = last - 3; IPrefixOf<"NAME">(p, end)) {
             Value value = QuotedAfterEqual(p + 4, end);
             if (!value) continue;
             if (EqualsIgnoringCase(*value, "VlFormName")) formNameInput = true;
             found.name = value;
-        } else if (c == 'T' && IPrefixOf<"TYPE">(p, end)) {
+        } else if (IPrefixOf<"TYPE">(p, end)) {
             Value value = LibValue(SkipWhiteAndEqual(p + 4, end), end, finders);
             if (!value) continue;
             if (EqualsIgnoringCase(*value, "hidden")) hidden = true;
             found.type = value;
-        } else if (c == 'V' && hidden && formNameInput && IPrefixOf<"VALUE">(p, end)) {
-            if (Value value = QuotedAfterEqual(p + 5, end)) found.formName = value;
+        } else if (hidden && formNameInput && last - first >= 4 && IPrefixOf<"VALUE">(p - 1, end)) {
+            if (Value value = QuotedAfterEqual(p + 4, end)) found.formName = value;
         }
     }
     return found;
@@ -149,7 +153,7 @@ const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *t
     const char *stop = FindTagOf<Close, Open>(tag + 1, Ends{end}, readable);
     if (!stop) return nullptr;
     if (form)
-        AddElement(form, elements, ReadInputValues(tag + sizeof Open.text - 1, stop, readable), type);
+        AddElement(form, elements, ReadInputValues(tag + sizeof Open.text - 1, stop), type);
     return stop;
 }
 
@@ -177,7 +181,7 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
             const char *gt = tagEnd.Next(p + 1);
             if (!gt) continue;
             // The tag text keeps its ">", so an unquoted last value still ends.
-            if (form) AddElement(form, elements, ReadInputValues(p + 6, gt + 1, readable), nullptr);
+            if (form) AddElement(form, elements, ReadInputValues(p + 6, gt + 1), nullptr);
             p = gt;
         } else if (IPrefixOf<"<SELECT">(p, end)) {
             using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
@@ -304,7 +308,7 @@ char *VlProcessNameValueLib(const char *text) {
 int VlReadInput(VlHtmlFormElement *element, const char *tagText) {
     if (!tagText) return 1;
     const char *end = EndOf(tagText);
-    InputValues values = ReadInputValues(tagText, end, end);
+    InputValues values = ReadInputValues(tagText, end);
     if (element) {
         if (values.name) Keep(element, &element->name, *values.name);
         if (values.type) Keep(element, &element->type, *values.type);
