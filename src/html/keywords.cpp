@@ -126,6 +126,17 @@ KeywordScan::KeywordScan(const char *t, const char *e)
         else
             seconds += {Upper(k[1]), Lower(k[1])};
     }
+    for (const Keyword &k : keywords) {
+        if (k.isHref) {
+            hrefFirst = true;
+            break;
+        }
+        // One that begins "HREF", or that "HREF" begins, may come first.
+        const std::string_view word(k.text, k.length), href = "HREF";
+        if (word.size() <= href.size() ? IPrefix(href.data(), href.data() + href.size(), word)
+                                       : IPrefix(word.data(), word.data() + word.size(), href))
+            break;
+    }
     firstBytes = ByteFinder(firsts);
     secondBytes = ByteFinder(seconds);
     marks.withSeconds = allLong;

@@ -419,6 +419,8 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
             }
         } else if (inSiteName || !scan.marks.At(p)) {
             continue;
+        } else if (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd)) {
+            continue; // an anchor's own HREF: read with the anchor
         } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, anchorMarkOpens)) {
             // White space before a keyword attribute.
             anchors.push_back(KeywordAnchor(*hit, store));

@@ -498,6 +498,9 @@ struct KeywordScan {
     ByteFinder firstBytes;  // both cases of every keyword's first byte
     ByteFinder secondBytes; // and of its second
     bool allLong = true;    // every keyword has a second byte
+    // A text beginning with HREF is recognised as the keyword HREF (no
+    // keyword before it in the list begins that text, whatever follows).
+    bool hrefFirst = false;
     KeywordMarks marks{firstBytes, secondBytes, false, end};
     AnchTracker inAnch;
     FormTracker inForm;

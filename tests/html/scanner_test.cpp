@@ -123,6 +123,19 @@ TEST(Scanner, FormMarksInsideSiteNames) {
     EXPECT_EQ(SitesOf(doc.get()), Strings{"<A"});
 }
 
+// An anchor's own HREF is passed over without recognising it, unless a
+// keyword before HREF in the list may begin the same text.
+TEST(Scanner, KeywordsBeginningLikeAnAnchorsHref) {
+    const char *page = " <A HREF=\"a\" HREFX=\"b\">l</A> <P HREF=\"c\"> <A HREF=\"d\">";
+    {
+        KeywordsLoaded keys("SRC\nHREF\nHREFX\n");
+        // The last anchor never closes, and its HREF stays inside it.
+        EXPECT_EQ(AnchorsOf(Scan(page).get()), (Strings{"<null>|a", "<null>|c"}));
+    }
+    KeywordsLoaded keys("HREFX\nHREF\n");
+    EXPECT_EQ(AnchorsOf(Scan(page).get()), (Strings{"<null>|a", "<null>|b", "<null>|c"}));
+}
+
 // Records take far more room than a page of keyword attributes: the page's
 // records and names spread over several blocks, and every name still reads
 // back whole (the markup writes them at the length they were kept with).
