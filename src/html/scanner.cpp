@@ -77,10 +77,11 @@ Value LibValue(const char *text, const char *end, LibFinders &f) {
     const char *start = quote ? text + 1 : text;
     if (start >= end) return std::nullopt;
     // The value's first character is taken as it stands, so a one-character
-    // value is never cut.
-    // Most values end within a few bytes: those are found one byte at a
-    // time, longer ones with the remembered searches that keep a tag linear.
-    const char *near = end - start > 17 ? start + 17 : end;
+    // value is never cut. Most values end within a few bytes: those ends are
+    // found one byte at a time, farther ones with the remembered searches
+    // that keep a tag linear.
+    constexpr std::ptrdiff_t kNear = 16;
+    const char *near = end - (start + 1) > kNear ? start + 1 + kNear : end;
     for (const char *q = start + 1; q < near; ++q)
         if (*q == ' ' || *q == '<' || *q == '>' || (quote && *q == quote))
             return std::string_view(start, static_cast<size_t>(q - start));
