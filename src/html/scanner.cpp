@@ -263,8 +263,9 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
 // The places where the page walk looks: "<F", "/F", "<A", "/A", "##" and (when
 // keywords are loaded) white space before a keyword. The sixteen-byte test
 // shares its loads between the tags and the keywords and lets through a few
-// places besides keyword marks (see KeywordMarks::Likely): the walk tests a
-// place that is not a tag with KeywordMarks::At.
+// places besides keyword marks (see KeywordMarks::Likely): the walk passes
+// over a place that is not white space, and the keyword recogniser, which
+// compares the keywords themselves, over the others.
 struct PageMarks {
     static constexpr int kAhead = 2;
     using Tags = Words<'<', 'f', '/', 'f', '<', 'a', '/', 'a', '#', '#'>;
@@ -418,7 +419,9 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                     anchors.push_back(nullptr);
                 }
             }
-        } else if (inSiteName || !scan.marks.At(p)) {
+        } else if (inSiteName || !IsWhite(*p)) {
+            // The quick test also gives a few bytes below the blank that are not
+            // white space; the rest of a keyword mark is the keyword's own.
             continue;
         } else if (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd)) {
             continue; // an anchor's own HREF: read with the anchor
