@@ -10,6 +10,8 @@
 #include "util/heap.hpp"
 #include "util/strings.h"
 
+#include <array>
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
@@ -113,7 +115,16 @@ KeywordScan::KeywordScan(const char *t, const char *e)
                 folded[j] = Lower(k[j]);
                 caseBits[j] = 0x20;
             }
-        keywords.push_back({k, n, std::move(folded), std::move(caseBits), KeywordQuote(k),
+        EightBytes eight{};
+        if (n <= 8) {
+            std::array<char, 8> want{}, bits{}, counted{};
+            std::memcpy(want.data(), folded.data(), n);
+            std::memcpy(bits.data(), caseBits.data(), n);
+            std::memset(counted.data(), 0xFF, n);
+            eight = {std::bit_cast<uint64_t>(want), std::bit_cast<uint64_t>(bits),
+                     std::bit_cast<uint64_t>(counted)};
+        }
+        keywords.push_back({k, n, std::move(folded), std::move(caseBits), eight, KeywordQuote(k),
                             k[n - 1] == ' ', EqualsIgnoringCase(word, "HREF"),
                             EqualsIgnoringCase(word, "ACTION")});
         // Walks look for keywords after white space and before a letter or a digit.
@@ -151,9 +162,10 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     // The first keyword in list order that the attribute name begins with.
     const char *name = position + 1;
     const Keyword *keyword = nullptr;
+    const bool eightToRead = end - name >= 8;
     for (const Keyword &k : scan.keywords) {
-        if ((*name | k.caseBits[0]) == k.folded[0] &&
-            FoldedPrefix(name, end, k.folded, k.caseBits.data())) {
+        if (k.length <= 8 && eightToRead ? Matches(k.eight, name)
+                                         : FoldedPrefix(name, end, k.folded, k.caseBits.data())) {
             keyword = &k;
             break;
         }

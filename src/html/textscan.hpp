@@ -95,11 +95,15 @@ template <Literal W, size_t From> consteval EightBytes EightOf() {
     return {std::bit_cast<uint64_t>(want), std::bit_cast<uint64_t>(caseBits),
             std::bit_cast<uint64_t>(counted)};
 }
+// The eight bytes at s match e.
+inline bool Matches(const EightBytes &e, const char *s) {
+    uint64_t v;
+    std::memcpy(&v, s, sizeof v);
+    return ((v | e.caseBits) & e.counted) == e.want;
+}
 template <Literal W, size_t From> inline bool SameEight(const char *s) {
     constexpr EightBytes e = EightOf<W, From>();
-    uint64_t v;
-    std::memcpy(&v, s + From, sizeof v);
-    return ((v | e.caseBits) & e.counted) == e.want;
+    return Matches(e, s + From);
 }
 
 // IPrefix for a word known when the program is built: the comparisons are
@@ -443,6 +447,8 @@ struct Keyword {
     // For comparing ignoring case: the text with its letters in lower case,
     // and the case bit (0x20) where it holds a letter, 0 elsewhere.
     std::string folded, caseBits;
+    // The same as eight bytes, for a keyword of up to eight (else unused).
+    EightBytes eight;
     char quote;       // the delimiter of its value
     bool endsInBlank; // its value follows without "="
     bool isHref;      // HREF or ACTION: left to the tag scanner inside
