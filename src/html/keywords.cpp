@@ -153,8 +153,7 @@ KeywordScan::KeywordScan(const char *t, const char *e)
     marks.withSeconds = allLong;
 }
 
-std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position,
-                                           bool inAnchor) {
+std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position, bool inAnchor) {
     const char *end = scan.end;
     if (scan.keywords.empty() || !scan.text || scan.text >= end || !position || position + 1 >= end)
         return std::nullopt;

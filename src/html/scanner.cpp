@@ -153,8 +153,7 @@ const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *t
                              const char *readable, const char *type) {
     const char *stop = FindTagOf<Close, Open>(tag + 1, Ends{end}, readable);
     if (!stop) return nullptr;
-    if (form)
-        AddElement(form, elements, ReadInputValues(tag + sizeof Open.text - 1, stop), type);
+    if (form) AddElement(form, elements, ReadInputValues(tag + sizeof Open.text - 1, stop), type);
     return stop;
 }
 
@@ -269,19 +268,52 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
 struct PageMarks {
     static constexpr int kAhead = 2;
     using Tags = Words<'<', 'f', '/', 'f', '<', 'a', '/', 'a', '#', '#'>;
+
+    PageMarks(const char *pageEnd, const KeywordMarks &keywordMarks, bool anyKeywords)
+        : end(pageEnd), keywords(keywordMarks), withKeywords(anyKeywords) {
+#if defined(__SSE2__)
+        quickKeywords = withKeywords && keywords.withSeconds &&
+                        keywords.firsts.TwoFoldedProbes(firsts) &&
+                        keywords.seconds.TwoFoldedProbes(seconds);
+#endif
+    }
+    bool At(const char *p) const {
+        return Tags::At(p, end) || (withKeywords && keywords.At(p));
+    }
+#if defined(__SSE2__)
+    unsigned Block(const char *p) const {
+        using namespace bytefind;
+        const Bytes v = Load(p), next = Load(p + 1);
+        const Bytes caseBit = _mm_set1_epi8(0x20);
+        const Bytes foldedNext = _mm_or_si128(next, caseBit);
+        // The tags: "<" or "/" before F or A, and "##".
+        const Bytes lessOrSlash = Or(Is(v, '<'), Is(v, '/'));
+        const Bytes formOrAnchor = Or(_mm_cmpeq_epi8(foldedNext, _mm_set1_epi8('f')),
+                                      _mm_cmpeq_epi8(foldedNext, _mm_set1_epi8('a')));
+        Bytes hit = Or(And(lessOrSlash, formOrAnchor), And(Is(v, '#'), Is(next, '#')));
+        if (quickKeywords) {
+            // KeywordMarks::Likely with the keywords' first and second bytes at hand.
+            const Bytes upToBlank = _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(' ')), v);
+            const Bytes first =
+                Or(_mm_cmpeq_epi8(foldedNext, firsts[0]), _mm_cmpeq_epi8(foldedNext, firsts[1]));
+            const Bytes foldedAfter = _mm_or_si128(Load(p + 2), caseBit);
+            const Bytes second = Or(_mm_cmpeq_epi8(foldedAfter, seconds[0]),
+                                    _mm_cmpeq_epi8(foldedAfter, seconds[1]));
+            hit = Or(hit, And(And(upToBlank, first), second));
+        } else if (withKeywords) {
+            hit = Or(hit, keywords.Likely(v, foldedNext, p));
+        }
+        return Bits(hit);
+    }
+#endif
+
     const char *end;
     const KeywordMarks &keywords;
     bool withKeywords;
-    bool At(const char *p) const { return Tags::At(p, end) || (withKeywords && keywords.At(p)); }
 #if defined(__SSE2__)
-    unsigned Block(const char *p) const {
-        const bytefind::Bytes v = bytefind::Load(p), next = bytefind::Load(p + 1);
-        const bytefind::Bytes caseBit = _mm_set1_epi8(0x20);
-        const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
-        bytefind::Bytes hit = Tags::Hits(v, next, _mm_or_si128(v, caseBit), foldedNext);
-        if (withKeywords) hit = bytefind::Or(hit, keywords.Likely(v, foldedNext, p));
-        return bytefind::Bits(hit);
-    }
+    // The keywords' first and second bytes as two probes each, when they fit.
+    bool quickKeywords = false;
+    bytefind::Bytes firsts[2]{}, seconds[2]{};
 #endif
 };
 
@@ -361,7 +393,7 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
     VlHtmlStore *store = doc->store;
     KeywordScan scan(text, pageEnd);
     // Forms, anchors and site marks.
-    const PageMarks marks{pageEnd, scan.marks, VlAnyKeys() != 0};
+    const PageMarks marks(pageEnd, scan.marks, VlAnyKeys() != 0);
     MarkCursor<PageMarks> candidates(marks, pageEnd);
     NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
     // A form ends at the first "<FORM" or "/FORM>" after its own "<FORM",

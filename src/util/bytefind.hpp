@@ -126,6 +126,7 @@ class ByteFinder {
         return nullptr;
     }
 
+#if defined(__SSE2__)
     // A quick test that answers at least the set (all ones where the byte
     // may be in it) for readers that check each answer again: with probes,
     // the bytes that equal a member once both have the case bit (0x20) set,
@@ -134,16 +135,26 @@ class ByteFinder {
     [[gnu::always_inline]] bytefind::Bytes Likely(const char *p) const {
         return LikelyFolded(_mm_or_si128(bytefind::Load(p), _mm_set1_epi8(0x20)));
     }
+    // With one or two probes: both (the one twice), case bit set, for a
+    // reader that keeps them at hand; false otherwise.
+    bool TwoFoldedProbes(bytefind::Bytes probes[2]) const {
+        if (probes_ < 1 || probes_ > 2) return false;
+        probes[0] = folded_[0];
+        probes[1] = folded_[1];
+        return true;
+    }
     // The same for bytes already loaded with their case bit set.
     [[gnu::always_inline]] bytefind::Bytes LikelyFolded(bytefind::Bytes folded) const {
         if (probes_ == 0) return _mm_set1_epi8(-1);
         if (probes_ <= 2)
-            return _mm_or_si128(_mm_cmpeq_epi8(folded, folded_[0]), _mm_cmpeq_epi8(folded, folded_[1]));
+            return _mm_or_si128(_mm_cmpeq_epi8(folded, folded_[0]),
+                                _mm_cmpeq_epi8(folded, folded_[1]));
         bytefind::Bytes hit = _mm_cmpeq_epi8(folded, folded_[0]);
         for (int k = 1; k < kProbes; k++)
             hit = _mm_or_si128(hit, _mm_cmpeq_epi8(folded, folded_[k]));
         return hit;
     }
+#endif
 
   private:
     static constexpr int kProbes = 8;

@@ -101,7 +101,9 @@ TEST(Scanner, BytesOneCaseBitAwayAreNotMarks) {
     EXPECT_EQ(ElementsOf(FormAt(doc.get(), 0)), (Strings{"n/<null>", "t/TEXTAREA"}));
 
     KeywordsLoaded keys("SRC\n3D\n");
-    doc = Scan(" x\x01SRC=\"no\"\tsrc=\"yes\" \x13" "D=\"no\" 3d=\"yes\" \x13" "3D=\"no\"");
+    doc = Scan(" x\x01SRC=\"no\"\tsrc=\"yes\" \x13"
+               "D=\"no\" 3d=\"yes\" \x13"
+               "3D=\"no\"");
     EXPECT_EQ(AnchorsOf(doc.get()), (Strings{"<null>|yes", "<null>|yes"}));
 }
 
