@@ -9,7 +9,8 @@ extern "C" {
 #endif
 
 typedef struct SutList {
-    void **items; /* calloc'ed array of capacity slots */
+    void **items; /* zeroed array of capacity slots, at first in the list's own
+                   * allocation: freed and replaced by these functions only */
     int count;    /* items in use, positions 0 .. count - 1 */
     int capacity; /* slots in items */
 } SutList;
