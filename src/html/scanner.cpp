@@ -451,12 +451,13 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
                     anchors.push_back(nullptr);
                 }
             }
-        } else if (inSiteName || !IsWhite(*p)) {
-            // The quick test also gives a few bytes below the blank that are not
-            // white space; the rest of a keyword mark is the keyword's own.
+        } else if (inSiteName || !IsWhite(*p) ||
+                   (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd))) {
+            // Passed over: the quick test also gives a few bytes below the
+            // blank that are not white space (the rest of a keyword mark is
+            // the keyword's own to check), and an anchor's own HREF is read
+            // with the anchor.
             continue;
-        } else if (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd)) {
-            continue; // an anchor's own HREF: read with the anchor
         } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, anchorMarkOpens)) {
             // White space before a keyword attribute.
             anchors.push_back(KeywordAnchor(*hit, store));
