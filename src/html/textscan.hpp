@@ -109,11 +109,12 @@ template <Literal W, size_t From> inline bool SameEight(const char *s) {
 // IPrefix for a word known when the program is built: the comparisons are
 // laid out at build time, a letter compared with its case bit set (which
 // matches just its two cases), any other byte as it is. With eight bytes of
-// text to read, up to sixteen bytes of word are compared eight at a time.
+// text to read, a word of four to sixteen bytes is compared eight bytes at a
+// time (a shorter one byte by byte, which mostly stops at the first).
 template <Literal W> inline bool IPrefixOf(const char *s, const char *end) {
     constexpr size_t n = sizeof W.text - 1;
     if (end - s < static_cast<std::ptrdiff_t>(n)) return false;
-    if constexpr (n > 1 && n <= 16) {
+    if constexpr (n >= 4 && n <= 16) {
         if (end - s >= 8) {
             if constexpr (n <= 8)
                 return SameEight<W, 0>(s);
