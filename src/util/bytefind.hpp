@@ -248,14 +248,7 @@ template <char... Bytes> struct Words {
         const bytefind::Bytes foldedNext = _mm_or_si128(next, caseBit);
         // One test a pair, unrolled when the program is built, so the bytes
         // compared with are constants and the letter tests cost nothing.
-        return bytefind::Bits(Hits(v, next, foldedV, foldedNext));
-    }
-    // Block's answers as bytes (all ones where a word begins), from the
-    // sixteen bytes at a place, the sixteen after it, and both with the case
-    // bit set: for readers that test more at the same places.
-    static bytefind::Bytes Hits(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
-                                bytefind::Bytes foldedNext) {
-        return Pairs<Bytes...>(v, next, foldedV, foldedNext);
+        return bytefind::Bits(Pairs<Bytes...>(v, next, foldedV, foldedNext));
     }
 
   private:
