@@ -10,8 +10,6 @@
 #include "util/heap.hpp"
 #include "util/strings.h"
 
-#include <array>
-#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
@@ -115,18 +113,9 @@ KeywordScan::KeywordScan(const char *t, const char *e)
                 folded[j] = Lower(k[j]);
                 caseBits[j] = 0x20;
             }
-        EightBytes eight{};
-        if (n <= 8) {
-            std::array<char, 8> want{}, bits{}, counted{};
-            std::memcpy(want.data(), folded.data(), n);
-            std::memcpy(bits.data(), caseBits.data(), n);
-            std::memset(counted.data(), 0xFF, n);
-            eight = {std::bit_cast<uint64_t>(want), std::bit_cast<uint64_t>(bits),
-                     std::bit_cast<uint64_t>(counted)};
-        }
-        keywords.push_back({k, n, std::move(folded), std::move(caseBits), eight, KeywordQuote(k),
-                            k[n - 1] == ' ', EqualsIgnoringCase(word, "HREF"),
-                            EqualsIgnoringCase(word, "ACTION")});
+        keywords.push_back({k, n, std::move(folded), std::move(caseBits),
+                            n <= 8 ? EightOf(word) : EightBytes{}, KeywordQuote(k), k[n - 1] == ' ',
+                            EqualsIgnoringCase(word, "HREF"), EqualsIgnoringCase(word, "ACTION")});
         // Walks look for keywords after white space and before a letter or a digit.
         if (IsAlnum(k[0])) {
             firsts += Upper(k[0]);

@@ -293,13 +293,12 @@ struct PageMarks {
         Bytes hit = Or(And(lessOrSlash, formOrAnchor), And(Is(v, '#'), Is(next, '#')));
         if (quickKeywords) {
             // KeywordMarks::Likely with the keywords' first and second bytes at hand.
-            const Bytes upToBlank = _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(' ')), v);
             const Bytes first =
                 Or(_mm_cmpeq_epi8(foldedNext, firsts[0]), _mm_cmpeq_epi8(foldedNext, firsts[1]));
             const Bytes foldedAfter = _mm_or_si128(Load(p + 2), caseBit);
             const Bytes second = Or(_mm_cmpeq_epi8(foldedAfter, seconds[0]),
                                     _mm_cmpeq_epi8(foldedAfter, seconds[1]));
-            hit = Or(hit, And(And(upToBlank, first), second));
+            hit = Or(hit, And(And(UpToBlank(v), first), second));
         } else if (withKeywords) {
             hit = Or(hit, keywords.Likely(v, foldedNext, p));
         }
@@ -443,13 +442,13 @@ VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
         } else if (*p == '<') {
             if (FormOpen(p, pageEnd)) openForm = inSiteName ? nullptr : p;
             // The form's body is walked on: anchors in a form are anchors too.
+            // (An anchor never opens inside a site name: white space follows
+            // its "<A", and a site name holds none.)
             if (AnchOpen(p, pageEnd)) {
                 anchorMarkOpens = true;
-                openAnchor = inSiteName ? nullptr : p;
-                if (openAnchor) {
-                    anchorPlace = anchors.size();
-                    anchors.push_back(nullptr);
-                }
+                openAnchor = p;
+                anchorPlace = anchors.size();
+                anchors.push_back(nullptr);
             }
         } else if (inSiteName || !IsWhite(*p) ||
                    (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd))) {

@@ -76,20 +76,18 @@ template <size_t N> struct Literal {
     }
 };
 
-// Eight bytes of a word known when the program is built, from one of its
-// places, for comparing eight bytes of text at once: the word's bytes with
-// the case bit (0x20) set where it holds a letter, that case bit, and which
-// bytes count (the word may end within the eight).
+// Eight bytes of a word, for comparing eight bytes of text with it at once:
+// the word's bytes with the case bit (0x20) set where it holds a letter, that
+// case bit, and which bytes count (the word may end within the eight).
 struct EightBytes {
     uint64_t want, caseBits, counted;
 };
-template <Literal W, size_t From> consteval EightBytes EightOf() {
-    constexpr size_t n = sizeof W.text - 1;
+// The first eight bytes of word (all of a shorter one).
+constexpr EightBytes EightOf(std::string_view word) {
     std::array<char, 8> want{}, caseBits{}, counted{};
-    for (size_t i = 0; i < 8 && From + i < n; i++) {
-        const char c = W.text[From + i];
-        caseBits[i] = IsAlpha(c) ? 0x20 : 0;
-        want[i] = static_cast<char>(c | caseBits[i]);
+    for (size_t i = 0; i < 8 && i < word.size(); i++) {
+        caseBits[i] = IsAlpha(word[i]) ? 0x20 : 0;
+        want[i] = static_cast<char>(word[i] | caseBits[i]);
         counted[i] = static_cast<char>(0xFF);
     }
     return {std::bit_cast<uint64_t>(want), std::bit_cast<uint64_t>(caseBits),
@@ -101,8 +99,10 @@ inline bool Matches(const EightBytes &e, const char *s) {
     std::memcpy(&v, s, sizeof v);
     return ((v | e.caseBits) & e.counted) == e.want;
 }
+// The eight bytes of a word known when the program is built from its place
+// From match the text at s + From.
 template <Literal W, size_t From> inline bool SameEight(const char *s) {
-    constexpr EightBytes e = EightOf<W, From>();
+    constexpr EightBytes e = EightOf(std::string_view(W.text + From, sizeof W.text - 1 - From));
     return Matches(e, s + From);
 }
 
@@ -477,8 +477,8 @@ struct KeywordMarks {
     // up to the blank, a first or second byte in its other case or with the
     // case bit clear), from the bytes at p and, case bit set, at p + 1.
     bytefind::Bytes Likely(bytefind::Bytes v, bytefind::Bytes foldedNext, const char *p) const {
-        const bytefind::Bytes upToBlank = _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(' ')), v);
-        const bytefind::Bytes hit = bytefind::And(upToBlank, firsts.LikelyFolded(foldedNext));
+        const bytefind::Bytes hit =
+            bytefind::And(bytefind::UpToBlank(v), firsts.LikelyFolded(foldedNext));
         return withSeconds ? bytefind::And(hit, seconds.Likely(p + 2)) : hit;
     }
     // The places of the quick test tested one by one.

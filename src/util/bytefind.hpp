@@ -39,6 +39,11 @@ inline Bytes IsWhite(Bytes v) {
         _mm_cmpeq_epi8(_mm_min_epu8(fromTab, _mm_set1_epi8('\r' - '\t')), fromTab);
     return _mm_or_si128(Is(v, ' '), tabToReturn);
 }
+// The bytes up to the blank: white space, and the control bytes besides it
+// (a quick test for readers that check white space again).
+inline Bytes UpToBlank(Bytes v) {
+    return _mm_cmpeq_epi8(_mm_min_epu8(v, _mm_set1_epi8(' ')), v);
+}
 inline Bytes Or(Bytes a, Bytes b) {
     return _mm_or_si128(a, b);
 }

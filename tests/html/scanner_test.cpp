@@ -123,6 +123,18 @@ TEST(Scanner, FormMarksInsideSiteNames) {
     DocPtr doc = Scan(" ##Vl_<A##HREF=\"no\">l</A> <A HREF=\"yes\">m</A>");
     EXPECT_EQ(AnchorsOf(doc.get()), Strings{"<null>|yes"});
     EXPECT_EQ(SitesOf(doc.get()), Strings{"<A"});
+    // An anchor's close in a site name ends the anchor too.
+    EXPECT_EQ(AnchorsOf(Scan(" <A HREF=\"a\">l##Vl_x/A>##").get()), Strings{"<null>|a"});
+}
+
+// NAME, TYPE and VALUE count wherever they end right before "=" (white space
+// between), even at the end of a longer word, and not without "=".
+TEST(Scanner, ElementWordsBeforeEqualSigns) {
+    DocPtr doc = Scan(" <FORM><INPUT NAME \t= \"a\" TYPE\n=text><INPUT XNAME=\"b\" NAME \"c\">"
+                      "<INPUT TYPE=hidden name=\"VlFormName\" VALUE  =  \"f__Fp\"></FORM>");
+    EXPECT_EQ(ElementsOf(FormAt(doc.get(), 0)),
+              (Strings{"a/text", "b/<null>", "VlFormName/hidden"}));
+    EXPECT_EQ(FormsOf(doc.get()), Strings{"f__Fp|<null>|<null>"});
 }
 
 // An anchor's own HREF is passed over without recognising it, unless a
