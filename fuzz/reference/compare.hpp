@@ -1,7 +1,7 @@
 // The differential check of the page scanner and the design-time markup: one
-// page text goes through the engine's scanner and markup and through the
-// reference copies (reference.hpp), and every record field and every byte of
-// marked text must agree. The public readers the scanner is built from are
+// page text goes through the engine's scanner (both its walks) and markup
+// and through the reference copies (reference.hpp), and every record field
+// and every byte of marked text must agree. The public readers the scanner is built from are
 // compared on the same text as well. Used by the fuzz target fuzz_html_diff
 // and by the corpus test of the html tests.
 #ifndef VELMORA_FUZZ_REFERENCE_COMPARE_HPP
@@ -13,6 +13,7 @@
 #include <string>
 
 #include "html/markup_text.hpp"
+#include "html/textscan.hpp"
 #include "reference/reference.hpp"
 #include "velmora.h"
 
@@ -247,6 +248,11 @@ inline std::string DiffPage(std::string page) {
     VlHtmlDoc *a = ::VlReadHtmlDesignTime(page.c_str());
     VlHtmlDoc *b = vlref::VlReadHtmlDesignTime(page.c_str());
     CompareDocs(d, "scanned", a, b);
+    // The scan reads blocks of thirty-two bytes where the processor can: the
+    // sixteen-byte walk must agree too.
+    VlHtmlDoc *narrow = vlscan::ReadDesignTime(page.c_str(), false);
+    CompareDocs(d, "scanned sixteen bytes at a time", narrow, b);
+    VlHtmlDelete(narrow);
     for (int pass : {1, 2, 0, -1})
         ComparePass(d, "as scanned", a, b, page, pass);
 

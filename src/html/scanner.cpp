@@ -148,23 +148,24 @@ void AddElement(VlHtmlForm *form, Gathered &elements, const InputValues &values,
 // Reads a SELECT or TEXTAREA element whose text runs to its closing tag within
 // the form text ending at end, and answers where the scan goes on (null when
 // the closing tag is missing).
-template <Literal Open, Literal Close, class Ends>
+template <Literal Open, Literal Close, class Ends, bool Wide>
 const char *ReadBlockElement(VlHtmlForm *form, Gathered &elements, const char *tag, const char *end,
                              const char *readable, const char *type) {
-    const char *stop = FindTagOf<Close, Open>(tag + 1, Ends{end}, readable);
+    const char *stop = FindTagOf<Close, Open, Wide>(tag + 1, Ends{end}, readable);
     if (!stop) return nullptr;
     if (form) AddElement(form, elements, ReadInputValues(tag + sizeof Open.text - 1, stop), type);
     return stop;
 }
 
 // VlProcessForm on the form text [text, end) of a page readable up to
-// readable; a null form is only read.
+// readable; a null form is only read. Wide: with the thirty-two-byte tests.
+template <bool Wide = false>
 void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const char *readable) {
     if (text >= end) return;
     // INPUT, SELECT, TEXTAREA, ACTION and METHOD.
     using FormWords = Words<'<', 'i', '<', 's', '<', 't', 'a', 'c', 'm', 'e'>;
     const WordStarts<FormWords> words{end};
-    MarkCursor<WordStarts<FormWords>> candidates(words, end, readable);
+    MarkCursor<WordStarts<FormWords>, Wide> candidates(words, end, readable);
     CharFinder tagEnd = FinderOf('>', end);
     Value action, method;
     thread_local Gathered elements;
@@ -185,12 +186,12 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
             p = gt;
         } else if (IPrefixOf<"<SELECT">(p, end)) {
             using SelectEnds = WordStarts<Words<'/', 's', '<', 's'>>;
-            if (const char *stop = ReadBlockElement<"<SELECT", "/SELECT>", SelectEnds>(
+            if (const char *stop = ReadBlockElement<"<SELECT", "/SELECT>", SelectEnds, Wide>(
                     form, elements, p, end, readable, "SELECT"))
                 p = stop;
         } else if (IPrefixOf<"<TEXTAREA">(p, end)) {
             using TextareaEnds = WordStarts<Words<'/', 't', '<', 't'>>;
-            if (const char *stop = ReadBlockElement<"<TEXTAREA", "/TEXTAREA>", TextareaEnds>(
+            if (const char *stop = ReadBlockElement<"<TEXTAREA", "/TEXTAREA>", TextareaEnds, Wide>(
                     form, elements, p, end, readable, "TEXTAREA"))
                 p = stop;
         }
@@ -201,14 +202,14 @@ void ProcessFormText(VlHtmlForm *form, const char *text, const char *end, const 
     if (method) Keep(form, &form->method, *method);
 }
 
-} // namespace
-
-// VlProcessAnch on the anchor text [text, end), without making copies.
-AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char *readable) {
+// VlProcessAnch on the anchor text [text, end), without making copies. Wide:
+// with the thirty-two-byte tests.
+template <bool Wide = false>
+AnchValues AnchValuesIn(const char *text, const char *end, const char *readable) {
     AnchValues found;
     if (text >= end) return found;
     const WordStarts<Words<'h', 'r'>> words{end};
-    MarkCursor<WordStarts<Words<'h', 'r'>>> candidates(words, end, readable);
+    MarkCursor<WordStarts<Words<'h', 'r'>>, Wide> candidates(words, end, readable);
     bool sawHref = false;
     for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
         if (!IPrefixOf<"HREF">(p, end)) continue;
@@ -245,11 +246,22 @@ AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char 
     return found;
 }
 
+// The text of an anchor starts right after "<A", with the blank that follows
+// it, so an HREF standing first in the tag is seen by the scan from the
+// second character.
+template <bool Wide = false>
+AnchValues AnchorValues(const char *cursor, const char *end, const char *readable) {
+    return AnchValuesIn<Wide>(cursor + 2, end, readable);
+}
+
+} // namespace
+
+AnchValues vlscan::ReadAnchValues(const char *text, const char *end, const char *readable) {
+    return AnchValuesIn(text, end, readable);
+}
+
 AnchValues vlscan::ReadAnchor(const char *cursor, const char *end, const char *readable) {
-    // The text starts right after "<A", with the blank that follows it, so an
-    // HREF standing first in the tag is seen by the scan from the second character.
-    const char *start = cursor + 2;
-    return ReadAnchValues(start, end, readable);
+    return AnchorValues(cursor, end, readable);
 }
 
 namespace {
@@ -260,8 +272,8 @@ void ApplyAnch(VlHtmlAnch *anchor, const AnchValues &values) {
 }
 
 // The places where the page walk looks: "<F", "/F", "<A", "/A", "##" and (when
-// keywords are loaded) white space before a keyword. The sixteen-byte test
-// shares its loads between the tags and the keywords and lets through a few
+// keywords are loaded) white space before a keyword. The block tests share
+// their loads between the tags and the keywords and let through a few
 // places besides keyword marks (see KeywordMarks::Likely): the walk passes
 // over a place that is not white space, and the keyword recogniser, which
 // compares the keywords themselves, over the others.
@@ -275,6 +287,13 @@ struct PageMarks {
         quickKeywords = withKeywords && keywords.withSeconds &&
                         keywords.firsts.TwoFoldedProbes(firsts) &&
                         keywords.seconds.TwoFoldedProbes(seconds);
+#endif
+#if VELMORA_WIDE_BLOCKS
+        const bytefind::Bytes probes[4] = {firsts[0], firsts[1], seconds[0], seconds[1]};
+        for (int k = 0; k < 4; k++) {
+            std::memcpy(wideProbes[k], &probes[k], 16);
+            std::memcpy(wideProbes[k] + 16, &probes[k], 16);
+        }
 #endif
     }
     bool At(const char *p) const {
@@ -305,6 +324,32 @@ struct PageMarks {
         return Bits(hit);
     }
 #endif
+#if VELMORA_WIDE_BLOCKS
+    // Block on thirty-two places.
+    VELMORA_WIDE unsigned WideBlock(const char *p) const {
+        using namespace bytefind;
+        const WideBytes v = LoadWide(p), next = LoadWide(p + 1);
+        const WideBytes foldedNext = Folded(next);
+        const WideBytes lessOrSlash = Or(Is<'<'>(v), Is<'/'>(v));
+        const WideBytes formOrAnchor = Or(Is<'f'>(foldedNext), Is<'a'>(foldedNext));
+        const WideBytes tags = Or(And(lessOrSlash, formOrAnchor), And(Is<'#'>(v), Is<'#'>(next)));
+        if (quickKeywords) {
+            const WideBytes first = Or(Is(foldedNext, LoadWide(wideProbes[0])),
+                                       Is(foldedNext, LoadWide(wideProbes[1])));
+            const WideBytes foldedAfter = Folded(LoadWide(p + 2));
+            const WideBytes second = Or(Is(foldedAfter, LoadWide(wideProbes[2])),
+                                        Is(foldedAfter, LoadWide(wideProbes[3])));
+            return Bits(Or(tags, And(And(UpToBlank(v), first), second)));
+        }
+        if (!withKeywords) return Bits(tags);
+        // Other keyword lists: their sixteen-byte test twice.
+        const auto keywordBits = [this](const char *at) {
+            return Bits(
+                keywords.Likely(Load(at), _mm_or_si128(Load(at + 1), _mm_set1_epi8(0x20)), at));
+        };
+        return Bits(tags) | keywordBits(p) | keywordBits(p + 16) << 16;
+    }
+#endif
 
     const char *end;
     const KeywordMarks &keywords;
@@ -314,13 +359,153 @@ struct PageMarks {
     bool quickKeywords = false;
     bytefind::Bytes firsts[2]{}, seconds[2]{};
 #endif
+#if VELMORA_WIDE_BLOCKS
+    alignas(32) char wideProbes[4][32]{}; // the four, each twice, for WideBlock
+#endif
 };
 
 const char *EndOf(const char *text) {
     return text + strlen(text);
 }
 
+// The readers of a form's and of an anchor's text that a page walk with the
+// given block width calls.
+template <bool Wide> struct TextReaders {
+    static void Form(VlHtmlForm *form, const char *text, const char *end, const char *readable) {
+        ProcessFormText(form, text, end, readable);
+    }
+    static AnchValues Anchor(const char *cursor, const char *end, const char *readable) {
+        return AnchorValues(cursor, end, readable);
+    }
+};
+#if VELMORA_WIDE_BLOCKS
+// Each wide reader is one function with everything it calls inlined
+// (flatten), so its tests are built for AVX2 there and nowhere else. They
+// stay apart from the walk (noinline): one function holding them all ran
+// slower than the sixteen-byte walk.
+template <> struct TextReaders<true> {
+    VELMORA_WIDE [[gnu::flatten, gnu::noinline]] static void
+    Form(VlHtmlForm *form, const char *text, const char *end, const char *readable) {
+        ProcessFormText<true>(form, text, end, readable);
+    }
+    VELMORA_WIDE [[gnu::flatten, gnu::noinline]] static AnchValues
+    Anchor(const char *cursor, const char *end, const char *readable) {
+        return AnchorValues<true>(cursor, end, readable);
+    }
+};
+#endif
+
+// Walks the page [text, pageEnd) and fills doc (its store made) with the
+// page's sites, forms and anchors. Wide: with the thirty-two-byte tests.
+template <bool Wide> void WalkPage(VlHtmlDoc *doc, const char *text, const char *pageEnd) {
+    VlHtmlStore *store = doc->store;
+    KeywordScan scan(text, pageEnd);
+    // Forms, anchors and site marks.
+    const PageMarks marks(pageEnd, scan.marks, VlAnyKeys() != 0);
+    MarkCursor<PageMarks, Wide> candidates(marks, pageEnd);
+    NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
+    // A form ends at the first "<FORM" or "/FORM>" after its own "<FORM",
+    // when that is the close, and an anchor at the first "<A" or "/A>" after
+    // its "<A": the walk keeps the last opening until it meets the next mark,
+    // and reads the form or the anchor then. The marks count inside a site
+    // name too, where the walk finds nothing else. An anchor's place in the
+    // list is taken when it opens (a keyword attribute inside it comes after
+    // it) and given up when it is not kept.
+    const char *openForm = nullptr, *openAnchor = nullptr;
+    size_t anchorPlace = 0;
+    bool anchorMarkOpens = false; // the last anchor mark met opens one: places lie inside
+    const char *siteUntil = text; // the last site name read, up to its "##"
+    thread_local Gathered sites, forms, anchors;
+    sites.clear();
+    forms.clear();
+    anchors.clear();
+
+    for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
+        const bool inSiteName = p <= siteUntil;
+        if (*p == '#') {
+            if (inSiteName || pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
+            const char *close = siteEnd.Next(p + 5);
+            if (!close || !ValidSiteName(p + 5, close)) continue;
+            auto *site = vlstore::NewRecord<VlHtmlSite>(store);
+            site->name = vlstore::Copy(store, {p + 5, static_cast<size_t>(close - p - 5)});
+            sites.push_back(site);
+            siteUntil = close;
+        } else if (*p == '/') {
+            if (FormClose(p, pageEnd)) {
+                if (!openForm) continue;
+                auto *form = vlstore::NewRecord<VlHtmlForm>(store);
+                forms.push_back(form);
+                TextReaders<Wide>::Form(form, openForm + strlen("<FORM"), p, pageEnd);
+                openForm = nullptr;
+            } else if (AnchClose(p, pageEnd)) {
+                anchorMarkOpens = false;
+                if (!openAnchor) continue;
+                AnchValues values = TextReaders<Wide>::Anchor(openAnchor, p, pageEnd);
+                openAnchor = nullptr;
+                // Kept only when it got a full name or a URL.
+                if (!values.fullName && !values.url) continue;
+                auto *anchor = vlstore::NewRecord<VlHtmlAnch>(store);
+                ApplyAnch(anchor, values);
+                anchors[anchorPlace] = anchor;
+            }
+        } else if (*p == '<') {
+            if (FormOpen(p, pageEnd)) openForm = inSiteName ? nullptr : p;
+            // The form's body is walked on: anchors in a form are anchors too.
+            // (An anchor never opens inside a site name: white space follows
+            // its "<A", and a site name holds none.)
+            if (AnchOpen(p, pageEnd)) {
+                anchorMarkOpens = true;
+                openAnchor = p;
+                anchorPlace = anchors.size();
+                anchors.push_back(nullptr);
+            }
+        } else if (inSiteName || !IsWhite(*p) ||
+                   (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd))) {
+            // Passed over: the quick test also gives a few bytes below the
+            // blank that are not white space (the rest of a keyword mark is
+            // the keyword's own to check), and an anchor's own HREF is read
+            // with the anchor.
+            continue;
+        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, anchorMarkOpens)) {
+            // White space before a keyword attribute.
+            anchors.push_back(KeywordAnchor(*hit, store));
+        }
+    }
+    std::erase(anchors, nullptr); // the places of anchors not kept
+    Attach(&doc->sites, sites);
+    Attach(&doc->forms, forms);
+    Attach(&doc->anchors, anchors);
+}
+
+#if VELMORA_WIDE_BLOCKS
+// The walk with the thirty-two-byte tests, entered only on a processor with
+// AVX2. Every function it calls whose body is at hand, but the readers, is
+// inlined into it (flatten), so its tests are built for AVX2 here only.
+VELMORA_WIDE [[gnu::flatten]] void WalkPageWide(VlHtmlDoc *doc, const char *text,
+                                                const char *pageEnd) {
+    WalkPage<true>(doc, text, pageEnd);
+}
+#endif
+
 } // namespace
+
+VlHtmlDoc *vlscan::ReadDesignTime(const char *text, bool wideBlocks) {
+    if (!text) return nullptr;
+    VlHtmlDoc *doc = VlHtmlNew();
+    if (!*text) return doc;
+    const char *pageEnd = EndOf(text);
+    // The records of an ordinary page and their strings take a little more
+    // room than the page; a page dense with them grows its store.
+    doc->store = vlstore::StoreNew(static_cast<size_t>(pageEnd - text) * 2);
+#if VELMORA_WIDE_BLOCKS
+    if (wideBlocks && bytefind::HasWideBlocks()) {
+        WalkPageWide(doc, text, pageEnd);
+        return doc;
+    }
+#endif
+    WalkPage<false>(doc, text, pageEnd);
+    return doc;
+}
 
 extern "C" {
 
@@ -382,91 +567,7 @@ int VlReadAnch(VlHtmlAnch *anchor, const char *cursor) {
 }
 
 VlHtmlDoc *VlReadHtmlDesignTime(const char *text) {
-    if (!text) return nullptr;
-    VlHtmlDoc *doc = VlHtmlNew();
-    if (!*text) return doc;
-    const char *pageEnd = EndOf(text);
-    // The records of an ordinary page and their strings take a little more
-    // room than the page; a page dense with them grows its store.
-    doc->store = vlstore::StoreNew(static_cast<size_t>(pageEnd - text) * 2);
-    VlHtmlStore *store = doc->store;
-    KeywordScan scan(text, pageEnd);
-    // Forms, anchors and site marks.
-    const PageMarks marks(pageEnd, scan.marks, VlAnyKeys() != 0);
-    MarkCursor<PageMarks> candidates(marks, pageEnd);
-    NextFinder<HashesSearch> siteEnd(HashesSearch{pageEnd});
-    // A form ends at the first "<FORM" or "/FORM>" after its own "<FORM",
-    // when that is the close, and an anchor at the first "<A" or "/A>" after
-    // its "<A": the walk keeps the last opening until it meets the next mark,
-    // and reads the form or the anchor then. The marks count inside a site
-    // name too, where the walk finds nothing else. An anchor's place in the
-    // list is taken when it opens (a keyword attribute inside it comes after
-    // it) and given up when it is not kept.
-    const char *openForm = nullptr, *openAnchor = nullptr;
-    size_t anchorPlace = 0;
-    bool anchorMarkOpens = false; // the last anchor mark met opens one: places lie inside
-    const char *siteUntil = text; // the last site name read, up to its "##"
-    thread_local Gathered sites, forms, anchors;
-    sites.clear();
-    forms.clear();
-    anchors.clear();
-
-    for (const char *p = text + 1; (p = candidates.Next(p)) != nullptr; ++p) {
-        const bool inSiteName = p <= siteUntil;
-        if (*p == '#') {
-            if (inSiteName || pageEnd - p < 5 || std::memcmp(p, "##Vl_", 5) != 0) continue;
-            const char *close = siteEnd.Next(p + 5);
-            if (!close || !ValidSiteName(p + 5, close)) continue;
-            auto *site = vlstore::NewRecord<VlHtmlSite>(store);
-            site->name = vlstore::Copy(store, {p + 5, static_cast<size_t>(close - p - 5)});
-            sites.push_back(site);
-            siteUntil = close;
-        } else if (*p == '/') {
-            if (FormClose(p, pageEnd)) {
-                if (!openForm) continue;
-                auto *form = vlstore::NewRecord<VlHtmlForm>(store);
-                forms.push_back(form);
-                ProcessFormText(form, openForm + strlen("<FORM"), p, pageEnd);
-                openForm = nullptr;
-            } else if (AnchClose(p, pageEnd)) {
-                anchorMarkOpens = false;
-                if (!openAnchor) continue;
-                AnchValues values = ReadAnchor(openAnchor, p, pageEnd);
-                openAnchor = nullptr;
-                // Kept only when it got a full name or a URL.
-                if (!values.fullName && !values.url) continue;
-                auto *anchor = vlstore::NewRecord<VlHtmlAnch>(store);
-                ApplyAnch(anchor, values);
-                anchors[anchorPlace] = anchor;
-            }
-        } else if (*p == '<') {
-            if (FormOpen(p, pageEnd)) openForm = inSiteName ? nullptr : p;
-            // The form's body is walked on: anchors in a form are anchors too.
-            // (An anchor never opens inside a site name: white space follows
-            // its "<A", and a site name holds none.)
-            if (AnchOpen(p, pageEnd)) {
-                anchorMarkOpens = true;
-                openAnchor = p;
-                anchorPlace = anchors.size();
-                anchors.push_back(nullptr);
-            }
-        } else if (inSiteName || !IsWhite(*p) ||
-                   (anchorMarkOpens && scan.hrefFirst && IPrefixOf<"HREF">(p + 1, pageEnd))) {
-            // Passed over: the quick test also gives a few bytes below the
-            // blank that are not white space (the rest of a keyword mark is
-            // the keyword's own to check), and an anchor's own HREF is read
-            // with the anchor.
-            continue;
-        } else if (std::optional<KeywordHit> hit = RecognizeKeyword(scan, p, anchorMarkOpens)) {
-            // White space before a keyword attribute.
-            anchors.push_back(KeywordAnchor(*hit, store));
-        }
-    }
-    std::erase(anchors, nullptr); // the places of anchors not kept
-    Attach(&doc->sites, sites);
-    Attach(&doc->forms, forms);
-    Attach(&doc->anchors, anchors);
-    return doc;
+    return vlscan::ReadDesignTime(text, true);
 }
 
 } // extern "C"

@@ -198,11 +198,11 @@ const char *FindTag(const char *text, std::string_view pattern, std::string_view
 
 // FindTag for a pattern and a stop known when the program is built (the stop
 // compared as it stands).
-template <Literal Pattern, Literal Stop, class Starts>
+template <Literal Pattern, Literal Stop, bool Wide = false, class Starts>
 const char *FindTagOf(const char *text, const Starts &starts, const char *readable) {
     const char *end = starts.end;
     if (!text || text >= end) return nullptr;
-    MarkCursor<Starts> candidates(starts, end, readable);
+    MarkCursor<Starts, Wide> candidates(starts, end, readable);
     for (const char *p = text; (p = candidates.Next(p)) != nullptr; ++p) {
         if (IPrefixOf<Pattern>(p, end)) return p;
         if (IPrefixOf<Stop>(p, end)) return nullptr;
@@ -380,6 +380,11 @@ AnchValues ReadAnchValues(const char *text, const char *end, const char *readabl
 // The same for the text of the anchor whose "<A" stands at cursor, up to its
 // end ("/A>").
 AnchValues ReadAnchor(const char *cursor, const char *end, const char *readable);
+
+// VlReadHtmlDesignTime with the width of the walk's block tests chosen: wide
+// (thirty-two bytes) only where bytefind::HasWideBlocks(). Both give the same
+// document.
+VlHtmlDoc *ReadDesignTime(const char *text, bool wideBlocks);
 
 // The "/A>" that ends the anchor whose "<A" stands at cursor, or null when
 // the next anchor opens first.

@@ -5,9 +5,11 @@
 // (a ByteFinder, Words: a few two-byte word beginnings, or a reader's own
 // test) picks out.
 // With SSE2 (every x86-64 processor) sixteen bytes are tested at a time, and
-// the cursor keeps the sixteen-byte block it looked at last, so marks that
-// stand close together cost little; elsewhere the bytes are tested one by
-// one. Not part of the C interface.
+// the cursor keeps the block it looked at last, so marks that stand close
+// together cost little; elsewhere the bytes are tested one by one. Marks may
+// also test thirty-two bytes at a time with AVX2 (WideBlock), for a reader
+// built for that processor and entered only when the processor has it (see
+// HasWideBlocks). Not part of the C interface.
 #ifndef VELMORA_UTIL_BYTEFIND_HPP
 #define VELMORA_UTIL_BYTEFIND_HPP
 
@@ -16,6 +18,17 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
+#endif
+// The thirty-two-byte tests are built with a function attribute, so that
+// nothing else in the program uses the AVX2 instructions: a function that
+// tests wide blocks says so with VELMORA_WIDE, and only code it inlines
+// runs them.
+#if defined(__SSE2__) && defined(__x86_64__) && defined(__GNUC__)
+#include <immintrin.h>
+#define VELMORA_WIDE_BLOCKS 1
+#define VELMORA_WIDE [[gnu::target("avx2")]]
+#else
+#define VELMORA_WIDE_BLOCKS 0
 #endif
 
 namespace bytefind {
@@ -52,6 +65,57 @@ inline Bytes And(Bytes a, Bytes b) {
 }
 inline unsigned Bits(Bytes v) {
     return static_cast<unsigned>(_mm_movemask_epi8(v));
+}
+#endif
+
+// Whether this processor runs the thirty-two-byte tests (AVX2, with the
+// system saving its registers).
+inline bool HasWideBlocks() {
+#if VELMORA_WIDE_BLOCKS
+    static const bool has = __builtin_cpu_supports("avx2");
+    return has;
+#else
+    return false;
+#endif
+}
+
+#if VELMORA_WIDE_BLOCKS
+// The tests above on thirty-two bytes.
+using WideBytes = __m256i;
+VELMORA_WIDE inline WideBytes LoadWide(const char *p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i *>(p));
+}
+// Thirty-two copies of each byte, read from memory where a test compares
+// with them. Defined in bytefind.cpp, out of the compiler's sight: with the
+// values at hand it makes each copy in registers again after every call
+// (vector registers do not survive one), three instructions a byte.
+struct WideSplats {
+    alignas(32) char bytes[256][32];
+};
+extern const WideSplats kWideSplats;
+VELMORA_WIDE inline WideBytes Splat(char c) {
+    return LoadWide(kWideSplats.bytes[static_cast<unsigned char>(c)]);
+}
+template <char C> VELMORA_WIDE inline WideBytes Is(WideBytes v) {
+    return _mm256_cmpeq_epi8(v, Splat(C));
+}
+VELMORA_WIDE inline WideBytes Is(WideBytes v, WideBytes probe) {
+    return _mm256_cmpeq_epi8(v, probe);
+}
+VELMORA_WIDE inline WideBytes Folded(WideBytes v) {
+    return _mm256_or_si256(v, Splat(0x20));
+}
+VELMORA_WIDE inline WideBytes UpToBlank(WideBytes v) {
+    return _mm256_cmpeq_epi8(_mm256_min_epu8(v, Splat(' ')), v);
+}
+VELMORA_WIDE inline WideBytes Or(WideBytes a, WideBytes b) {
+    return _mm256_or_si256(a, b);
+}
+VELMORA_WIDE inline WideBytes And(WideBytes a, WideBytes b) {
+    return _mm256_and_si256(a, b);
+}
+VELMORA_WIDE inline unsigned Bits(WideBytes v) {
+    return static_cast<unsigned>(_mm256_movemask_epi8(v));
 }
 #endif
 
@@ -256,7 +320,30 @@ template <char... Bytes> struct Words {
         return bytefind::Bits(Pairs<Bytes...>(v, next, foldedV, foldedNext));
     }
 
+#if VELMORA_WIDE_BLOCKS
+    // The same for thirty-two places.
+    VELMORA_WIDE static unsigned WideBlock(const char *p) {
+        const bytefind::WideBytes v = bytefind::LoadWide(p), next = bytefind::LoadWide(p + 1);
+        return bytefind::Bits(
+            WidePairs<Bytes...>(v, next, bytefind::Folded(v), bytefind::Folded(next)));
+    }
+#endif
+
   private:
+#if VELMORA_WIDE_BLOCKS
+    template <char A, char B, char... Rest>
+    VELMORA_WIDE static bytefind::WideBytes
+    WidePairs(bytefind::WideBytes v, bytefind::WideBytes next, bytefind::WideBytes foldedV,
+              bytefind::WideBytes foldedNext) {
+        bytefind::WideBytes word = bytefind::Is<A>(IsLetter(A) ? foldedV : v);
+        if constexpr (B != '\0')
+            word = bytefind::And(word, bytefind::Is<B>(IsLetter(B) ? foldedNext : next));
+        if constexpr (sizeof...(Rest) == 0)
+            return word;
+        else
+            return bytefind::Or(word, WidePairs<Rest...>(v, next, foldedV, foldedNext));
+    }
+#endif
     template <char A, char B, char... Rest>
     static bytefind::Bytes Pairs(bytefind::Bytes v, bytefind::Bytes next, bytefind::Bytes foldedV,
                                  bytefind::Bytes foldedNext) {
@@ -282,18 +369,23 @@ template <class W> struct WordStarts {
         return W::Block(p);
     }
 #endif
+#if VELMORA_WIDE_BLOCKS
+    VELMORA_WIDE unsigned WideBlock(const char *p) const {
+        return W::WideBlock(p);
+    }
+#endif
 };
 
 // Walks [.., end) forward and gives the places that Marks picks out, in
 // increasing order. Marks answers At(p) for one place and, with SSE2,
-// Block(p) for the sixteen places from p, reading up to Marks::kAhead bytes
-// after each place. Blocks are read up to readable (the end of the whole
-// text, which a part of it may be walked up to end): places at or after end
-// are never given, but a place just before end may be given by a test that
-// looked past end, so readers check what they find against end. The block
-// looked at last is kept, so asking again from a later place in it costs a
-// shift.
-template <class Marks> class MarkCursor {
+// Block(p) for the sixteen places from p (Wide: WideBlock(p) for thirty-two,
+// in a reader built for AVX2), reading up to Marks::kAhead bytes after each
+// place. Blocks are read up to readable (the end of the whole text, which a
+// part of it may be walked up to end): places at or after end are never
+// given, but a place just before end may be given by a test that looked past
+// end, so readers check what they find against end. The block looked at
+// last is kept, so asking again from a later place in it costs a shift.
+template <class Marks, bool Wide = false> class MarkCursor {
   public:
     MarkCursor(const Marks &marks, const char *end, const char *readable = nullptr)
         : marks_(marks), end_(end), readable_(readable && readable > end ? readable : end) {}
@@ -302,18 +394,18 @@ template <class Marks> class MarkCursor {
     const char *Next(const char *p) {
         if (p >= end_) return nullptr;
 #if defined(__SSE2__)
-        if (base_ && p >= base_ && p < base_ + 16) {
+        if (base_ && p >= base_ && p < base_ + kWidth) {
             const unsigned bits = bits_ & (~0U << (p - base_));
             if (bits != 0) return base_ + __builtin_ctz(bits);
-            p = base_ + 16;
+            p = base_ + kWidth;
             if (p >= end_) return nullptr;
         }
-        for (; readable_ - p >= 16 + Marks::kAhead; p += 16) {
+        for (; readable_ - p >= kWidth + Marks::kAhead; p += kWidth) {
             base_ = p;
-            bits_ = marks_.Block(p);
-            if (end_ - p < 16) bits_ &= (1U << (end_ - p)) - 1; // places before end only
+            bits_ = BlockAt(p);
+            if (end_ - p < kWidth) bits_ &= (1U << (end_ - p)) - 1; // places before end only
             if (bits_ != 0) return p + __builtin_ctz(bits_);
-            if (end_ - p <= 16) return nullptr;
+            if (end_ - p <= kWidth) return nullptr;
         }
         base_ = nullptr;
 #endif
@@ -323,6 +415,16 @@ template <class Marks> class MarkCursor {
     }
 
   private:
+#if defined(__SSE2__)
+    static constexpr bool kWide = Wide && VELMORA_WIDE_BLOCKS;
+    static constexpr int kWidth = kWide ? 32 : 16;
+    unsigned BlockAt(const char *p) const {
+        if constexpr (kWide)
+            return marks_.WideBlock(p);
+        else
+            return marks_.Block(p);
+    }
+#endif
     const Marks &marks_;
     const char *end_;
     const char *readable_;

@@ -1,6 +1,7 @@
 // The scanner: what it finds in a page and what it deliberately misses.
 #include "html_support.hpp"
 #include "html/store.hpp"
+#include "html/textscan.hpp"
 
 #include <gtest/gtest.h>
 
@@ -148,6 +149,31 @@ TEST(Scanner, KeywordsBeginningLikeAnAnchorsHref) {
     }
     KeywordsLoaded keys("HREFX\nHREF\n");
     EXPECT_EQ(AnchorsOf(Scan(page).get()), (Strings{"<null>|a", "<null>|b", "<null>|c"}));
+}
+
+// The page walk and the form and anchor readers test sixteen bytes at a time
+// or, where the processor has them, thirty-two, and the last bytes of a page
+// one by one: every mark is found wherever it stands in a block, across a
+// block's edge and near the page's end.
+TEST(Scanner, MarksAtEveryPlaceOfABlock) {
+    const std::string piece = "##Vl_s##<FORM ACTION=\"a\"><INPUT NAME=\"n\"><SELECT NAME=\"m\">"
+                              "</SELECT></FORM><A HREF=\"u\">l</A> SRC=\"k\"";
+    for (const char *keywords : {"SRC\n", "SRC\nHREF\nlow\n9x|\n"}) {
+        KeywordsLoaded keys(keywords);
+        for (int shift = 1; shift <= 40; shift++) {
+            for (int tail : {0, 40}) {
+                const std::string page = std::string(shift, ' ') + piece + std::string(tail, ' ');
+                for (bool wide : {false, true}) {
+                    SCOPED_TRACE(page + (wide ? " wide" : " sixteen bytes"));
+                    DocPtr doc(vlscan::ReadDesignTime(page.c_str(), wide));
+                    EXPECT_EQ(SitesOf(doc.get()), Strings{"s"});
+                    EXPECT_EQ(FormsOf(doc.get()), Strings{"<null>|a|<null>"});
+                    EXPECT_EQ(ElementsOf(FormAt(doc.get(), 0)), (Strings{"n/<null>", "m/SELECT"}));
+                    EXPECT_EQ(AnchorsOf(doc.get()), (Strings{"<null>|u", "<null>|k"}));
+                }
+            }
+        }
+    }
 }
 
 // Records take far more room than a page of keyword attributes: the page's
