@@ -18,6 +18,7 @@
 #include "html/store.hpp"
 #include "util/heap.hpp"
 #include "util/list.h"
+#include "util/list.hpp"
 #include "util/strings.h"
 
 namespace {
@@ -79,8 +80,9 @@ template <class Record> Record *NewRecord() {
 
 // Deletes a list and its records. The records of the page's store go with
 // the store, strings and all (a form of it still has its list of elements
-// to free); any other record is deleted on its own. Which is which is told
-// by the record's address, so the page's records are not read again.
+// to end); any other record is deleted on its own. Which is which is told
+// by the record's address, so the page's records are not read again. A list
+// placed in the store is vacated, not freed.
 template <class Record, class Deleter>
 void DeleteList(SutList *list, const VlHtmlStore *pageStore, Deleter del) {
     const int count = SutSizList(list);
@@ -92,7 +94,10 @@ void DeleteList(SutList *list, const VlHtmlStore *pageStore, Deleter del) {
         else if constexpr (std::is_same_v<Record, VlHtmlForm>)
             DeleteList<VlHtmlFormElement>(record->elements, pageStore, VlHtmlFormElementDelete);
     }
-    SutDeleteList(list);
+    if (vlstore::Holds(pageStore, list))
+        sutlist::Vacate(list);
+    else
+        SutDeleteList(list);
 }
 
 // The position of the first record of each full name and, among the records
@@ -203,7 +208,7 @@ void VlHtmlFormDelete(VlHtmlForm *form) {
     if (!form) return;
     ReleaseFields(form->store, form->fullName, form->action, form->method, form->origFullName,
                   form->origAction, form->origMethod);
-    DeleteList<VlHtmlFormElement>(form->elements, nullptr, VlHtmlFormElementDelete);
+    DeleteList<VlHtmlFormElement>(form->elements, form->store, VlHtmlFormElementDelete);
     vlstore::ReleaseRecord(form);
 }
 

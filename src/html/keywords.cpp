@@ -142,7 +142,8 @@ KeywordScan::KeywordScan(const char *t, const char *e)
     marks.withSeconds = allLong;
 }
 
-std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position, bool inAnchor) {
+std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position,
+                                           AnchorMarks anchorMarks) {
     const char *end = scan.end;
     if (scan.keywords.empty() || !scan.text || scan.text >= end || !position || position + 1 >= end)
         return std::nullopt;
@@ -160,7 +161,7 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     }
     if (!keyword) return std::nullopt;
     // Known to be an anchor's HREF: no value to read.
-    if (keyword->isHref && inAnchor) return std::nullopt;
+    if (keyword->isHref && anchorMarks == AnchorMarks::kLastOpens) return std::nullopt;
 
     const char *after = name + keyword->length;
     const char *value = keyword->endsInBlank
@@ -169,7 +170,9 @@ std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *positi
     if (!value || *value != keyword->quote) return std::nullopt;
 
     // HREF of an anchor and ACTION of a form belong to the form and anchor scanner.
-    if (keyword->isHref && scan.inAnch.Inside(position)) return std::nullopt;
+    if (keyword->isHref && (anchorMarks == AnchorMarks::kAsk ? scan.inAnch.Inside(position)
+                                                             : scan.inAnch.CloseAhead(position)))
+        return std::nullopt;
     if (keyword->isAction && scan.inForm.Inside(position)) return std::nullopt;
 
     // The value runs to the closing delimiter and must be a nice URL: not

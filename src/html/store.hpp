@@ -1,8 +1,10 @@
 // The storage of a read page (not part of the C interface): the records the
-// scanner finds and the strings they hold are taken from a few large blocks
-// that belong to the page and go with it, instead of one malloc'ed block each
-// (a 200 KB page holds about ten thousand strings and records, and malloc and
-// free were most of the time spent reading it).
+// scanner finds, their lists and the strings they hold are taken from a few
+// large blocks that belong to the page and go with it, instead of one
+// malloc'ed block each (a 200 KB page holds about ten thousand strings and
+// records, and malloc and free were most of the time spent reading it). A
+// list in the store works as any other until the page is deleted, which
+// vacates it (util/list.hpp): nothing else may delete it.
 //
 // A string in the store is never freed on its own and never changes, so two
 // fields may share it. The setters put a record's strings where the record

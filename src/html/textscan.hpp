@@ -307,10 +307,15 @@ class InsideTracker {
     // most answers come from what the last question found.
     [[gnu::always_inline]] bool Inside(const char *pos) {
         if (pos >= end_) return true;
-        const char *ahead = pos + 1 < end_ ? NextMark(pos + 1) : nullptr;
-        if (ahead && !Open(ahead, end_)) return true;
+        if (CloseAhead(pos)) return true;
         const char *behind = LastMark(pos);
         return behind && Open(behind, end_);
+    }
+    // The half of the answer for a walk that knows the last mark before pos
+    // (a place before end): the next mark after it closes.
+    [[gnu::always_inline]] bool CloseAhead(const char *pos) {
+        const char *ahead = pos + 1 < end_ ? NextMark(pos + 1) : nullptr;
+        return ahead && !Open(ahead, end_);
     }
 
   private:
@@ -526,10 +531,12 @@ struct KeywordHit {
 
 // VlProcessKeyWords for a place met during a walk over scan's text, without
 // making the record; KeywordAnchor makes it (in store; a record of its own
-// without one). inAnchor: the walk knows the place lies inside an anchor
-// (the last anchor mark before it opens one); otherwise the tracker is asked.
+// without one). A walk that has met every anchor mark before the place says
+// whether the last one opens an anchor, and the tracker is asked only about
+// the marks after it; otherwise about both.
+enum class AnchorMarks { kAsk, kLastOpens, kLastCloses };
 std::optional<KeywordHit> RecognizeKeyword(KeywordScan &scan, const char *position,
-                                           bool inAnchor = false);
+                                           AnchorMarks anchorMarks = AnchorMarks::kAsk);
 VlHtmlAnch *KeywordAnchor(const KeywordHit &hit, VlHtmlStore *store);
 
 // The delimiter of a keyword's value: double quotes for a keyword stored with a

@@ -1,10 +1,12 @@
 // The ordered list: a calloc'ed array of item pointers that grows by half its
 // capacity whenever it fills. A list made here at a size gets its first array
 // in the same allocation as the list itself (one calloc and one free instead
-// of two each: pages make a list for every form); a growth moves the items to
-// an array of their own. All operations accept a null list and check
-// positions, because the shared code relies on both.
+// of two each); a growth moves the items to an array of their own. A list
+// may also be placed in room that its owner frees (list.hpp). All operations
+// accept a null list and check positions, because the shared code relies on
+// both.
 #include "util/list.h"
+#include "util/list.hpp"
 
 #include <cstdlib>
 #include <cstring>
@@ -31,13 +33,22 @@ void Grow(SutList *list) {
     list->capacity = capacity;
 }
 
-SutList *NewWithCapacity(int capacity) {
+// The bytes of a list with its first array of capacity slots.
+size_t RoomFor(int capacity) {
     static_assert(sizeof(SutList) % alignof(void *) == 0, "the items follow the list aligned");
-    SutList *list = static_cast<SutList *>(
-        std::calloc(1, sizeof(SutList) + static_cast<size_t>(capacity) * sizeof(void *)));
+    return sizeof(SutList) + static_cast<size_t>(capacity) * sizeof(void *);
+}
+
+SutList *NewWithCapacity(int capacity) {
+    SutList *list = static_cast<SutList *>(std::calloc(1, RoomFor(capacity)));
     list->items = InlineItems(list);
     list->capacity = capacity;
     return list;
+}
+
+// The capacity of a list made for n items: one slot to spare, four at least.
+int CapacityFor(int n) {
+    return n < 3 ? 4 : n + 1;
 }
 
 bool ValidPos(const SutList *list, int n) {
@@ -53,7 +64,7 @@ SutList *SutNewList(void) {
 }
 
 SutList *SutNewListSize(int n) {
-    return NewWithCapacity(n < 3 ? 4 : n + 1);
+    return NewWithCapacity(CapacityFor(n));
 }
 
 SutList *SutNewListFromValues(void **array, int n) {
@@ -165,3 +176,26 @@ int SutDestroyList(SutList *list) {
 }
 
 } // extern "C"
+
+namespace sutlist {
+
+size_t PlacedSize(int count) {
+    return RoomFor(CapacityFor(count));
+}
+
+SutList *Place(void *room, void *const *items, int count) {
+    const int capacity = CapacityFor(count);
+    auto *list = static_cast<SutList *>(room);
+    list->items = InlineItems(list);
+    list->count = count;
+    list->capacity = capacity;
+    if (count > 0) std::memcpy(list->items, items, sizeof(void *) * count);
+    std::memset(list->items + count, 0, sizeof(void *) * (capacity - count));
+    return list;
+}
+
+void Vacate(SutList *list) {
+    if (list && OwnsSeparateArray(list)) std::free(list->items);
+}
+
+} // namespace sutlist

@@ -114,4 +114,29 @@ TEST_F(Document, OrigNamesAndSplit) {
     EXPECT_EQ(*Take(shortName) + "|" + type + "|" + *Take(rest), "my|n|ame__Fshop_html");
 }
 
+// A page's lists live with its records: they take records made on their own
+// and grow like any list, and a form taken out of the page is deleted on its
+// own (the sanitizer build checks that nothing of the page is freed twice
+// and nothing grown is lost).
+TEST_F(Document, PageListsGrowAndGoWithThePage) {
+    VlHtmlForm *form = FormAt(doc_.get(), 0);
+    for (const char *name : {"e1", "e2", "e3", "e4"}) {
+        VlHtmlFormElement *element = VlHtmlFormElementNew();
+        VlHtmlSetString(element->store, &element->name, name);
+        SutAddList(form->elements, element);
+    }
+    EXPECT_EQ(ElementsOf(form), (Strings{"q/<null>", "<null>/x", "e1/<null>", "e2/<null>",
+                                         "e3/<null>", "e4/<null>"}));
+    for (int i = 0; i < 30; i++)
+        SutAddList(doc_->anchors, VlHtmlAnchNew());
+    EXPECT_EQ(SutSizList(doc_->anchors), 32);
+
+    VlHtmlForm *second = static_cast<VlHtmlForm *>(SutRemoveNList(doc_->forms, 1));
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(Str(second->action), "b.cgi");
+    VlHtmlFormDelete(second);
+    EXPECT_EQ(FormsOf(doc_.get()), Strings{"<null>|a.cgi|get"});
+    doc_.reset();
+}
+
 } // namespace

@@ -176,6 +176,21 @@ TEST(Scanner, MarksAtEveryPlaceOfABlock) {
     }
 }
 
+// An HREF keyword attribute inside an anchor is the anchor's: inside means
+// after an anchor's opening (one at the first character, which is not read,
+// too) or before a closing mark.
+TEST(Scanner, HrefKeywordsInsideAnchors) {
+    KeywordsLoaded keys("SRC\nHREF\n");
+    const std::pair<const char *, Strings> rows[] = {
+        {"<A x> HREF=\"in\"", {}},
+        {"x HREF=\"in\" /A> HREF=\"out\"", {"<null>|out"}},
+        {" <A HREF=\"a\">l</A> HREF=\"out\" <A\tx HREF=\"a2\" HREF=\"in\"></A>",
+         {"<null>|a", "<null>|out", "<null>|a2"}},
+    };
+    for (const auto &[text, anchors] : rows)
+        EXPECT_EQ(AnchorsOf(Scan(text).get()), anchors) << text;
+}
+
 // Records take far more room than a page of keyword attributes: the page's
 // records and names spread over several blocks, and every name still reads
 // back whole (the markup writes them at the length they were kept with).

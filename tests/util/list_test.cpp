@@ -1,6 +1,7 @@
 // The ordered list: growth rule, positional checks, ownership of the array.
 #include "support/c_values.hpp"
 #include "util/list.h"
+#include "util/list.hpp"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,31 @@ TEST(List, CapacitiesAndGrowth) {
         EXPECT_EQ(l->capacity, capacity) << asked;
         SutDeleteList(l);
     }
+}
+
+// A list placed in its owner's room: made as SutNewListSize makes one, it
+// grows out of the room into an array that Vacate frees (the sanitizer build
+// reports that array if it is lost), and the room is never freed.
+TEST(List, PlacedListsGrowOutOfTheirRoom) {
+    void *const values[] = {Num(1), Num(2), Num(3)};
+    alignas(void *) unsigned char room[64];
+    ASSERT_LE(sutlist::PlacedSize(3), sizeof room);
+    SutList *l = sutlist::Place(room, values, 3);
+    EXPECT_EQ(Numbers(l), (std::vector<intptr_t>{1, 2, 3}));
+    EXPECT_EQ(l->capacity, 4);
+    EXPECT_EQ(SutAddNList(l, 0, Num(0)), Num(0)); // fills it: grows
+    EXPECT_EQ(l->capacity, 6);
+    EXPECT_NE(static_cast<void *>(l->items), static_cast<void *>(l + 1));
+    SutAddList(l, Num(4));
+    EXPECT_EQ(Numbers(l), (std::vector<intptr_t>{0, 1, 2, 3, 4}));
+    sutlist::Vacate(l);
+
+    l = sutlist::Place(room, values, 0); // room for four, all empty
+    EXPECT_EQ(SutSizList(l), 0);
+    EXPECT_EQ(SutGetNList(l, 0), nullptr);
+    SutAddList(l, Num(7));
+    EXPECT_EQ(Numbers(l), (std::vector<intptr_t>{7}));
+    sutlist::Vacate(l); // nothing grown: nothing to free
 }
 
 TEST(List, FromValuesTakesOverLargeArraysAndCopiesSmallOnes) {
