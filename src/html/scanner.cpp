@@ -368,7 +368,7 @@ struct PageMarks {
     bytefind::Bytes firsts[2]{}, seconds[2]{};
 #endif
 #if VELMORA_WIDE_BLOCKS
-    alignas(32) char wideProbes[4][32]{}; // the four, each twice, for WideBlock
+    alignas(32) char wideProbes[4][32]{}; // firsts and seconds, each twice, for WideBlock
 #endif
 };
 
