@@ -27,7 +27,7 @@ naming-pj-suffix | base.resize(base.size() - 3); ==> base.resize(base.size() - 2
 mainmodule-relocatable | out += VlProjRelocatable() ? "\tVlRelocatableProject(1);\n" : "\tVlRelocatableProject(0);\n"; ==> out += VlProjRelocatable() ? "\tVlRelocatableProject(0);\n" : "\tVlRelocatableProject(1);\n";
 functions-one-activator | if (!module || (form != nullptr) == (anchor != nullptr)) return 0; ==> if (!module || (form != nullptr) != (anchor != nullptr)) return 0;
 module-reader-message | VlPrintError("The anchor "); ==> VlPrintError("The anchor");
-scanner-anchor-text | const char *start = cursor + 2; ==> const char *start = cursor + 3;
+scanner-anchor-text | return AnchValuesIn<Wide>(cursor + 2, end, readable); ==> return AnchValuesIn<Wide>(cursor + 3, end, readable);
 markup-method-blank | o += " METHOD=\""; ==> o += "METHOD=\"";
 keywords-quote | return keyword.ends_with(' ') || HasUpper(keyword) ? '"' : '\''; ==> return keyword.ends_with(' ') || HasUpper(keyword) ? '\'' : '"';
 refresh-site-kind | SwdUpdateMapDeletedSwidget(site->name, pageName, "S", nullptr); ==> SwdUpdateMapDeletedSwidget(site->name, pageName, "E", nullptr);
