@@ -292,15 +292,13 @@ struct PageMarks {
     PageMarks(const char *pageEnd, const KeywordMarks &keywordMarks, bool anyKeywords)
         : end(pageEnd), keywords(keywordMarks), withKeywords(anyKeywords) {
 #if defined(__SSE2__)
+        bytefind::Bytes held[4];
         quickKeywords = withKeywords && keywords.withSeconds &&
-                        keywords.firsts.TwoFoldedProbes(firsts) &&
-                        keywords.seconds.TwoFoldedProbes(seconds);
-#endif
-#if VELMORA_WIDE_BLOCKS
-        const bytefind::Bytes probes[4] = {firsts[0], firsts[1], seconds[0], seconds[1]};
-        for (int k = 0; k < 4; k++) {
-            std::memcpy(wideProbes[k], &probes[k], 16);
-            std::memcpy(wideProbes[k] + 16, &probes[k], 16);
+                        keywords.firsts.TwoFoldedProbes(held) &&
+                        keywords.seconds.TwoFoldedProbes(held + 2);
+        for (int k = 0; quickKeywords && k < 4; k++) {
+            std::memcpy(probes[k], &held[k], 16);
+            std::memcpy(probes[k] + 16, &held[k], 16);
         }
 #endif
     }
@@ -315,21 +313,23 @@ struct PageMarks {
         const Bytes foldedNext = _mm_or_si128(next, caseBit);
         // The tags: "<" or "/" before F or A, and "##".
         const Bytes lessOrSlash = Or(Is(v, '<'), Is(v, '/'));
-        const Bytes formOrAnchor = Or(_mm_cmpeq_epi8(foldedNext, _mm_set1_epi8('f')),
-                                      _mm_cmpeq_epi8(foldedNext, _mm_set1_epi8('a')));
+        const Bytes formOrAnchor = Or(Is(foldedNext, 'f'), Is(foldedNext, 'a'));
         Bytes hit = Or(And(lessOrSlash, formOrAnchor), And(Is(v, '#'), Is(next, '#')));
         if (quickKeywords) {
             // KeywordMarks::Likely with the keywords' first and second bytes at hand.
             const Bytes first =
-                Or(_mm_cmpeq_epi8(foldedNext, firsts[0]), _mm_cmpeq_epi8(foldedNext, firsts[1]));
+                Or(_mm_cmpeq_epi8(foldedNext, Probe(0)), _mm_cmpeq_epi8(foldedNext, Probe(1)));
             const Bytes foldedAfter = _mm_or_si128(Load(p + 2), caseBit);
-            const Bytes second = Or(_mm_cmpeq_epi8(foldedAfter, seconds[0]),
-                                    _mm_cmpeq_epi8(foldedAfter, seconds[1]));
+            const Bytes second =
+                Or(_mm_cmpeq_epi8(foldedAfter, Probe(2)), _mm_cmpeq_epi8(foldedAfter, Probe(3)));
             hit = Or(hit, And(And(UpToBlank(v), first), second));
         } else if (withKeywords) {
             hit = Or(hit, keywords.Likely(v, foldedNext, p));
         }
         return Bits(hit);
+    }
+    bytefind::Bytes Probe(int k) const {
+        return _mm_load_si128(reinterpret_cast<const __m128i *>(probes[k]));
     }
 #endif
 #if VELMORA_WIDE_BLOCKS
@@ -342,20 +342,16 @@ struct PageMarks {
         const WideBytes formOrAnchor = Or(Is<'f'>(foldedNext), Is<'a'>(foldedNext));
         const WideBytes tags = Or(And(lessOrSlash, formOrAnchor), And(Is<'#'>(v), Is<'#'>(next)));
         if (quickKeywords) {
-            const WideBytes first = Or(Is(foldedNext, LoadWide(wideProbes[0])),
-                                       Is(foldedNext, LoadWide(wideProbes[1])));
+            const WideBytes first =
+                Or(Is(foldedNext, LoadWide(probes[0])), Is(foldedNext, LoadWide(probes[1])));
             const WideBytes foldedAfter = Folded(LoadWide(p + 2));
-            const WideBytes second = Or(Is(foldedAfter, LoadWide(wideProbes[2])),
-                                        Is(foldedAfter, LoadWide(wideProbes[3])));
+            const WideBytes second =
+                Or(Is(foldedAfter, LoadWide(probes[2])), Is(foldedAfter, LoadWide(probes[3])));
             return Bits(Or(tags, And(And(UpToBlank(v), first), second)));
         }
         if (!withKeywords) return Bits(tags);
         // Other keyword lists: their sixteen-byte test twice.
-        const auto keywordBits = [this](const char *at) {
-            return Bits(
-                keywords.Likely(Load(at), _mm_or_si128(Load(at + 1), _mm_set1_epi8(0x20)), at));
-        };
-        return Bits(tags) | keywordBits(p) | keywordBits(p + 16) << 16;
+        return Bits(tags) | Bits(keywords.LikelyAt(p)) | Bits(keywords.LikelyAt(p + 16)) << 16;
     }
 #endif
 
@@ -363,12 +359,10 @@ struct PageMarks {
     const KeywordMarks &keywords;
     bool withKeywords;
 #if defined(__SSE2__)
-    // The keywords' first and second bytes as two probes each, when they fit.
+    // The keywords' first and second bytes as two probes each, when they fit:
+    // each probe's sixteen bytes twice, for either width of block.
     bool quickKeywords = false;
-    bytefind::Bytes firsts[2]{}, seconds[2]{};
-#endif
-#if VELMORA_WIDE_BLOCKS
-    alignas(32) char wideProbes[4][32]{}; // firsts and seconds, each twice, for WideBlock
+    alignas(32) char probes[4][32]{};
 #endif
 };
 

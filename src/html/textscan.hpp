@@ -491,10 +491,14 @@ struct KeywordMarks {
             bytefind::And(bytefind::UpToBlank(v), firsts.LikelyFolded(foldedNext));
         return withSeconds ? bytefind::And(hit, seconds.Likely(p + 2)) : hit;
     }
+    // The same, loading the bytes itself.
+    bytefind::Bytes LikelyAt(const char *p) const {
+        return Likely(bytefind::Load(p), _mm_or_si128(bytefind::Load(p + 1), _mm_set1_epi8(0x20)),
+                      p);
+    }
     // The places of the quick test tested one by one.
     unsigned Block(const char *p) const {
-        const bytefind::Bytes foldedNext = _mm_or_si128(bytefind::Load(p + 1), _mm_set1_epi8(0x20));
-        unsigned bits = bytefind::Bits(Likely(bytefind::Load(p), foldedNext, p));
+        unsigned bits = bytefind::Bits(LikelyAt(p));
         for (unsigned rest = bits; rest != 0; rest &= rest - 1) {
             const unsigned place = static_cast<unsigned>(__builtin_ctz(rest));
             if (!At(p + place)) bits &= ~(1U << place);
